@@ -1,0 +1,34 @@
+// Everything that a rule has to ask or tell the user. Rules never open a window of their own.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+namespace kestrune {
+
+enum class PromptIcon { None, Information, Question, Warning, Critical };
+
+// What a file dialog is to show.
+struct FileChoice {
+    QString title;
+    QString startFolder; // empty: the current folder
+    QString filter;      // entries "label|patterns|label|patterns", patterns parted by semicolons
+    bool save = false;
+    bool multiple = false;  // several files may be chosen
+    bool mustExist = false; // only files that exist are accepted
+};
+
+class UserPrompts {
+public:
+    virtual ~UserPrompts() = default;
+    // All calls: window thread; they return when the user has answered, and events run in the meantime.
+    // An exclamation mark stands for PromptIcon::Warning.
+    virtual void Message(const QString& text, PromptIcon icon) = 0;
+    // True for Yes. Closing the box counts as No.
+    virtual bool AskYesNo(const QString& text, PromptIcon icon) = 0;
+    // Full paths in the order of choice; empty when the user cancels. A save dialog asks nothing about a file
+    // that exists already.
+    virtual QStringList ChooseFiles(const FileChoice& choice) = 0;
+};
+
+} // namespace kestrune
