@@ -1,0 +1,16 @@
+// Whole files in, whole files out. A file is written beside its place, flushed, and moved over it, so that a
+// stop at any moment leaves the old content or the new.
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+namespace kestrune {
+
+// Empty when the file does not exist or cannot be read.
+QByteArray ReadWholeFile(const QString& path);
+
+// False when the content could not be stored; an earlier file then stands as it was.
+bool ReplaceFile(const QString& path, const QByteArray& content);
+
+} // namespace kestrune
