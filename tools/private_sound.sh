@@ -66,7 +66,8 @@ done
 pactl set-default-source line >/dev/null 2>&1
 
 # In the background, since the shell would answer a signal only after a command in the foreground had ended.
-"$@" <&0 &
+exec 3<&0
+"$@" <&3 3<&- &
 command_pid=$!
 wait "$command_pid"
 status=$?
