@@ -1,0 +1,289 @@
+#include "playback/transport.h"
+
+#include "app/paths.h"
+#include "playback/play_order.h"
+
+#include <QTimer>
+
+namespace kestrune {
+
+namespace {
+
+constexpr qint64 feedBlockMs = 2000;
+constexpr qint32 seekFromStart = 3;
+// How long a file without a sample plays: a list of nothing else must not keep the processor busy.
+constexpr int emptyFileMs = 100;
+
+QString PauseText() {
+    return QStringLiteral("Pause");
+}
+
+} // namespace
+
+Transport::Transport(const TransportParts& parts, QObject* parent) : QObject(parent), parts_(parts) {
+    KSTAudioPlayer2* player = &parts_.audioPlayer;
+    connect(player, &KSTAudioPlayer2::RequestOnLoadArray, this, &Transport::FeedBlock);
+    connect(player, &KSTAudioPlayer2::EndArrayPlay, this, &Transport::FeedBlock);
+    connect(player, &KSTAudioPlayer2::EndPlay, this, &Transport::AudioPlayer_EndPlay);
+    connect(player, &KSTAudioPlayer2::Timer, this, &Transport::AudioPlayer_Timer);
+}
+
+void Transport::PlayCurrentItem() {
+    if (!ChooseRow()) {
+        return;
+    }
+    const QString file = parts_.rows.FullPath(parts_.state.CurIndex);
+    if (IsPlaying) {
+        if (file == PlayFile) {
+            return;
+        }
+        StopPlay();
+    }
+    PlayFile = file;
+    if (!FileExists(file)) {
+        AskToDeleteRow();
+        return;
+    }
+    if (!OpenPlayFile()) {
+        return;
+    }
+    IsStopping = false;
+    IsPlaying = true;
+    PlayBlock = parts_.audioPlayer.BytesForMs(feedBlockMs);
+    ++startCount_;
+    emit ChangeColorEnabled(false);
+    if (!Feed()) {
+        EndEmptyFileSoon();
+    }
+    SetButton(true);
+    emit ThumbVisible(true);
+    emit PositionReset();
+    emit RowShown(parts_.state.CurIndex);
+    parts_.rows.ClearAllBold();
+    parts_.rows.SetBold(parts_.state.CurIndex, true);
+    emit PlayPressed();
+    emit LampShown(Lamp::Playing);
+    SetPlayButtonTrueFalse(ButtonPlay, false);
+    emit ScrollBarMoved();
+    emit KhzShown(true, parts_.audioFile.GetFormatText());
+}
+
+// Sets CurIndex to a row with a file. False for an empty list.
+bool Transport::ChooseRow() {
+    ProgramState& state = parts_.state;
+    if (state.CurIndex < 1) {
+        const bool several = FindSel(parts_.rows) > 1;
+        state.CurIndex = several ? FindNextSel(state, parts_.rows, parts_.options, parts_.clock) : 1;
+    }
+    if (parts_.rows.FullPath(state.CurIndex).isEmpty()) {
+        if (parts_.rows.Count() == 0) {
+            return false;
+        }
+        state.CurIndex = 1;
+    }
+    return true;
+}
+
+void Transport::AskToDeleteRow() {
+    const bool remove = parts_.prompts.AskYesNo(
+        QStringLiteral("The selected file no longer exists. Would you like to delete it "
+                       "from your playlist?"),
+        PromptIcon::Information);
+    if (!remove) {
+        return;
+    }
+    ProgramState& state = parts_.state;
+    parts_.rows.Remove(state.CurIndex);
+    state.CurIndex = std::min(state.CurIndex, parts_.rows.Count());
+}
+
+// Opens the file and the output. False leaves both closed.
+bool Transport::OpenPlayFile() {
+    ProgramState& state = parts_.state;
+    KSTAudioFile2& file = parts_.audioFile;
+    KSTAudioPlayer2& player = parts_.audioPlayer;
+    emit RowShown(state.CurIndex);
+    file.OpenRead(PlayFile, 0, 1);
+    state.LastIndex = state.CurIndex;
+    emit NameShown(parts_.rows.Field(state.CurIndex, SubFileName));
+    if (file.GetFormatId() < 0) {
+        return false;
+    }
+    PlayPos = 0;
+    const qint64 length = file.GetLengthBytes();
+    if (length != 0) {
+        PlayTotal = length;
+    }
+    player.SetFormat(file.GetWaveFormat(), file.GetChannels());
+    player.Prepare();
+    if (player.GetStatus() < 0) {
+        file.CloseFile();
+        return false;
+    }
+    return true;
+}
+
+void Transport::FeedBlock() {
+    Feed();
+}
+
+bool Transport::Feed() {
+    const QByteArray block = parts_.audioFile.ReadBlock(PlayBlock);
+    if (block.size() <= 1) {
+        return false;
+    }
+    parts_.audioPlayer.WriteBlock(block);
+    return true;
+}
+
+// The player only tells the end of what it was given.
+void Transport::EndEmptyFileSoon() {
+    QTimer::singleShot(emptyFileMs, this, [this, start = startCount_] {
+        if (start == startCount_ && IsPlaying && !IsPaused) {
+            AudioPlayer_EndPlay();
+        }
+    });
+}
+
+void Transport::StopPlay() {
+    IsStopping = true;
+    parts_.audioPlayer.StopOutput();
+    parts_.audioFile.CloseFile();
+    IsPlaying = false;
+    emit ChangeColorEnabled(true);
+    emit PauseCaption(PauseText());
+    emit DisplayCleared();
+    SetButton(false);
+    SetPlayButtonTrueFalse(ButtonPlay, true);
+    emit PositionReset();
+    emit ThumbVisible(false);
+    parts_.rows.ClearAllBold();
+    emit ButtonsReturned();
+    emit LampShown(Lamp::Stopped);
+    emit ClockCleared();
+    emit KhzShown(false, QString());
+}
+
+void Transport::PauseContinue() {
+    if (IsStopping) {
+        return;
+    }
+    KSTAudioPlayer2& player = parts_.audioPlayer;
+    if (!IsPaused) {
+        emit PauseCaption(QStringLiteral("Continue"));
+        IsPaused = true;
+        // The figure stands still only once the output has stopped; the sound goes on until then.
+        player.StopOutput();
+        PlayPos += player.GetPlayedBytes();
+        emit ChangeColorEnabled(true);
+        emit PausePressed(true);
+        emit LampShown(Lamp::Paused);
+        SetPlayButtonTrueFalse(ButtonPlay, true);
+        return;
+    }
+    emit PauseCaption(PauseText());
+    IsPaused = false;
+    player.Prepare();
+    parts_.audioFile.SeekTo(PlayPos, seekFromStart);
+    emit ChangeColorEnabled(false);
+    FeedBlock();
+    emit PausePressed(false);
+    emit LampShown(Lamp::Playing);
+    SetPlayButtonTrueFalse(ButtonPlay, false);
+}
+
+void Transport::SeekToMs(qint64 targetMs) {
+    parts_.state.SeekDragging = false;
+    if (!IsPlaying) {
+        return;
+    }
+    parts_.audioPlayer.ClearBlocks();
+    PlayPos = parts_.audioFile.SeekTo(parts_.audioPlayer.BytesForMs(targetMs), seekFromStart);
+    FeedBlock();
+    FeedBlock();
+}
+
+void Transport::AudioPlayer_EndPlay() {
+    StopPlay();
+    if (!parts_.options.IsModeChecked(PlayMode::Repeat)) {
+        parts_.state.CurIndex = FindNextSel(parts_.state, parts_.rows, parts_.options, parts_.clock);
+    }
+    PlayCurrentItem();
+}
+
+void Transport::AudioPlayer_Timer(qint64 playedBytes) {
+    if (!parts_.state.SeekDragging) {
+        emit TimeShown(parts_.audioPlayer.MsForBytes(PlayPos + playedBytes), parts_.audioFile.GetLengthMs());
+    }
+}
+
+void Transport::SetButton(bool flag) {
+    for (const int index : {ButtonPrevious, ButtonPause, ButtonPlay, ButtonStop, ButtonNext}) {
+        SetPlayButtonTrueFalse(index, flag);
+    }
+    SetPlayButtonTrueFalse(ButtonRecord, !flag);
+    SetPreNextButton();
+}
+
+void Transport::SetPreNextButton() {
+    const bool enabled = IsPlaying && parts_.rows.Count() >= 2;
+    SetPlayButtonTrueFalse(ButtonPrevious, enabled);
+    SetPlayButtonTrueFalse(ButtonNext, enabled);
+}
+
+void Transport::SetPlayButtonTrueFalse(int index, bool enabled) {
+    if (index < 0 || index >= transportButtonCount) {
+        return;
+    }
+    buttonEnabled_[static_cast<size_t>(index)] = enabled;
+    emit ButtonEnabled(index, enabled);
+}
+
+void Transport::ImagePlayButton_Click(int index) {
+    ProgramState& state = parts_.state;
+    switch (index) {
+    case ButtonPrevious:
+        state.CurIndex = FindLastSel(state, parts_.rows, parts_.options, parts_.clock);
+        PlayCurrentItem();
+        break;
+    case ButtonPause:
+        PauseContinue();
+        break;
+    case ButtonPlay:
+        if (IsPaused) {
+            PauseContinue();
+        } else if (!IsPlaying) {
+            PlayCurrentItem();
+        }
+        break;
+    case ButtonStop:
+        IsPaused = false;
+        StopPlay();
+        break;
+    case ButtonNext:
+        state.CurIndex = FindNextSel(state, parts_.rows, parts_.options, parts_.clock);
+        PlayCurrentItem();
+        break;
+    default:
+        break;
+    }
+}
+
+void Transport::ListViewPlaylist_DblClick() {
+    parts_.state.CurIndex = parts_.state.ClickedIndex;
+    PlayCurrentItem();
+}
+
+void Transport::ListViewPlaylist_Click() {
+    const ProgramState& state = parts_.state;
+    if (parts_.rows.Count() > 0) {
+        if (state.CurIndex <= 0) {
+            SetPlayButtonTrueFalse(ButtonPlay, false);
+        } else if (!parts_.rows.Field(state.CurIndex, RowText).isEmpty()) {
+            SetPlayButtonTrueFalse(ButtonPlay, true);
+        }
+    }
+    SetPreNextButton();
+}
+
+} // namespace kestrune

@@ -1,0 +1,111 @@
+// Plays the rows of the list: the pull loop between file and player, the transport's state, and its buttons.
+#pragma once
+
+#include "app/options.h"
+#include "app/program_state.h"
+#include "components/audio_file.h"
+#include "components/audio_player.h"
+#include "components/clock.h"
+#include "components/pending_events.h"
+#include "components/user_prompts.h"
+#include "playlist/playlist_rows.h"
+
+#include <QObject>
+#include <array>
+
+namespace kestrune {
+
+// Buttons of the transport, by the index of ImagePlayButton.
+enum TransportButton {
+    ButtonPrevious = 0,
+    ButtonPause = 1,
+    ButtonPlay = 2,
+    ButtonStop = 3,
+    ButtonRecord = 4,
+    ButtonNext = 5
+};
+inline constexpr int transportButtonCount = 6;
+
+// Lamps of ImageSmall.
+enum class Lamp { Stopped = 0, Playing = 1, Paused = 2 };
+
+// What the transport works with. All of it must outlive the transport.
+struct TransportParts {
+    ProgramState& state;
+    PlaylistRows& rows;
+    Options& options;
+    KSTAudioFile2& audioFile;
+    KSTAudioPlayer2& audioPlayer;
+    UserPrompts& prompts;
+    Clock& clock;
+};
+
+// Window thread. No procedure reports an error; a file or output that cannot be opened leaves the transport
+// stopped.
+class Transport : public QObject {
+    Q_OBJECT
+public:
+    explicit Transport(const TransportParts& parts, QObject* parent = nullptr);
+
+    // --- State ---
+    bool IsPlaying = false; // a file is open and feeding; stays true while paused
+    bool IsPaused = false;
+    bool IsStopping = false; // from the start of a stop to the next start of a file
+    bool IsRecording = false;
+    qint64 PlayPos = 0;   // bytes played before the current run of the player
+    qint64 PlayTotal = 0; // length of the file in bytes
+    qint64 PlayBlock = 0; // bytes of 2000 ms
+    QString PlayFile;     // the file last started
+    bool IsButtonEnabled(int index) const { return buttonEnabled_[static_cast<size_t>(index)]; }
+
+    // --- Procedures ---
+    void PlayCurrentItem();
+    void StopPlay();
+    void PauseContinue();
+    void FeedBlock();
+    // Mouse up on the position thumb: goes on from the given place. Also while paused, where only the place
+    // is kept.
+    void SeekToMs(qint64 targetMs);
+    void SetButton(bool flag);
+    void SetPreNextButton();
+    void SetPlayButtonTrueFalse(int index, bool enabled);
+
+    // --- What the user does ---
+    void ImagePlayButton_Click(int index);
+    void ListViewPlaylist_DblClick();
+    // After a click on a row.
+    void ListViewPlaylist_Click();
+
+signals:
+    void NameShown(const QString& fileName);
+    void ButtonEnabled(int index, bool enabled);
+    void LampShown(kestrune::Lamp lamp);
+    void PauseCaption(const QString& caption);
+    void PlayPressed(); // Play wears its pressed picture
+    void PausePressed(bool pressed);
+    void ButtonsReturned(); // no button wears a picture
+    void ChangeColorEnabled(bool enabled);
+    void ThumbVisible(bool visible); // thumb of the position bar
+    void PositionReset();            // SetStepLine(0)
+    void ClockCleared();
+    void KhzShown(bool show, const QString& formatText);
+    void DisplayCleared();
+    void RowShown(int row);
+    void ScrollBarMoved();
+    void TimeShown(qint64 ms, qint64 totalMs);
+
+private:
+    bool Feed();
+    void EndEmptyFileSoon();
+    bool ChooseRow();
+    bool OpenPlayFile();
+    void AskToDeleteRow();
+    void AudioPlayer_EndPlay();
+    void AudioPlayer_Timer(qint64 playedBytes);
+
+    TransportParts parts_;
+    int startCount_ = 0; // files started so far, to tell a late call from a present one
+    std::array<bool, transportButtonCount> buttonEnabled_ = {false, false, false, false, true, false};
+};
+
+} // namespace kestrune
