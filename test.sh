@@ -1,0 +1,160 @@
+#!/usr/bin/env bash
+# Installs what is missing, builds everything and runs every check: format, static analysis, tests, tests again under
+# the sanitizers, and each fuzz target for a while. Ends at the first failure with a status that is not 0.
+#   KESTRUNE_FUZZ_SECONDS   how long each fuzz target runs, 60 by default
+#   KESTRUNE_E2E_KEEP       a folder for pictures, logs and captured sound of end-to-end tests that fail
+set -euo pipefail
+cd "$(dirname "$0")"
+exec </dev/null
+
+# Every process of this run carries this in its environment, which is how one left behind is found.
+export KESTRUNE_RUN_ID="test-$$-$(date +%s)"
+export KESTRUNE_E2E_KEEP="${KESTRUNE_E2E_KEEP:-$PWD/build/e2e-failures}"
+export QT_QPA_PLATFORM=offscreen
+export ASAN_OPTIONS="${ASAN_OPTIONS:-detect_leaks=1:strict_string_checks=1}"
+export UBSAN_OPTIONS="${UBSAN_OPTIONS:-print_stacktrace=1}"
+unset DISPLAY WAYLAND_DISPLAY
+logs=$PWD/build/logs
+fuzzSeconds=${KESTRUNE_FUZZ_SECONDS:-60}
+section="start"
+sectionBegan=$SECONDS
+
+Section() {
+    section=$1
+    sectionBegan=$SECONDS
+    printf '\n==== %s\n' "$section"
+}
+
+Done() {
+    printf '==== %s: passed in %d s\n' "$section" $((SECONDS - sectionBegan))
+}
+
+# Ids of the processes of this run other than this shell and its own children in the foreground.
+LeftOver() {
+    local folder id
+    for folder in /proc/[0-9]*; do
+        id=${folder#/proc/}
+        [ "$id" != $$ ] && [ "$id" != "$BASHPID" ] || continue
+        grep -qzF "KESTRUNE_RUN_ID=$KESTRUNE_RUN_ID" "$folder/environ" 2>/dev/null && echo "$id"
+    done
+    return 0
+}
+
+EndAll() {
+    local status=$? ids
+    trap - EXIT
+    for _ in $(seq 20); do
+        ids=$(LeftOver)
+        [ -n "$ids" ] || break
+        sleep 0.25
+    done
+    if [ -n "$ids" ]; then
+        echo "These processes were left running and are ended now:" >&2
+        for id in $ids; do
+            echo "  $id $(tr '\0' ' ' <"/proc/$id/cmdline" 2>/dev/null)" >&2
+            kill -KILL "$id" 2>/dev/null || true
+        done
+        [ $status -ne 0 ] || status=1
+    fi
+    [ $status -eq 0 ] || printf '\n==== %s: FAILED\n' "$section" >&2
+    exit $status
+}
+trap EndAll EXIT
+trap 'exit 130' INT
+trap 'exit 143' TERM HUP
+
+# Runs a noisy command and shows what it said only if it fails.
+Quietly() {
+    local log=$1
+    shift
+    mkdir -p "$logs"
+    "$@" >"$log" 2>&1 || { local status=$?; tail -n 200 "$log"; return $status; }
+}
+
+SourceFiles() {
+    git ls-files -- '*.h' '*.cpp' 2>/dev/null || find src tests fuzz benchmarks -name '*.h' -o -name '*.cpp'
+}
+
+RunTests() {
+    local preset=$1
+    shift
+    mkdir -p "$logs"
+    ctest --test-dir "build/$preset" --output-on-failure --no-tests=error --timeout 420 -j 2 "$@" |
+        tee "$logs/ctest-$preset.log"
+}
+
+Fuzz() {
+    local target=$1 work status=0
+    work=$(mktemp -d)
+    mkdir "$work/corpus"
+    # A copy, since the fuzzer adds to its corpus.
+    [ ! -d "fuzz/corpus/$target" ] || cp -r "fuzz/corpus/$target/." "$work/corpus/"
+    "build/fuzz/$target" "$work/corpus" -max_total_time="$fuzzSeconds" -timeout=10 -rss_limit_mb=3000 \
+        -print_final_stats=1 -artifact_prefix="$logs/$target-" >"$logs/$target.log" 2>&1 || status=$?
+    rm -rf "$work"
+    return $status
+}
+
+Section "Packages"
+tools/install_packages.sh
+Done
+
+Section "Build (release)"
+Quietly "$logs/configure-release.log" cmake --preset release
+Quietly "$logs/build-release.log" cmake --build --preset release
+Done
+
+Section "Format"
+SourceFiles | xargs -r clang-format --dry-run -Werror
+Done
+
+Section "Static analysis"
+Quietly "$logs/clang-tidy.log" run-clang-tidy -quiet -j 2 -p build/release "^$PWD/src/.*\\.cpp\$"
+Done
+
+Section "Tests (release)"
+RunTests release
+Done
+
+Section "Tests under the address and undefined behaviour sanitizers"
+Quietly "$logs/configure-asan.log" cmake --preset asan
+# A test's name is its target's name; nothing else needs building here.
+mapfile -t targets < <(ctest --test-dir build/asan --show-only -L '^(rules|backends)$' |
+    sed -n 's/^ *Test *#[0-9]*: *//p')
+Quietly "$logs/build-asan.log" cmake --build --preset asan --target "${targets[@]}"
+RunTests asan -L '^(rules|backends)$'
+Done
+
+Section "Fuzzing, $fuzzSeconds s for each target"
+mapfile -t targets < <(find fuzz -maxdepth 1 -name 'fuzz_*.cpp' -printf '%f\n' | sed 's/\.cpp$//' | sort)
+if [ ${#targets[@]} -gt 0 ]; then
+    Quietly "$logs/configure-fuzz.log" cmake --preset fuzz
+    Quietly "$logs/build-fuzz.log" cmake --build --preset fuzz --target "${targets[@]}"
+    for ((i = 0; i < ${#targets[@]}; i += 2)); do
+        declare -A running=()
+        for target in "${targets[@]:i:2}"; do
+            Fuzz "$target" &
+            running[$target]=$!
+        done
+        for target in "${!running[@]}"; do
+            if ! wait "${running[$target]}"; then
+                tail -n 60 "$logs/$target.log"
+                exit 1
+            fi
+            echo "$target: $(sed -n 's/^stat::number_of_executed_units: *//p' "$logs/$target.log") runs"
+        done
+        unset running
+    done
+else
+    echo "There are no fuzz targets."
+fi
+Done
+
+Section "Processes left behind"
+left=$(LeftOver)
+[ -z "$left" ] || exit 1
+Done
+
+printf '\n==== All passed in %d s\n' "$SECONDS"
+grep -E 'tests passed' "$logs/ctest-asan.log" | sed 's/^/Under the sanitizers: /'
+grep -E 'tests passed' "$logs/ctest-release.log"
