@@ -21,6 +21,7 @@ sys.path.insert(0, os.path.join(ROOT, "tools"))
 import native_playlist  # noqa: E402  (found through the line above)
 
 WINDOW_WIDTH, WINDOW_HEIGHT = 393, 385
+TITLE_HEAD = (60, 240)
 MAIN_WINDOW_TITLE = "^Kestrune"
 PR_SET_PDEATHSIG = 1
 _LIBC = ctypes.CDLL(None)
@@ -268,6 +269,17 @@ class Program:
         time.sleep(0.1)
         self.stage.key("End")
         time.sleep(0.1)
+
+    def add_files(self, paths):
+        """Through the file dialog, which takes several names in quotes."""
+        self.stage.key("Insert")
+        wait_for(lambda: self.stage.active_window() not in (0, self.window), "the file dialog")
+        self.stage.type_text(paths[0] if len(paths) == 1 else " ".join(f'"{path}"' for path in paths))
+        self.stage.key("Return")
+
+    def sort_by_title(self):
+        """A click on the head of the list's first column."""
+        self.click(*TITLE_HEAD)
 
     def kill(self):
         with contextlib.suppress(ProcessLookupError):

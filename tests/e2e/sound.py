@@ -99,3 +99,23 @@ def pieces_between_silence(values, silence_frames=64):
     if begin is not None:
         found.append((begin, len(values) // 2 - quiet))
     return found
+
+
+def common_frames(pcm, frame, piece, piece_frame):
+    """Number of frames from which on pcm and piece, each from its own frame, are no longer the same."""
+    at, other = frame * FRAME_BYTES, piece_frame * FRAME_BYTES
+    length = min(len(pcm) - at, len(piece) - other)
+    low, high = 0, length // FRAME_BYTES
+    while low < high:
+        middle = (low + high + 1) // 2
+        if pcm[at : at + middle * FRAME_BYTES] == piece[other : other + middle * FRAME_BYTES]:
+            low = middle
+        else:
+            high = middle - 1
+    return low
+
+
+def skip_silence(pcm, frame):
+    """The first frame from `frame` on that is not silent, or the number of frames."""
+    rest = pcm[frame * FRAME_BYTES :]
+    return frame + (len(rest) - len(rest.lstrip(b"\0"))) // FRAME_BYTES

@@ -1,0 +1,73 @@
+"""What the windows tell a screen reader: read from an accessibility bus of the test's own."""
+
+import os
+import re
+
+import harness
+
+ROOT_PATH = "/org/a11y/atspi/accessible/root"
+REGISTRY = "org.a11y.atspi.Registry"
+ACCESSIBLE = "org.a11y.atspi.Accessible"
+LAUNCHERS = ("/usr/libexec/at-spi-bus-launcher", "/usr/lib/at-spi2-core/at-spi-bus-launcher")
+
+
+class Reader:
+    """A session bus and an accessibility bus. Programs that the stage starts from now on are on them."""
+
+    def __init__(self, stage):
+        self._stage = stage
+        address_file = stage.log("session-bus-address")
+        with open(address_file, "w", encoding="utf-8") as output:
+            stage.child(["dbus-daemon", "--session", "--nofork", "--nopidfile", "--print-address"], stdout=output,
+                        log=stage.log("session-bus"))
+        stage.env["DBUS_SESSION_BUS_ADDRESS"] = harness.wait_for(lambda: _first_line(address_file), "the session bus")
+        stage.env["QT_LINUX_ACCESSIBILITY_ALWAYS_ON"] = "1"
+        stage.env.pop("NO_AT_BRIDGE", None)
+        stage.child([_launcher(), "--launch-immediately"], log=stage.log("accessibility-bus"))
+        self._bus = harness.wait_for(self._ask_for_bus, "the accessibility bus")
+
+    def _ask_for_bus(self):
+        answer = self._stage.ask(["dbus-send", "--session", "--print-reply=literal", "--dest=org.a11y.Bus",
+                                  "/org/a11y/bus", "org.a11y.Bus.GetAddress"])
+        return answer.strip()
+
+    def _call(self, owner, path, method, *arguments):
+        return self._stage.ask(["dbus-send", f"--bus={self._bus}", "--print-reply", "--reply-timeout=3000",
+                                f"--dest={owner}", path, method, *arguments])
+
+    def _children(self, owner, path):
+        answer = self._call(owner, path, ACCESSIBLE + ".GetChildren")
+        return re.findall(r'string "([^"]+)"\s+object path "([^"]+)"', answer)
+
+    def _name(self, owner, path):
+        answer = self._call(owner, path, "org.freedesktop.DBus.Properties.Get", f"string:{ACCESSIBLE}", "string:Name")
+        found = re.search(r'variant +string "(.*)"\n', answer, re.DOTALL)
+        return found.group(1) if found else ""
+
+    def _process_of(self, owner):
+        answer = self._call("org.freedesktop.DBus", "/org/freedesktop/DBus",
+                            "org.freedesktop.DBus.GetConnectionUnixProcessID", f"string:{owner}")
+        found = re.search(r"uint32 (\d+)", answer)
+        return int(found.group(1)) if found else 0
+
+    def texts(self, process_id, most=400):
+        """Names of all that a process shows, parents before children; empty while it is not on the bus."""
+        waiting = [place for place in self._children(REGISTRY, ROOT_PATH) if self._process_of(place[0]) == process_id]
+        names = []
+        while waiting and len(names) < most:
+            place = waiting.pop(0)
+            names.append(self._name(*place))
+            waiting[:0] = self._children(*place)
+        return [name for name in names if name]
+
+
+def _first_line(path):
+    with open(path, encoding="utf-8") as file:
+        return file.readline().strip()
+
+
+def _launcher():
+    for path in LAUNCHERS:
+        if os.path.exists(path):
+            return path
+    raise harness.Failure("the accessibility bus is not installed")
