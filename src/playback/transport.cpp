@@ -2,6 +2,7 @@
 
 #include "app/paths.h"
 #include "playback/play_order.h"
+#include "playback/position.h"
 
 #include <QTimer>
 
@@ -192,12 +193,13 @@ void Transport::PauseContinue() {
     SetPlayButtonTrueFalse(ButtonPlay, false);
 }
 
-void Transport::SeekToMs(qint64 targetMs) {
+void Transport::SeekToLine(double lineWidth, int thumbWidth) {
     parts_.state.SeekDragging = false;
     if (!IsPlaying) {
         return;
     }
     parts_.audioPlayer.ClearBlocks();
+    const qint64 targetMs = SeekTargetMs(lineWidth, parts_.audioFile.GetLengthMs(), thumbWidth);
     PlayPos = parts_.audioFile.SeekTo(parts_.audioPlayer.BytesForMs(targetMs), seekFromStart);
     FeedBlock();
     FeedBlock();

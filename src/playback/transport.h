@@ -63,9 +63,9 @@ public:
     void StopPlay();
     void PauseContinue();
     void FeedBlock();
-    // Mouse up on the position thumb: goes on from the given place. Also while paused, where only the place
-    // is kept.
-    void SeekToMs(qint64 targetMs);
+    // Mouse up on the position thumb: goes on from the place that the width of the elapsed line stands for.
+    // While paused only the place is kept.
+    void SeekToLine(double lineWidth, int thumbWidth);
     void SetButton(bool flag);
     void SetPreNextButton();
     void SetPlayButtonTrueFalse(int index, bool enabled);
