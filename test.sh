@@ -109,7 +109,10 @@ SourceFiles | xargs -r clang-format --dry-run -Werror
 Done
 
 Section "Static analysis"
-Quietly "$logs/clang-tidy.log" run-clang-tidy -quiet -j 2 -p build/release "^$PWD/src/.*\\.cpp\$"
+if ! run-clang-tidy -quiet -j 2 -p build/release "^$PWD/src/.*\\.cpp\$" >"$logs/clang-tidy.log" 2>&1; then
+    grep -vE '^clang-tidy|warnings? generated|^$' "$logs/clang-tidy.log"
+    exit 1
+fi
 Done
 
 Section "Tests (release)"
