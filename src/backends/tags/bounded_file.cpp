@@ -1,0 +1,63 @@
+#include "backends/tags/bounded_file.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+
+namespace kestrune {
+
+namespace {
+
+// Room for a tag with large pictures in it.
+constexpr qint64 fullBudgetBytes = 24 * 1024 * 1024;
+// What a read costs at least, so that a chain of tiny ones ends too.
+constexpr qint64 leastCostBytes = 256;
+
+} // namespace
+
+BoundedFile::BoundedFile(const QString& path) : file_(path), budgetBytes_(fullBudgetBytes) {}
+
+Outcome BoundedFile::Open() {
+    if (!QFileInfo(file_.fileName()).isFile() || !file_.open(QIODevice::ReadOnly)) {
+        return Outcome::NotFound;
+    }
+    sizeBytes_ = file_.size();
+    return Outcome::Ok;
+}
+
+void BoundedFile::Seek(qint64 position) {
+    position_ = std::max<qint64>(position, 0);
+}
+
+qint64 BoundedFile::Read(char* out, qint64 bytes) {
+    const qint64 left = std::min(sizeBytes_ - position_, budgetBytes_);
+    const qint64 wanted = std::min(bytes, left);
+    if (wanted <= 0) {
+        return 0;
+    }
+    if (file_.pos() != position_ && !file_.seek(position_)) {
+        return 0;
+    }
+    const qint64 got = std::max<qint64>(file_.read(out, wanted), 0);
+    position_ += got;
+    budgetBytes_ -= std::max(got, leastCostBytes);
+    return got;
+}
+
+QByteArray BoundedFile::Read(qint64 bytes) {
+    const qint64 left = std::clamp<qint64>(std::min(sizeBytes_ - position_, budgetBytes_), 0, bytes);
+    QByteArray block(left, Qt::Uninitialized);
+    block.truncate(Read(block.data(), left));
+    return block;
+}
+
+QByteArray BoundedFile::ReadAt(qint64 position, qint64 bytes) {
+    Seek(position);
+    return Read(bytes);
+}
+
+void BoundedFile::RenewBudget() {
+    budgetBytes_ = fullBudgetBytes;
+}
+
+} // namespace kestrune

@@ -1,0 +1,21 @@
+// The 128 bytes at the end of an MPEG file.
+#pragma once
+
+#include "components/audio_information.h"
+
+#include <QByteArray>
+
+#include <optional>
+
+namespace kestrune {
+
+inline constexpr int id3v1Bytes = 128;
+
+// Fields of an ID3v1 or ID3v1.1 block; empty if the bytes are none. Text ends at the first zero byte and
+// loses its trailing blanks; bytes that are not UTF-8 are taken as Latin-1.
+std::optional<TagFields> ParseId3v1(const QByteArray& block);
+
+// Text of bytes that say nothing of their coding: UTF-8 if they are that, else Latin-1.
+QString TextOfBytes(const QByteArray& bytes);
+
+} // namespace kestrune

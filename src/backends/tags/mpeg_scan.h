@@ -1,0 +1,33 @@
+// Finds the first true frame of an MPEG audio stream.
+#pragma once
+
+#include "backends/tags/bounded_file.h"
+
+#include <optional>
+
+namespace kestrune {
+
+struct MpegFrame {
+    qint64 offset = 0; // bytes from the start of the file
+    int layer = 0;     // 1 to 3
+    bool mpeg1 = true; // false for the half (MPEG 2) and quarter (MPEG 2.5) sample rates
+    int rateHz = 0;
+    int channels = 0;
+    int bitrateBps = 0;
+    int frameBytes = 0;
+    int samples = 0; // sample frames in a frame
+};
+
+// Decodes the four bytes of a frame header (ISO 11172-3, 2.4.2.3); empty if they are none. Streams of free
+// bit rate are not recognised. `offset` of the result is 0.
+std::optional<MpegFrame> ParseMpegHeader(const QByteArray& bytes);
+
+// Looks from `start` on, in 128 KiB, for a frame that is followed by two of its kind, or by fewer where the
+// file or its closing tag comes first. Such a chain does not come about by chance in data of another kind.
+std::optional<MpegFrame> FindMpegFrame(BoundedFile& file, qint64 start);
+
+// The samples that the encoder's delay and padding add at both ends, from the gapless data behind a Xing
+// header in the first frame; 0 if there is none.
+int GaplessTrim(BoundedFile& file, const MpegFrame& first);
+
+} // namespace kestrune

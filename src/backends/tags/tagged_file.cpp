@@ -1,0 +1,285 @@
+#include "backends/tags/tagged_file.h"
+
+#include "backends/tags/audio_kind.h"
+
+#include <taglib/aifffile.h>
+#include <taglib/apefile.h>
+#include <taglib/asffile.h>
+#include <taglib/flacfile.h>
+#include <taglib/id3v2framefactory.h>
+#include <taglib/mp4file.h>
+#include <taglib/mpcfile.h>
+#include <taglib/mpegfile.h>
+#include <taglib/oggflacfile.h>
+#include <taglib/oggpageheader.h>
+#include <taglib/opusfile.h>
+#include <taglib/speexfile.h>
+#include <taglib/trueaudiofile.h>
+#include <taglib/vorbisfile.h>
+#include <taglib/wavfile.h>
+#include <taglib/wavpackfile.h>
+#include <taglib/xingheader.h>
+
+#include <algorithm>
+#include <limits>
+
+namespace kestrune {
+
+namespace {
+
+template <class File>
+std::unique_ptr<TagLib::File> OpenAs(TagLib::IOStream& stream) {
+    return std::make_unique<File>(&stream, true, TagLib::AudioProperties::Average);
+}
+
+// For kinds whose tags are made of ID3v2 frames.
+template <class File>
+std::unique_ptr<TagLib::File> OpenWithFrames(TagLib::IOStream& stream) {
+    return std::make_unique<File>(&stream, TagLib::ID3v2::FrameFactory::instance(), true,
+                                  TagLib::AudioProperties::Average);
+}
+
+void SetCoding(AudioFacts& facts, AVCodecID coding, int bits) {
+    facts.kind = KindName(coding, bits);
+    facts.formatTag = WaveFormatNumber(coding);
+    facts.bitsPerSample = bits > 0 && IsLossless(coding) ? bits : 16;
+}
+
+void SetFrames(AudioFacts& facts, qint64 frames) {
+    facts.frames = std::max<qint64>(frames, 0);
+    facts.durationMs = DurationOfFrames(facts.frames, facts.rateHz);
+}
+
+int BitrateOf(qint64 bytes, qint64 frames, int rateHz) {
+    if (frames <= 0) {
+        return 0;
+    }
+    const double bps = static_cast<double>(bytes) * 8 * rateHz / static_cast<double>(frames);
+    return static_cast<int>(std::min<double>(bps + 0.5, std::numeric_limits<int>::max()));
+}
+
+void SetPlainBitrate(AudioFacts& facts, int bits) {
+    const qint64 bps = static_cast<qint64>(facts.rateHz) * facts.channels * bits;
+    facts.bitrateBps = static_cast<int>(std::min<qint64>(bps, std::numeric_limits<int>::max()));
+}
+
+void SetWave(AudioFacts& facts, const TagLib::RIFF::WAV::Properties& wave) {
+    const int bits = wave.bitsPerSample();
+    const AVCodecID coding = CodingOfWaveFormat(wave.format(), bits);
+    SetCoding(facts, coding, bits);
+    facts.formatTag = wave.format();
+    if (wave.format() == 1 || wave.format() == 3) {
+        SetPlainBitrate(facts, (bits + 7) / 8 * 8);
+    }
+    if (wave.sampleFrames() > 0) {
+        SetFrames(facts, wave.sampleFrames());
+    }
+}
+
+void SetMpeg(AudioFacts& facts, const TagLib::MPEG::Properties& mpeg, BoundedFile& file,
+             const MpegFrame& first) {
+    SetCoding(facts,
+              first.layer == 1   ? AV_CODEC_ID_MP1
+              : first.layer == 2 ? AV_CODEC_ID_MP2
+                                 : AV_CODEC_ID_MP3,
+              0);
+    facts.rateHz = first.rateHz;
+    facts.channels = first.channels;
+    const TagLib::MPEG::XingHeader* counted = mpeg.xingHeader();
+    if (counted != nullptr && counted->isValid() && counted->totalFrames() > 0) {
+        const qint64 coded = static_cast<qint64>(counted->totalFrames()) * first.samples;
+        facts.bitrateBps = counted->totalSize() > 0 ? BitrateOf(counted->totalSize(), coded, first.rateHz)
+                                                    : mpeg.bitrate() * 1000;
+        SetFrames(facts, coded - GaplessTrim(file, first));
+        return;
+    }
+    facts.bitrateBps = first.bitrateBps;
+    if (facts.durationMs == 0 && first.bitrateBps > 0) {
+        // TagLib does not measure layer 1.
+        facts.durationMs = (file.SizeBytes() - first.offset) * 8000 / first.bitrateBps;
+    }
+}
+
+AVCodecID AsfCoding(const TagLib::ASF::Properties& asf) {
+    switch (asf.codec()) {
+    case TagLib::ASF::Properties::WMA1:
+        return AV_CODEC_ID_WMAV1;
+    case TagLib::ASF::Properties::WMA9Pro:
+        return AV_CODEC_ID_WMAPRO;
+    case TagLib::ASF::Properties::WMA9Lossless:
+        return AV_CODEC_ID_WMALOSSLESS;
+    default:
+        return AV_CODEC_ID_WMAV2;
+    }
+}
+
+// The place of a page in the samples stands in its header.
+void SetOggFrames(AudioFacts& facts, TagLib::Ogg::File& ogg, qint64 skippedFrames) {
+    const TagLib::Ogg::PageHeader* first = ogg.firstPageHeader();
+    const TagLib::Ogg::PageHeader* last = ogg.lastPageHeader();
+    if (first != nullptr && last != nullptr && last->absoluteGranularPosition() > 0) {
+        SetFrames(facts,
+                  last->absoluteGranularPosition() - first->absoluteGranularPosition() - skippedFrames);
+    }
+}
+
+qint64 OpusPreSkip(TagLib::Ogg::Opus::File& opus) {
+    const TagLib::ByteVector head = opus.packet(0);
+    return head.size() >= 12 ? head.toUShort(10U, false) : 0;
+}
+
+template <class Properties>
+void SetCounted(AudioFacts& facts, const Properties& properties, AVCodecID coding, int bits) {
+    SetCoding(facts, coding, bits);
+    SetFrames(facts, static_cast<qint64>(properties.sampleFrames()));
+}
+
+void SetOgg(AudioFacts& facts, TagLib::File& tagged, Container container) {
+    if (container == Container::OggVorbis) {
+        SetCoding(facts, AV_CODEC_ID_VORBIS, 0);
+        SetOggFrames(facts, dynamic_cast<TagLib::Ogg::File&>(tagged), 0);
+    } else if (container == Container::OggOpus) {
+        auto& opus = dynamic_cast<TagLib::Ogg::Opus::File&>(tagged);
+        SetCoding(facts, AV_CODEC_ID_OPUS, 0);
+        facts.rateHz = 48000; // what an Opus stream always decodes to
+        SetOggFrames(facts, opus, OpusPreSkip(opus));
+    } else if (container == Container::OggSpeex) {
+        SetCoding(facts, AV_CODEC_ID_SPEEX, 0);
+    } else {
+        const auto& flac = dynamic_cast<TagLib::FLAC::Properties&>(*tagged.audioProperties());
+        SetCounted(facts, flac, AV_CODEC_ID_FLAC, flac.bitsPerSample());
+    }
+}
+
+void SetMp4(AudioFacts& facts, const TagLib::MP4::Properties& mp4) {
+    const bool lossless = mp4.codec() == TagLib::MP4::Properties::ALAC;
+    SetCoding(facts, lossless ? AV_CODEC_ID_ALAC : AV_CODEC_ID_AAC, mp4.bitsPerSample());
+}
+
+// What only the kind's own properties tell: coding, and a frame count where it is stored.
+void SetByKind(AudioFacts& facts, TagLib::File& tagged, BoundedFile& file, const ContainerFound& found) {
+    TagLib::AudioProperties& base = *tagged.audioProperties();
+    switch (found.container) {
+    case Container::Wave:
+        SetWave(facts, dynamic_cast<TagLib::RIFF::WAV::Properties&>(base));
+        break;
+    case Container::Aiff: {
+        const auto& aiff = dynamic_cast<TagLib::RIFF::AIFF::Properties&>(base);
+        SetCounted(facts, aiff, CodingOfWaveFormat(1, aiff.bitsPerSample()), aiff.bitsPerSample());
+        break;
+    }
+    case Container::Flac: {
+        const auto& flac = dynamic_cast<TagLib::FLAC::Properties&>(base);
+        SetCounted(facts, flac, AV_CODEC_ID_FLAC, flac.bitsPerSample());
+        break;
+    }
+    case Container::Musepack:
+        SetCounted(facts, dynamic_cast<TagLib::MPC::Properties&>(base), AV_CODEC_ID_MUSEPACK7, 0);
+        break;
+    case Container::MonkeysAudio: {
+        const auto& ape = dynamic_cast<TagLib::APE::Properties&>(base);
+        SetCounted(facts, ape, AV_CODEC_ID_APE, ape.bitsPerSample());
+        break;
+    }
+    case Container::WavPack: {
+        const auto& wavPack = dynamic_cast<TagLib::WavPack::Properties&>(base);
+        SetCounted(facts, wavPack, AV_CODEC_ID_WAVPACK, wavPack.bitsPerSample());
+        break;
+    }
+    case Container::TrueAudio: {
+        const auto& tta = dynamic_cast<TagLib::TrueAudio::Properties&>(base);
+        SetCounted(facts, tta, AV_CODEC_ID_TTA, tta.bitsPerSample());
+        break;
+    }
+    case Container::Asf:
+        SetCoding(facts, AsfCoding(dynamic_cast<TagLib::ASF::Properties&>(base)), 0);
+        break;
+    case Container::Mp4:
+        SetMp4(facts, dynamic_cast<TagLib::MP4::Properties&>(base));
+        break;
+    case Container::Mpeg:
+        SetMpeg(facts, dynamic_cast<TagLib::MPEG::Properties&>(base), file, *found.mpegFrame);
+        break;
+    default:
+        SetOgg(facts, tagged, found.container);
+        break;
+    }
+}
+
+} // namespace
+
+std::unique_ptr<TagLib::File> OpenTaggedFile(TagLib::IOStream& stream, Container container) {
+    std::unique_ptr<TagLib::File> tagged;
+    switch (container) {
+    case Container::Wave:
+        tagged = OpenAs<TagLib::RIFF::WAV::File>(stream);
+        break;
+    case Container::Aiff:
+        tagged = OpenAs<TagLib::RIFF::AIFF::File>(stream);
+        break;
+    case Container::OggVorbis:
+        tagged = OpenAs<TagLib::Ogg::Vorbis::File>(stream);
+        break;
+    case Container::OggOpus:
+        tagged = OpenAs<TagLib::Ogg::Opus::File>(stream);
+        break;
+    case Container::OggSpeex:
+        tagged = OpenAs<TagLib::Ogg::Speex::File>(stream);
+        break;
+    case Container::OggFlac:
+        tagged = OpenAs<TagLib::Ogg::FLAC::File>(stream);
+        break;
+    case Container::Flac:
+        tagged = OpenWithFrames<TagLib::FLAC::File>(stream);
+        break;
+    case Container::Musepack:
+        tagged = OpenAs<TagLib::MPC::File>(stream);
+        break;
+    case Container::MonkeysAudio:
+        tagged = OpenAs<TagLib::APE::File>(stream);
+        break;
+    case Container::WavPack:
+        tagged = OpenAs<TagLib::WavPack::File>(stream);
+        break;
+    case Container::TrueAudio:
+        tagged = OpenWithFrames<TagLib::TrueAudio::File>(stream);
+        break;
+    case Container::Asf:
+        tagged = OpenAs<TagLib::ASF::File>(stream);
+        break;
+    case Container::Mp4:
+        tagged = OpenAs<TagLib::MP4::File>(stream);
+        break;
+    case Container::Mpeg:
+        tagged = OpenWithFrames<TagLib::MPEG::File>(stream);
+        break;
+    case Container::Avi:
+    case Container::OggOther:
+    case Container::Unknown:
+        break;
+    }
+    return tagged && tagged->isValid() ? std::move(tagged) : nullptr;
+}
+
+std::optional<AudioFacts> TechnicalFacts(TagLib::File& tagged, BoundedFile& file,
+                                         const ContainerFound& found) {
+    const TagLib::AudioProperties* properties = tagged.audioProperties();
+    if (properties == nullptr) {
+        return std::nullopt;
+    }
+    AudioFacts facts;
+    facts.rateHz = properties->sampleRate();
+    facts.channels = properties->channels();
+    facts.bitrateBps = properties->bitrate() * 1000;
+    facts.durationMs = properties->lengthInMilliseconds();
+    SetByKind(facts, tagged, file, found);
+    if (facts.frames == 0) {
+        facts.frames = FramesOfDuration(facts.durationMs, facts.rateHz);
+    }
+    if (facts.rateHz <= 0 || facts.channels <= 0) {
+        return std::nullopt;
+    }
+    return facts;
+}
+
+} // namespace kestrune
