@@ -50,15 +50,29 @@ class Reader:
         found = re.search(r"uint32 (\d+)", answer)
         return int(found.group(1)) if found else 0
 
-    def texts(self, process_id, most=400):
-        """Names of all that a process shows, parents before children; empty while it is not on the bus."""
+    def _all(self, process_id, most=400):
+        """(owner, path) of what a process shows, parents before children; nothing while it is not on the bus."""
         waiting = [place for place in self._children(REGISTRY, ROOT_PATH) if self._process_of(place[0]) == process_id]
-        names = []
-        while waiting and len(names) < most:
+        for _ in range(most):
+            if not waiting:
+                return
             place = waiting.pop(0)
-            names.append(self._name(*place))
+            yield place
             waiting[:0] = self._children(*place)
+
+    def texts(self, process_id):
+        """Names of all that a process shows; empty while it is not on the bus."""
+        names = [self._name(*place) for place in self._all(process_id)]
         return [name for name in names if name]
+
+    def place_of(self, process_id, name):
+        """(x, y, width, height) on the screen, in pixels, of what bears the name."""
+        def find():
+            return next((place for place in self._all(process_id) if self._name(*place) == name), None)
+        owner, path = harness.wait_for(find, f'something called "{name}"')
+        on_screen = "uint32:0"
+        answer = self._call(owner, path, "org.a11y.atspi.Component.GetExtents", on_screen)
+        return tuple(int(number) for number in re.findall(r"int32 (-?\d+)", answer))
 
 
 def _first_line(path):

@@ -21,7 +21,6 @@ sys.path.insert(0, os.path.join(ROOT, "tools"))
 import native_playlist  # noqa: E402  (found through the line above)
 
 WINDOW_WIDTH, WINDOW_HEIGHT = 393, 385
-TITLE_HEAD = (60, 240)
 MAIN_WINDOW_TITLE = "^Kestrune"
 PR_SET_PDEATHSIG = 1
 _LIBC = ctypes.CDLL(None)
@@ -184,6 +183,13 @@ class Stage:
     def type_text(self, text):
         self.xdotool("type", "--delay", "2", "--", text)
 
+    def picture_sum(self, window, left, top, width, height):
+        """A sum over the pixels of a part of a window, equal for equal pictures."""
+        picture = self.folder + "/part.png"
+        self.ask(["import", "-silent", "-window", str(window), "-crop", f"{width}x{height}+{left}+{top}", "+repage",
+                  picture])
+        return self.ask(["identify", "-format", "%#", picture])
+
     def screenshot(self, path):
         subprocess.run(["import", "-silent", "-window", "root", path], env=self.env, stdin=subprocess.DEVNULL,
                        capture_output=True)
@@ -248,20 +254,24 @@ class Program:
         self.stage.xdotool("click", 1)
 
     def drag(self, from_point, to_point, steps=6):
-        """From one point of the window to another, by a few moves as a hand does."""
-        self.pointer_to(*from_point)
+        """From one point of the screen to another, by a few moves as a hand does."""
+        self.stage.xdotool("mousemove", "--sync", *from_point)
         self.stage.xdotool("mousedown", 1)
         for step in range(1, steps + 1):
             x, y = (a + (b - a) * step // steps for a, b in zip(from_point, to_point))
-            self.pointer_to(x, y)
+            self.stage.xdotool("mousemove", x, y)
             time.sleep(0.02)
         self.stage.xdotool("mouseup", 1)
 
     def menu(self, letter):
         """An entry of the Play menu by its letter: s Start, a Pause, t Stop."""
-        self.stage.key("alt+p")
-        time.sleep(0.15)
-        self.stage.key(letter)
+        self._menu_keys("alt+p", letter)
+
+    def _menu_keys(self, first, *others):
+        self.stage.key(first)
+        for key in others:
+            time.sleep(0.15)
+            self.stage.key(key)
 
     def volume_full(self):
         """A click gives the knob the focus, End turns it to the end."""
@@ -278,8 +288,12 @@ class Program:
         self.stage.key("Return")
 
     def sort_by_title(self):
-        """A click on the head of the list's first column."""
-        self.click(*TITLE_HEAD)
+        """File menu, "Sort by...", "Title"."""
+        self._menu_keys("alt+f", "s", "t")
+
+    def toggle_file_name_column(self):
+        """File menu, "Playlist Items", "File Name", the first of two entries with this letter."""
+        self._menu_keys("alt+f", "p", "f", "Return")
 
     def kill(self):
         with contextlib.suppress(ProcessLookupError):
