@@ -151,7 +151,14 @@ void FrmMain::ConnectControls() {
     connect(&parts_.options, &Options::Changed, this, &FrmMain::ShowModes);
     connect(&parts_.options, &Options::FftTypeChosen, this,
             [this](int /*type*/, int intervalMs) { parts_.audioPlayer.SetTimerInterval(intervalMs); });
+    connect(controls_.ImageChgLstBnd, &QPushButton::clicked, this, [this] {
+        const bool showList = controls_.ListViewPlaylist->isHidden();
+        controls_.ListViewPlaylist->setVisible(showList);
+        controls_.KSTEqualizer21->setVisible(!showList);
+    });
+    connect(controls_.KSTEqualizer21, &EqualizerPanel::GainsChanged, &parts_.options, &Options::SetBands);
     connect(&parts_.options, &Options::BandsChanged, this, [this] {
+        controls_.KSTEqualizer21->ShowGains(parts_.options.Bands());
         parts_.audioPlayer.EnableEqualizer(true);
         parts_.audioPlayer.SetEqualizer(parts_.options.Bands());
     });

@@ -1,5 +1,7 @@
 #include "app/main_controls.h"
 
+#include "playback/position.h"
+
 namespace kestrune {
 
 namespace {
@@ -129,6 +131,11 @@ void MakeList(QWidget* window, MainControls& controls, PlaylistRows& rows) {
     controls.ListViewPlaylist =
         Put(new PlaylistView(rows, window), QStringLiteral("ListViewPlaylist"), {16, 242, 360, 119});
     controls.ListViewPlaylist->setAccessibleName(QObject::tr("Playlist"));
+    controls.KSTEqualizer21 =
+        Put(new EqualizerPanel(window), QStringLiteral("KSTEqualizer21"), {16, 242, 360, 119});
+    controls.KSTEqualizer21->setVisible(false);
+    controls.ImageChgLstBnd = Button(window, QStringLiteral("ImageChgLstBnd"), QStringLiteral("EQ"),
+                                     QStringLiteral("Playlist / Equalizer"), {285, 152, 28, 22});
     for (size_t i = 0; i < controls.LabelSeltal.size(); ++i) {
         controls.LabelSeltal[i] = Label(window, Indexed(QStringLiteral("LabelSeltal"), i),
                                         QStringLiteral(" 0:00 (0.0 MB)"), {300, 365, 80, 16});

@@ -1,6 +1,7 @@
 // The controls of the main window, each under its name, at its place.
 #pragma once
 
+#include "playback/equalizer_panel.h"
 #include "playback/position_bar.h"
 #include "playback/transport.h"
 #include "playback/volume_knob_view.h"
@@ -42,6 +43,8 @@ struct MainControls {
     PositionBar* positionBar;
     VolumeKnobView* volumeKnob;
     PlaylistView* ListViewPlaylist;
+    EqualizerPanel* KSTEqualizer21; // in the list's place
+    QPushButton* ImageChgLstBnd;    // shows the one or the other
 };
 
 MainControls MakeMainControls(QWidget* window, PlaylistRows& rows, VolumeKnob& knob);

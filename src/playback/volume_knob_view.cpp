@@ -19,12 +19,16 @@ const QColor accent(128, 128, 255);
 } // namespace
 
 VolumeKnobView::VolumeKnobView(VolumeKnob& knob, const KnobGeometry& geometry, QWidget* parent)
-    : QWidget(parent), knob_(knob), geometry_(geometry) {
+    : QWidget(parent), knob_(knob), geometry_(geometry), dot_(new QWidget(this)) {
     setObjectName(QStringLiteral("ImageVolumeButtonB"));
     setAccessibleName(tr("Volume"));
     setFocusPolicy(Qt::StrongFocus);
     setGeometry(static_cast<int>(geometry.knobLeft), static_cast<int>(geometry.knobTop),
                 static_cast<int>(geometry.knobWidth), static_cast<int>(geometry.knobWidth));
+    // The mouse goes through the dot to the knob, whose own coordinates the rule takes.
+    dot_->setObjectName(QStringLiteral("ImageVolumeButtonA"));
+    dot_->setAttribute(Qt::WA_TransparentForMouseEvents);
+    dot_->setStyleSheet(QStringLiteral("background:#8080ff;border-radius:4px"));
     for (size_t i = 0; i < marks_.size(); ++i) {
         auto* mark = new QToolButton(parent);
         mark->setObjectName(QStringLiteral("ImageVol(%1)").arg(i));
@@ -53,6 +57,9 @@ void VolumeKnobView::ShowKnob() {
         marks_[i]->setStyleSheet(lit[i] ? QStringLiteral("background:#8080ff;border-radius:3px")
                                         : QStringLiteral("background:#141414;border-radius:3px"));
     }
+    dot_->setGeometry(static_cast<int>(std::lround(knob_.Dot().left - geometry_.knobLeft)),
+                      static_cast<int>(std::lround(knob_.Dot().top - geometry_.knobTop)),
+                      static_cast<int>(geometry_.dotSize), static_cast<int>(geometry_.dotSize));
     update();
 }
 
@@ -117,10 +124,6 @@ void VolumeKnobView::paintEvent(QPaintEvent* /*event*/) {
     painter.setPen(hasFocus() ? QPen(accent, 1) : QPen(QColor(20, 20, 20), 1));
     painter.setBrush(QColor(0x2A, 0x2E, 0x35));
     painter.drawEllipse(rect().adjusted(1, 1, -1, -1));
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(accent);
-    painter.drawEllipse(QRectF(knob_.Dot().left - geometry_.knobLeft, knob_.Dot().top - geometry_.knobTop,
-                               geometry_.dotSize, geometry_.dotSize));
 }
 
 } // namespace kestrune

@@ -34,6 +34,7 @@ private:
 
     VolumeKnob& knob_;
     KnobGeometry geometry_;
+    QWidget* dot_;
     std::array<QWidget*, 4> marks_{};
 };
 
