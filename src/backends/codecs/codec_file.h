@@ -1,0 +1,83 @@
+// Reading of audio files of every supported kind.
+#pragma once
+
+#include "backends/codecs/output_format.h"
+#include "backends/codecs/sample_source.h"
+#include "components/audio_file.h"
+
+#include <memory>
+
+namespace kestrune {
+
+// An audio file object over FFmpeg, libmpcdec and spandsp.
+//
+// Lengths are those that a decode to the end gives, with these exceptions: a FLAC or Musepack file that was
+// cut tells its old length until a decode meets the end; kinds of FFmpeg outside WAVE, MPEG audio, Vorbis,
+// Opus, FLAC, AAC in MP4, and Windows Media 1 and 2 may be estimates. The first call of GetLengthBytes reads
+// through files whose header does not tell (MPEG audio, AVI, Windows Media), without decoding them.
+//
+// Writing is not offered yet: Create and WriteBlock answer NotSupported.
+class CodecFile : public KSTAudioFile2 {
+public:
+    CodecFile();
+    ~CodecFile() override;
+    CodecFile(const CodecFile&) = delete;
+    CodecFile& operator=(const CodecFile&) = delete;
+
+    Outcome OpenRead(const QString& file, qint32 first = 0, qint32 second = 1) override;
+    Outcome CloseFile() override;
+    QByteArray ReadBlock(qint64 size) override;
+    qint64 SeekTo(qint64 position, qint32 whence = 3) override;
+
+    qint32 GetFormatId() const override;
+    qint64 GetLengthBytes() override;
+    qint64 GetLengthMs() override;
+    qint32 GetChannels() const override;
+    qint32 GetWaveFormat() const override;
+    QString GetFormatText() const override;
+    qint32 BlockDivisor() const override;
+    qint32 GetFormatBits() const override;
+    qint32 GetRawType() const override;
+
+    Outcome Create(const QString& file, qint32 first = 0) override;
+    void SetSourceFormat(qint32 waveFormat, qint32 channels) override;
+    Outcome WriteBlock(const QByteArray& block) override;
+
+    Outcome SetFormatFromFile(const QString& file) override;
+    Outcome SetFormatPCMFreq(qint32 frequency, qint32 channels, qint32 bits) override;
+    Outcome SetFormatRaw(qint32 type, qint32 frequency, qint32 channels, qint32 bits) override;
+    Outcome SetFormatADPCM(qint32 frequency, qint32 channels) override;
+    Outcome SetFormatGSM(qint32 frequency) override;
+    Outcome SetFormatVOX(qint32 frequency) override;
+    Outcome SetFormatDSP() override;
+    Outcome SetFormatMP2(qint32 frequency, qint32 bitrateKbps, qint32 channels) override;
+    Outcome SetFormatMP3(qint32 frequency, qint32 bitrateKbps, qint32 channels) override;
+    Outcome SetFormatMP3Options(const Mp3Options& options) override;
+    Outcome SetFormatOggVorbis(qint32 frequency, qint32 channels, qint32 nominalKbps, qint32 minimumKbps,
+                               qint32 maximumKbps, qint32 quality) override;
+    bool IsAvailableFormatOggVorbis(qint32 frequency, qint32 channels, qint32 nominalKbps, qint32 minimumKbps,
+                                    qint32 maximumKbps) override;
+    Outcome SetFormatWMA(qint32 profile) override;
+    Outcome SetFormatG721(qint32 frequency) override;
+    Outcome SetFormatG723(qint32 frequency, qint32 bits) override;
+    Outcome SetFormatG726(qint32 frequency, qint32 bits) override;
+    Outcome SelectFormat() override;
+
+    void SetBlockOption(qint32 option, qint32 value) override;
+    void SetFlag(qint32 value) override;
+
+private:
+    // Makes `format` the current one if `valid`, else leaves none.
+    Outcome Choose(const OutputFormat& format, bool valid);
+    qint64 Frame() const;
+
+    std::unique_ptr<SampleSource> source_; // null while nothing is open
+    OutputFormat format_;
+    HeaderlessFormats headerless_;
+    qint32 sourceRateHz_ = 0;
+    qint32 sourceChannels_ = 0;
+};
+
+std::unique_ptr<KSTAudioFile2> MakeAudioFile();
+
+} // namespace kestrune

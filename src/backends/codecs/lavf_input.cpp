@@ -1,0 +1,151 @@
+#include "backends/codecs/lavf_input.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+#include <limits>
+
+namespace kestrune {
+
+namespace {
+
+constexpr int ioBufferBytes = 32768;
+constexpr qint64 probeBytes = 1 << 20;
+constexpr qint64 analyzeMicroseconds = 2000000;
+// Below this a kind was guessed from very little; then the extension has to agree that it is audio.
+constexpr int trustedProbeScore = AVPROBE_SCORE_EXTENSION / 2;
+constexpr int mostChannels = 64;
+
+int ReadFile(void* opaque, uint8_t* buffer, int bytes) {
+    const qint64 got = static_cast<QFile*>(opaque)->read(reinterpret_cast<char*>(buffer), bytes);
+    return got > 0 ? static_cast<int>(got) : AVERROR_EOF;
+}
+
+int64_t SeekFile(void* opaque, int64_t offset, int whence) {
+    auto* const file = static_cast<QFile*>(opaque);
+    qint64 target = offset;
+    switch (whence & ~AVSEEK_FORCE) {
+    case AVSEEK_SIZE:
+        return file->size();
+    case SEEK_CUR:
+        target += file->pos();
+        break;
+    case SEEK_END:
+        target += file->size();
+        break;
+    default:
+        break;
+    }
+    return target >= 0 && file->seek(target) ? target : AVERROR(EINVAL);
+}
+
+int RefuseOpening(AVFormatContext*, AVIOContext** io, const char*, int, AVDictionary**) {
+    *io = nullptr;
+    return AVERROR(EPERM);
+}
+
+bool HasAudioExtension(const QString& path) {
+    static const QStringList extensions = {
+        QStringLiteral("wav"), QStringLiteral("mp3"), QStringLiteral("mp2"),  QStringLiteral("mp1"),
+        QStringLiteral("mpa"), QStringLiteral("ogg"), QStringLiteral("wma"),  QStringLiteral("dss"),
+        QStringLiteral("aac"), QStringLiteral("ac3"), QStringLiteral("mpeg"),
+    };
+    return extensions.contains(QFileInfo(path).suffix().toLower());
+}
+
+} // namespace
+
+std::unique_ptr<LavfInput> LavfInput::Open(const QString& path) {
+    // The library writes to standard error by itself; failures are told by the results of calls.
+    av_log_set_level(AV_LOG_QUIET);
+    std::unique_ptr<LavfInput> input(new LavfInput);
+    if (!input->OpenContext(path) || !input->ChooseStream()) {
+        return nullptr;
+    }
+    return input;
+}
+
+LavfInput::~LavfInput() {
+    avformat_close_input(&context_);
+    if (io_ != nullptr) {
+        av_freep(&io_->buffer);
+        avio_context_free(&io_);
+    }
+}
+
+bool LavfInput::OpenContext(const QString& path) {
+    file_ = std::make_unique<QFile>(path);
+    if (!file_->open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
+        return false;
+    }
+    auto* const buffer = static_cast<unsigned char*>(av_malloc(ioBufferBytes));
+    io_ = avio_alloc_context(buffer, ioBufferBytes, 0, file_.get(), ReadFile, nullptr, SeekFile);
+    context_ = avformat_alloc_context();
+    if (io_ == nullptr || context_ == nullptr) {
+        return false;
+    }
+    context_->pb = io_;
+    context_->io_open = RefuseOpening;
+    context_->probesize = probeBytes;
+    context_->max_analyze_duration = analyzeMicroseconds;
+    // The name without its folder is all that a demuxer may use to tell a kind.
+    const QByteArray name = QFileInfo(path).fileName().toUtf8();
+    if (avformat_open_input(&context_, name.constData(), nullptr, nullptr) < 0) {
+        return false;
+    }
+    if (context_->probe_score < trustedProbeScore && !HasAudioExtension(path)) {
+        return false;
+    }
+    return avformat_find_stream_info(context_, nullptr) >= 0;
+}
+
+bool LavfInput::ChooseStream() {
+    for (unsigned index = 0; index < context_->nb_streams; ++index) {
+        AVStream* const stream = context_->streams[index];
+        if (stream_ == nullptr && stream->codecpar->codec_type == AVMEDIA_TYPE_AUDIO) {
+            stream_ = stream;
+        } else {
+            stream->discard = AVDISCARD_ALL;
+        }
+    }
+    if (stream_ == nullptr) {
+        return false;
+    }
+    const AVCodecParameters& parameters = *stream_->codecpar;
+    return parameters.sample_rate > 0 && parameters.ch_layout.nb_channels > 0 &&
+           parameters.ch_layout.nb_channels <= mostChannels;
+}
+
+int LavfInput::ContainerBitrate() const {
+    return static_cast<int>(std::clamp<int64_t>(context_->bit_rate, 0, std::numeric_limits<int>::max()));
+}
+
+qint64 LavfInput::Duration() const {
+    if (stream_->duration > 0) {
+        return stream_->duration;
+    }
+    if (context_->duration <= 0) {
+        return 0;
+    }
+    return av_rescale_q(context_->duration, AV_TIME_BASE_Q, stream_->time_base);
+}
+
+bool LavfInput::Read(AVPacket& packet) {
+    while (av_read_frame(context_, &packet) >= 0) {
+        if (packet.stream_index == stream_->index) {
+            return true;
+        }
+        av_packet_unref(&packet);
+    }
+    return false;
+}
+
+bool LavfInput::SeekToByte(qint64 position) {
+    return av_seek_frame(context_, stream_->index, position, AVSEEK_FLAG_BYTE) >= 0;
+}
+
+bool LavfInput::SeekToTime(qint64 timestamp) {
+    return av_seek_frame(context_, stream_->index, timestamp, AVSEEK_FLAG_BACKWARD) >= 0;
+}
+
+} // namespace kestrune

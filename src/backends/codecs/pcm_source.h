@@ -1,0 +1,51 @@
+// Uncompressed and companded samples straight from a file: WAVE files of any size and headerless data.
+#pragma once
+
+#include "backends/codecs/frame_converter.h"
+#include "backends/codecs/sample_source.h"
+#include "backends/codecs/wave_header.h"
+
+#include <QFile>
+
+#include <memory>
+
+namespace kestrune {
+
+enum class PcmCoding { Unsigned8, Signed16, Signed24, Signed32, Float32, Float64, ALaw, MuLaw };
+
+// Where the samples of a file stand and what they are. All multi-byte codings are little-endian.
+struct PcmLayout {
+    PcmCoding coding = PcmCoding::Signed16;
+    int rateHz = 0;
+    int channels = 0;
+    quint32 speakerMask = 0; // of the WAVE header; 0 for the usual order of the channel count
+    qint64 dataOffset = 0;   // bytes
+    qint64 dataBytes = 0;
+};
+
+class PcmSource : public DecodingSource {
+public:
+    // `file` is open for reading.
+    PcmSource(std::unique_ptr<QFile> file, const PcmLayout& layout);
+    ~PcmSource() override;
+
+    // The layout of a WAVE file; empty if its samples need a decoder.
+    static std::optional<PcmLayout> LayoutOf(const WaveHeader& header);
+
+protected:
+    bool DecodeNext(std::vector<qint16>& piece) override;
+    bool Rewind() override;
+    qint64 JumpBefore(qint64 frame) override;
+    qint64 CountFrames() override;
+
+private:
+    qint64 FrameBytes() const;
+
+    std::unique_ptr<QFile> file_;
+    PcmLayout layout_;
+    AVChannelLayout speakers_ = {};
+    FrameConverter converter_;
+    QByteArray expanded_; // a block in a sample format that the converter knows
+};
+
+} // namespace kestrune
