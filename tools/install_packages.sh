@@ -35,7 +35,6 @@ if [ "$(id -u)" -ne 0 ]; then
 fi
 
 echo "Installing ${#missing[@]} missing packages: ${missing[*]}"
-export DEBIAN_FRONTEND=noninteractive
 apt=("${asRoot[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -q -o DPkg::Lock::Timeout=300)
 if ! "${apt[@]}" update; then
     echo "apt-get update failed; trying with the package lists that are there." >&2
