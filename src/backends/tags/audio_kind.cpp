@@ -16,38 +16,27 @@ struct Name {
     const char* text;
 };
 
+// The same words that the reader of samples uses.
 constexpr std::array names = {
     Name{AV_CODEC_ID_MP1, "MPEG Layer-1"},
     Name{AV_CODEC_ID_MP2, "MPEG Layer-2"},
     Name{AV_CODEC_ID_MP3, "MPEG Layer-3"},
     Name{AV_CODEC_ID_VORBIS, "Ogg Vorbis"},
-    Name{AV_CODEC_ID_OPUS, "Opus"},
-    Name{AV_CODEC_ID_SPEEX, "Speex"},
-    Name{AV_CODEC_ID_FLAC, "FLAC"},
-    Name{AV_CODEC_ID_WMAV1, "Windows Media Audio 1"},
-    Name{AV_CODEC_ID_WMAV2, "Windows Media Audio 2"},
-    Name{AV_CODEC_ID_WMAPRO, "Windows Media Audio Professional"},
-    Name{AV_CODEC_ID_WMALOSSLESS, "Windows Media Audio Lossless"},
-    Name{AV_CODEC_ID_MUSEPACK7, "Musepack"},
-    Name{AV_CODEC_ID_MUSEPACK8, "Musepack"},
-    Name{AV_CODEC_ID_APE, "Monkey's Audio"},
-    Name{AV_CODEC_ID_WAVPACK, "WavPack"},
-    Name{AV_CODEC_ID_TTA, "True Audio"},
-    Name{AV_CODEC_ID_AAC, "AAC"},
-    Name{AV_CODEC_ID_ALAC, "Apple Lossless"},
-    Name{AV_CODEC_ID_AC3, "Dolby AC-3"},
-    Name{AV_CODEC_ID_ADPCM_MS, "Microsoft ADPCM"},
+    Name{AV_CODEC_ID_WMAV1, "Windows Media Audio"},
+    Name{AV_CODEC_ID_WMAV2, "Windows Media Audio"},
+    Name{AV_CODEC_ID_WMAPRO, "Windows Media Audio"},
+    Name{AV_CODEC_ID_WMALOSSLESS, "Windows Media Audio"},
+    Name{AV_CODEC_ID_WMAVOICE, "Windows Media Audio"},
     Name{AV_CODEC_ID_ADPCM_IMA_WAV, "IMA ADPCM"},
-    Name{AV_CODEC_ID_ADPCM_IMA_OKI, "OKI ADPCM"},
+    Name{AV_CODEC_ID_ADPCM_MS, "Microsoft ADPCM"},
     Name{AV_CODEC_ID_GSM, "GSM 6.10"},
     Name{AV_CODEC_ID_GSM_MS, "GSM 6.10"},
-    Name{AV_CODEC_ID_ADPCM_G726, "G.726 ADPCM"},
-    Name{AV_CODEC_ID_ADPCM_G726LE, "G.726 ADPCM"},
-    Name{AV_CODEC_ID_TRUESPEECH, "DSP Group TrueSpeech"},
-    Name{AV_CODEC_ID_G723_1, "G.723.1"},
-    Name{AV_CODEC_ID_DSS_SP, "Digital Speech Standard"},
-    Name{AV_CODEC_ID_PCM_ALAW, "CCITT A-Law"},
-    Name{AV_CODEC_ID_PCM_MULAW, "CCITT u-Law"},
+    Name{AV_CODEC_ID_TRUESPEECH, "TrueSpeech"},
+    Name{AV_CODEC_ID_DSS_SP, "DSS"},
+    Name{AV_CODEC_ID_MUSEPACK7, "Musepack SV7"},
+    Name{AV_CODEC_ID_MUSEPACK8, "Musepack SV8"},
+    Name{AV_CODEC_ID_PCM_ALAW, "A-Law"},
+    Name{AV_CODEC_ID_PCM_MULAW, "mu-Law"},
 };
 
 // Codings that a WAVE file may hold under more than one number, or that libavformat's table leaves out.
@@ -74,23 +63,14 @@ bool IsFloatPcm(AVCodecID coding) {
 
 } // namespace
 
-QString KindName(AVCodecID coding, int bits) {
+QString KindName(AVCodecID coding) {
     for (const Name& name : names) {
         if (name.coding == coding) {
             return QString::fromLatin1(name.text);
         }
     }
-    if (IsFloatPcm(coding)) {
-        return QStringLiteral("PCM %1 Bit Float").arg(bits);
-    }
-    if (IsPlainPcm(coding)) {
-        return QStringLiteral("PCM %1 Bit").arg(bits);
-    }
-    const AVCodecDescriptor* descriptor = avcodec_descriptor_get(coding);
-    if (descriptor == nullptr) {
-        return QStringLiteral("Unknown");
-    }
-    return QString::fromUtf8(descriptor->long_name != nullptr ? descriptor->long_name : descriptor->name);
+    return IsPlainPcm(coding) ? QStringLiteral("PCM")
+                              : QString::fromLatin1(avcodec_get_name(coding)).toUpper();
 }
 
 int WaveFormatNumber(AVCodecID coding) {

@@ -9,9 +9,8 @@ extern "C" {
 
 namespace kestrune {
 
-// "MPEG Layer-3", "PCM 16 Bit" and so on; of a coding without a name here the library's own. `bits` matters
-// to plain samples only.
-QString KindName(AVCodecID coding, int bits);
+// "MPEG Layer-3", "PCM" and so on; a coding without a name here has the library's in capitals.
+QString KindName(AVCodecID coding);
 
 // The WAVE format number; 0 for a coding that has none.
 int WaveFormatNumber(AVCodecID coding);

@@ -107,9 +107,9 @@ InputPtr OpenInput(AVIOContext* io, const AVInputFormat* format) {
     return avformat_find_stream_info(input.get(), nullptr) < 0 ? nullptr : std::move(input);
 }
 
-const AVStream* FirstDecodableAudio(const AVFormatContext& input) {
+AVStream* FirstDecodableAudio(const AVFormatContext& input) {
     for (unsigned at = 0; at < input.nb_streams; ++at) {
-        const AVStream* stream = input.streams[at];
+        AVStream* stream = input.streams[at];
         const AVCodecParameters& coding = *stream->codecpar;
         if (coding.codec_type == AVMEDIA_TYPE_AUDIO && coding.sample_rate > 0 &&
             coding.ch_layout.nb_channels > 0 && avcodec_find_decoder(coding.codec_id) != nullptr) {
@@ -127,6 +127,22 @@ qint64 DurationMsOf(const AVFormatContext& input, const AVStream& stream) {
                                                                   : 0;
 }
 
+// The AVI header counts in units that need not be samples; the index has the size of each piece. 0 where that
+// does not tell the length.
+qint64 FramesOfAviIndex(const AVFormatContext& input, AVStream& stream) {
+    const AVCodecParameters& coding = *stream.codecpar;
+    const int bits = av_get_exact_bits_per_sample(coding.codec_id) * coding.ch_layout.nb_channels;
+    if (bits <= 0 || qstrcmp(input.iformat->name, "avi") != 0) {
+        return 0;
+    }
+    qint64 bytes = 0;
+    const int entries = avformat_index_get_entries_count(&stream);
+    for (int at = 0; at < entries; ++at) {
+        bytes += avformat_index_get_entry(&stream, at)->size;
+    }
+    return bytes * 8 / bits;
+}
+
 QString Metadata(const AVFormatContext& input, const AVStream& stream, const char* key) {
     const AVDictionaryEntry* entry = av_dict_get(input.metadata, key, nullptr, 0);
     if (entry == nullptr) {
@@ -135,18 +151,22 @@ QString Metadata(const AVFormatContext& input, const AVStream& stream, const cha
     return entry != nullptr ? QString::fromUtf8(entry->value) : QString();
 }
 
-AudioFacts FactsOf(const AVFormatContext& input, const AVStream& stream, qint64 sizeBytes) {
+AudioFacts FactsOf(const AVFormatContext& input, AVStream& stream, qint64 sizeBytes) {
     const AVCodecParameters& coding = *stream.codecpar;
     const int storedBits =
         std::max(coding.bits_per_raw_sample, av_get_exact_bits_per_sample(coding.codec_id));
     AudioFacts facts;
-    facts.kind = KindName(coding.codec_id, storedBits);
+    facts.kind = KindName(coding.codec_id);
     facts.formatTag = WaveFormatNumber(coding.codec_id);
     facts.rateHz = coding.sample_rate;
     facts.channels = coding.ch_layout.nb_channels;
     facts.bitsPerSample = storedBits > 0 && IsLossless(coding.codec_id) ? storedBits : 16;
     facts.durationMs = DurationMsOf(input, stream);
     facts.frames = FramesOfDuration(facts.durationMs, facts.rateHz);
+    if (const qint64 counted = FramesOfAviIndex(input, stream)) {
+        facts.frames = counted;
+        facts.durationMs = DurationOfFrames(counted, facts.rateHz);
+    }
     int64_t bps = coding.bit_rate;
     if (bps <= 0 && input.nb_streams == 1 && facts.durationMs > 0) {
         bps = sizeBytes * 8000 / facts.durationMs;
@@ -169,7 +189,7 @@ std::optional<AudioFacts> GeneralFacts(BoundedFile& file) {
         return std::nullopt;
     }
     const InputPtr input = OpenInput(io.get(), format);
-    const AVStream* stream = input ? FirstDecodableAudio(*input) : nullptr;
+    AVStream* stream = input ? FirstDecodableAudio(*input) : nullptr;
     if (stream == nullptr) {
         qCDebug(logTags) << "no audio in" << file.Path() << "read as" << format->name;
         return std::nullopt;

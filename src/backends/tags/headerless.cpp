@@ -19,13 +19,13 @@ struct HeaderlessKind {
 };
 
 constexpr std::array kinds = {
-    HeaderlessKind{".vox", "OKI ADPCM", 0x10, 8000, 1, 16, 1, 2},
-    HeaderlessKind{".raw", "PCM 16 Bit", 1, 44100, 2, 16, 4, 1},
-    HeaderlessKind{".pcm", "PCM 16 Bit", 1, 44100, 2, 16, 4, 1},
+    HeaderlessKind{".vox", "Dialogic VOX", 0x10, 8000, 1, 16, 1, 2},
+    HeaderlessKind{".raw", "PCM", 1, 44100, 2, 16, 4, 1},
+    HeaderlessKind{".pcm", "PCM", 1, 44100, 2, 16, 4, 1},
     HeaderlessKind{".gsm", "GSM 6.10", 0x31, 8000, 1, 16, 33, 160},
-    HeaderlessKind{".g721", "G.721 ADPCM", 0x40, 8000, 1, 16, 1, 2},
-    HeaderlessKind{".g723", "G.723 ADPCM", 0x14, 8000, 1, 16, 5, 8},
-    HeaderlessKind{".g726", "G.726 ADPCM", 0x45, 8000, 1, 16, 1, 2},
+    HeaderlessKind{".g721", "G.721", 0x40, 8000, 1, 16, 1, 2},
+    HeaderlessKind{".g723", "G.723", 0x14, 8000, 1, 16, 5, 8},
+    HeaderlessKind{".g726", "G.726", 0x45, 8000, 1, 16, 1, 2},
     HeaderlessKind{".adpcm", "IMA ADPCM", 0x11, 8000, 1, 16, 1, 2},
 };
 

@@ -8,7 +8,10 @@ namespace {
 
 constexpr qint64 searchBytes = 128 * 1024;
 constexpr qint64 headerBytes = 4;
-constexpr int framesWanted = 3;
+// Frames that must follow each other: where a stream should start, and behind bytes that are none of it.
+// Tables of programs hold short chains of false frames.
+constexpr int framesAtStart = 3;
+constexpr int framesBehindOther = 12;
 
 using BitrateRow = std::array<int, 15>;
 
@@ -35,23 +38,25 @@ int SamplesPerFrame(int layer, bool mpeg1) {
 }
 
 bool SameStream(const MpegFrame& a, const MpegFrame& b) {
-    return a.layer == b.layer && a.rateHz == b.rateHz && a.mpeg1 == b.mpeg1;
+    return a.layer == b.layer && a.rateHz == b.rateHz && a.mpeg1 == b.mpeg1 && a.channels == b.channels;
 }
 
 bool IsClosingTag(const QByteArray& bytes) {
     return bytes.startsWith("TAG") || bytes.startsWith("APET") || bytes.startsWith("LYRI");
 }
 
-// Whether enough frames of the same stream follow each other from `first` on.
-bool ChainHolds(BoundedFile& file, const MpegFrame& first) {
+// Whether enough frames of the same stream follow each other from `first` on. At the start of a file the
+// chain may be shorter if the file ends with it.
+bool ChainHolds(BoundedFile& file, const MpegFrame& first, bool atStart) {
+    const int framesWanted = atStart ? framesAtStart : framesBehindOther;
     qint64 next = first.offset + first.frameBytes;
     for (int seen = 1; seen < framesWanted; ++seen) {
         if (next > file.SizeBytes()) {
-            return seen > 1;
+            return atStart && seen > 1;
         }
         const QByteArray bytes = file.ReadAt(next, headerBytes);
         if (bytes.isEmpty() || IsClosingTag(bytes)) {
-            return true;
+            return atStart;
         }
         const std::optional<MpegFrame> frame = ParseMpegHeader(bytes);
         if (!frame || !SameStream(first, *frame)) {
@@ -92,11 +97,15 @@ std::optional<MpegFrame> ParseMpegHeader(const QByteArray& bytes) {
 
 std::optional<MpegFrame> FindMpegFrame(BoundedFile& file, qint64 start) {
     const QByteArray window = file.ReadAt(start, searchBytes);
+    qsizetype paddingBytes = 0;
+    while (paddingBytes < window.size() && window[paddingBytes] == '\0') {
+        ++paddingBytes;
+    }
     for (qsizetype at = window.indexOf('\xFF'); at >= 0; at = window.indexOf('\xFF', at + 1)) {
         std::optional<MpegFrame> frame = ParseMpegHeader(window.mid(at, headerBytes));
         if (frame) {
             frame->offset = start + at;
-            if (ChainHolds(file, *frame)) {
+            if (ChainHolds(file, *frame, at == paddingBytes)) {
                 return frame;
             }
         }
@@ -104,23 +113,26 @@ std::optional<MpegFrame> FindMpegFrame(BoundedFile& file, qint64 start) {
     return std::nullopt;
 }
 
-int GaplessTrim(BoundedFile& file, const MpegFrame& first) {
+GaplessData ReadGaplessData(BoundedFile& file, const MpegFrame& first) {
+    GaplessData data;
     const int sideBytes = first.mpeg1 ? (first.channels == 1 ? 17 : 32) : (first.channels == 1 ? 9 : 17);
     const QByteArray bytes = file.ReadAt(first.offset + headerBytes + sideBytes, 160);
     if (!(bytes.startsWith("Xing") || bytes.startsWith("Info")) || bytes.size() < 8) {
-        return 0;
+        return data;
     }
+    data.constantBitrate = bytes.startsWith("Info");
     const unsigned flags = ByteAt(bytes, 7); // frame count, byte count, seek table, quality
     const int encoderAt = 8 + ((flags & 1U) != 0 ? 4 : 0) + ((flags & 2U) != 0 ? 4 : 0) +
                           ((flags & 4U) != 0 ? 100 : 0) + ((flags & 8U) != 0 ? 4 : 0);
     const QByteArray encoder = bytes.mid(encoderAt, 4);
     const int delayAt = encoderAt + 21;
     if (!(encoder == "LAME" || encoder == "Lavf" || encoder == "Lavc") || bytes.size() < delayAt + 3) {
-        return 0;
+        return data;
     }
     const unsigned packed =
         ByteAt(bytes, delayAt) << 16U | ByteAt(bytes, delayAt + 1) << 8U | ByteAt(bytes, delayAt + 2);
-    return static_cast<int>((packed >> 12U) + (packed & 0xFFFU));
+    data.trimmedFrames = static_cast<int>((packed >> 12U) + (packed & 0xFFFU));
+    return data;
 }
 
 } // namespace kestrune

@@ -22,12 +22,17 @@ struct MpegFrame {
 // bit rate are not recognised. `offset` of the result is 0.
 std::optional<MpegFrame> ParseMpegHeader(const QByteArray& bytes);
 
-// Looks from `start` on, in 128 KiB, for a frame that is followed by two of its kind, or by fewer where the
-// file or its closing tag comes first. Such a chain does not come about by chance in data of another kind.
+// Looks from `start` on, in 128 KiB, for a frame that begins a chain of its kind: behind nothing but zero
+// bytes a chain of three, or what fits before the end or closing tag of a short file; behind other bytes one
+// of twelve. Such a chain hardly comes about by chance in data of another kind.
 std::optional<MpegFrame> FindMpegFrame(BoundedFile& file, qint64 start);
 
-// The samples that the encoder's delay and padding add at both ends, from the gapless data behind a Xing
-// header in the first frame; 0 if there is none.
-int GaplessTrim(BoundedFile& file, const MpegFrame& first);
+// What the encoder left in a first frame that carries no sound.
+struct GaplessData {
+    bool constantBitrate = false; // the frame says that all others have one bit rate
+    int trimmedFrames = 0;        // sample frames that the encoder's delay and padding add at both ends
+};
+
+GaplessData ReadGaplessData(BoundedFile& file, const MpegFrame& first);
 
 } // namespace kestrune

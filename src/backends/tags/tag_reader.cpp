@@ -202,6 +202,10 @@ TagFields ReadFields(TagLib::File& tagged, BoundedFile& file, TagKind kind) {
 }
 
 Naming NamingOf(TagLib::File& tagged, BoundedFile& file) {
+    if (const auto* wave = dynamic_cast<TagLib::RIFF::WAV::File*>(&tagged)) {
+        const TagFields fields = WaveFields(*wave);
+        return {fields.title, fields.artist};
+    }
     Naming naming;
     if (const TagLib::ID3v2::Tag* tag = PairedId3v2(tagged)) {
         naming = {FromTagLib(tag->title()), FromTagLib(tag->artist())};

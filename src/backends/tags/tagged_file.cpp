@@ -1,6 +1,7 @@
 #include "backends/tags/tagged_file.h"
 
 #include "backends/tags/audio_kind.h"
+#include "backends/tags/wave_blocks.h"
 
 #include <taglib/aifffile.h>
 #include <taglib/apefile.h>
@@ -40,7 +41,7 @@ std::unique_ptr<TagLib::File> OpenWithFrames(TagLib::IOStream& stream) {
 }
 
 void SetCoding(AudioFacts& facts, AVCodecID coding, int bits) {
-    facts.kind = KindName(coding, bits);
+    facts.kind = KindName(coding);
     facts.formatTag = WaveFormatNumber(coding);
     facts.bitsPerSample = bits > 0 && IsLossless(coding) ? bits : 16;
 }
@@ -63,13 +64,30 @@ void SetPlainBitrate(AudioFacts& facts, int bits) {
     facts.bitrateBps = static_cast<int>(std::min<qint64>(bps, std::numeric_limits<int>::max()));
 }
 
-void SetWave(AudioFacts& facts, const TagLib::RIFF::WAV::Properties& wave) {
+// Bit rate of a coding with blocks of fixed size and length, else the one that the header tells.
+int CodedWaveBitrate(const WaveBlocks& blocks, int formatTag, int rateHz) {
+    const bool isMpeg = formatTag == 0x50 || formatTag == 0x55;
+    if (!isMpeg && blocks.blockBytes > 0 && blocks.framesPerBlock > 0) {
+        return BitrateOf(blocks.blockBytes, blocks.framesPerBlock, rateHz);
+    }
+    return static_cast<int>(std::min<qint64>(blocks.bytesPerSecond * 8, std::numeric_limits<int>::max()));
+}
+
+// Bits that a sample takes in formats of one value a sample; 0 in others.
+int PlainBits(int formatTag, int bits) {
+    const bool plain = formatTag == 1 || formatTag == 3 || formatTag == 6 || formatTag == 7;
+    return plain ? (bits + 7) / 8 * 8 : 0;
+}
+
+void SetWave(AudioFacts& facts, const TagLib::RIFF::WAV::Properties& wave, BoundedFile& file) {
     const int bits = wave.bitsPerSample();
     const AVCodecID coding = CodingOfWaveFormat(wave.format(), bits);
     SetCoding(facts, coding, bits);
     facts.formatTag = wave.format();
-    if (wave.format() == 1 || wave.format() == 3) {
-        SetPlainBitrate(facts, (bits + 7) / 8 * 8);
+    if (const int storedBits = PlainBits(wave.format(), bits)) {
+        SetPlainBitrate(facts, storedBits);
+    } else if (const int told = CodedWaveBitrate(ReadWaveBlocks(file), wave.format(), facts.rateHz)) {
+        facts.bitrateBps = told;
     }
     if (wave.sampleFrames() > 0) {
         SetFrames(facts, wave.sampleFrames());
@@ -87,10 +105,14 @@ void SetMpeg(AudioFacts& facts, const TagLib::MPEG::Properties& mpeg, BoundedFil
     facts.channels = first.channels;
     const TagLib::MPEG::XingHeader* counted = mpeg.xingHeader();
     if (counted != nullptr && counted->isValid() && counted->totalFrames() > 0) {
+        const GaplessData gapless = ReadGaplessData(file, first);
         const qint64 coded = static_cast<qint64>(counted->totalFrames()) * first.samples;
-        facts.bitrateBps = counted->totalSize() > 0 ? BitrateOf(counted->totalSize(), coded, first.rateHz)
-                                                    : mpeg.bitrate() * 1000;
-        SetFrames(facts, coded - GaplessTrim(file, first));
+        const int average = counted->totalSize() > 0 ? BitrateOf(counted->totalSize(), coded, first.rateHz)
+                                                     : mpeg.bitrate() * 1000;
+        const std::optional<MpegFrame> second =
+            ParseMpegHeader(file.ReadAt(first.offset + first.frameBytes, 4));
+        facts.bitrateBps = gapless.constantBitrate && second ? second->bitrateBps : average;
+        SetFrames(facts, coded - gapless.trimmedFrames);
         return;
     }
     facts.bitrateBps = first.bitrateBps;
@@ -161,11 +183,14 @@ void SetByKind(AudioFacts& facts, TagLib::File& tagged, BoundedFile& file, const
     TagLib::AudioProperties& base = *tagged.audioProperties();
     switch (found.container) {
     case Container::Wave:
-        SetWave(facts, dynamic_cast<TagLib::RIFF::WAV::Properties&>(base));
+        SetWave(facts, dynamic_cast<TagLib::RIFF::WAV::Properties&>(base), file);
         break;
     case Container::Aiff: {
         const auto& aiff = dynamic_cast<TagLib::RIFF::AIFF::Properties&>(base);
         SetCounted(facts, aiff, CodingOfWaveFormat(1, aiff.bitsPerSample()), aiff.bitsPerSample());
+        if (!aiff.isAiffC()) {
+            SetPlainBitrate(facts, (aiff.bitsPerSample() + 7) / 8 * 8);
+        }
         break;
     }
     case Container::Flac: {
@@ -173,9 +198,11 @@ void SetByKind(AudioFacts& facts, TagLib::File& tagged, BoundedFile& file, const
         SetCounted(facts, flac, AV_CODEC_ID_FLAC, flac.bitsPerSample());
         break;
     }
-    case Container::Musepack:
-        SetCounted(facts, dynamic_cast<TagLib::MPC::Properties&>(base), AV_CODEC_ID_MUSEPACK7, 0);
+    case Container::Musepack: {
+        const auto& mpc = dynamic_cast<TagLib::MPC::Properties&>(base);
+        SetCounted(facts, mpc, mpc.mpcVersion() >= 8 ? AV_CODEC_ID_MUSEPACK8 : AV_CODEC_ID_MUSEPACK7, 0);
         break;
+    }
     case Container::MonkeysAudio: {
         const auto& ape = dynamic_cast<TagLib::APE::Properties&>(base);
         SetCounted(facts, ape, AV_CODEC_ID_APE, ape.bitsPerSample());
