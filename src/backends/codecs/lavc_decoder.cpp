@@ -2,13 +2,38 @@
 
 namespace kestrune {
 
+namespace {
+
+// The usual decoder of MPEG layers I and II rounds with an error that it carries on from the first frame, so
+// that a decode from the middle differs. The ones in floating point do not.
+const AVCodec* DecoderOf(AVCodecID codec) {
+    const char* name = nullptr;
+    switch (codec) {
+    case AV_CODEC_ID_MP1:
+        name = "mp1float";
+        break;
+    case AV_CODEC_ID_MP2:
+        name = "mp2float";
+        break;
+    case AV_CODEC_ID_MP3:
+        name = "mp3float";
+        break;
+    default:
+        break;
+    }
+    const AVCodec* const decoder = name == nullptr ? nullptr : avcodec_find_decoder_by_name(name);
+    return decoder != nullptr ? decoder : avcodec_find_decoder(codec);
+}
+
+} // namespace
+
 LavcDecoder::~LavcDecoder() {
     avcodec_free_context(&context_);
 }
 
 bool LavcDecoder::Open(const AVCodecParameters& parameters, AVRational timeBase, Trimming trimming) {
     avcodec_free_context(&context_);
-    const AVCodec* const codec = avcodec_find_decoder(parameters.codec_id);
+    const AVCodec* const codec = DecoderOf(parameters.codec_id);
     if (codec == nullptr) {
         return false;
     }

@@ -16,7 +16,11 @@ bool IsPlainSamples(AVCodecID codec) {
 // Counts the samples that the packets of one stream stand for.
 class DurationCounter {
 public:
-    DurationCounter(const AVStream& stream, int rateHz) : stream_(stream), rateHz_(rateHz) {}
+    DurationCounter(const LavfInput& input, int rateHz)
+        : stream_(input.Audio()),
+          rateHz_(rateHz),
+          durationsAreTrimmed_(input.Audio().codecpar->codec_id == AV_CODEC_ID_OPUS &&
+                               std::string_view(input.ContainerName()) == "ogg") {}
 
     void Add(const AVPacket& packet) {
         const qint64 frames = FramesOf(packet);
@@ -26,12 +30,19 @@ public:
         const uint8_t* const note = av_packet_get_side_data(&packet, AV_PKT_DATA_SKIP_SAMPLES, &bytes);
         if (note != nullptr && bytes >= 8) {
             frames_ -= qFromLittleEndian<quint32>(note);
-            frames_ -= qFromLittleEndian<quint32>(note + 4);
+            frames_ -= durationsAreTrimmed_ ? 0 : qFromLittleEndian<quint32>(note + 4);
         }
         first_ = false;
     }
     // -1 if a packet did not tell.
-    qint64 Frames() const { return known_ ? std::max<qint64>(frames_, 0) : -1; }
+    qint64 Frames() const {
+        if (!known_) {
+            return -1;
+        }
+        // The decoder of Windows Media leaves out its first two frames and gives one more at the end.
+        const qint64 lost = IsWindowsMedia() ? WindowsMediaFrameLength() : 0;
+        return std::max<qint64>(frames_ - lost, 0);
+    }
 
 private:
     bool IsWindowsMedia() const {
@@ -39,16 +50,24 @@ private:
         return codec == AV_CODEC_ID_WMAV1 || codec == AV_CODEC_ID_WMAV2;
     }
 
-    // Frames of the coding are 512 samples up to 16 kHz, 1024 to 22.05 kHz (version 1: to 32 kHz), else 2048.
+    // 512 samples up to 16 kHz, 1024 to 22.05 kHz (version 1: to 32 kHz), else 2048.
+    int WindowsMediaFrameLength() const {
+        const AVCodecParameters& parameters = *stream_.codecpar;
+        const bool versionOne = parameters.codec_id == AV_CODEC_ID_WMAV1;
+        const int rate = parameters.sample_rate;
+        if (rate <= 16000) {
+            return 512;
+        }
+        return rate <= 22050 || (versionOne && rate <= 32000) ? 1024 : 2048;
+    }
+
     // With a bit reservoir, which bit 1 of the flags in the codec's data switches on, a packet begins with a
     // counter and then the number of frames that end in it, in four bits each; the first of those belongs to
     // the packet before.
     qint64 WindowsMediaFrames(const AVPacket& packet) const {
         const AVCodecParameters& parameters = *stream_.codecpar;
         const bool versionOne = parameters.codec_id == AV_CODEC_ID_WMAV1;
-        const int rate = parameters.sample_rate;
-        const int frameLength =
-            rate <= 16000 ? 512 : (rate <= 22050 || (versionOne && rate <= 32000) ? 1024 : 2048);
+        const int frameLength = WindowsMediaFrameLength();
         const int flagsAt = versionOne ? 2 : 4;
         const bool reservoir =
             parameters.extradata_size >= flagsAt + 2 && (parameters.extradata[flagsAt] & 2) != 0;
@@ -65,9 +84,10 @@ private:
         }
         AVCodecParameters& parameters = *stream_.codecpar;
         const AVRational samples{1, rateHz_};
+        // The last packet of AAC in MP4 tells a duration that its decoding does not keep to.
         const bool coarse = av_cmp_q(stream_.time_base, samples) > 0;
         const int nominal = av_get_audio_frame_duration2(&parameters, packet.size);
-        if (nominal > 0 && (coarse || packet.duration <= 0)) {
+        if (nominal > 0 && (coarse || packet.duration <= 0 || parameters.codec_id == AV_CODEC_ID_AAC)) {
             return av_rescale(nominal, rateHz_, std::max(parameters.sample_rate, 1));
         }
         return packet.duration > 0 ? av_rescale_q(packet.duration, stream_.time_base, samples) : -1;
@@ -75,6 +95,7 @@ private:
 
     const AVStream& stream_;
     int rateHz_;
+    bool durationsAreTrimmed_;
     qint64 frames_ = 0;
     bool known_ = true;
     bool first_ = true;
@@ -84,10 +105,11 @@ private:
 
 bool HasHeaderLength(const LavfInput& input) {
     const AVCodecID codec = input.Audio().codecpar->codec_id;
-    if (IsPlainSamples(codec)) {
-        return input.Duration() > 0;
-    }
     const std::string_view container = input.ContainerName();
+    if (IsPlainSamples(codec)) {
+        // AVI counts the audio by chunks.
+        return input.Duration() > 0 && container != "avi";
+    }
     const bool counted = (codec == AV_CODEC_ID_FLAC && container == "flac") ||
                          (codec == AV_CODEC_ID_VORBIS && container == "ogg");
     return counted && input.Audio().duration > 0;
@@ -111,7 +133,7 @@ qint64 ScanLength(const QString& path, int rateHz) {
     if (!input) {
         return 0;
     }
-    DurationCounter counter(input->Audio(), rateHz);
+    DurationCounter counter(*input, rateHz);
     const PacketPtr packet(av_packet_alloc());
     while (input->Read(*packet)) {
         counter.Add(*packet);
