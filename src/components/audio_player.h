@@ -21,7 +21,9 @@ inline constexpr int fullVolume = 65535;
 // The queue is kept two blocks deep: the first WriteBlock of a run raises RequestOnLoadArray once, and each
 // block that has been handed on whole to the device raises EndArrayPlay. Both ask for one block. A handler
 // that has no more data writes nothing; when the queue then runs empty and the last sample has been heard,
-// EndPlay is raised. A device that vanishes ends the run as StopOutput does, followed by EndPlay.
+// EndPlay is raised. A run that is given nothing at all after Prepare or ClearBlocks is asked once more by
+// RequestOnLoadArray after a short while; with no block then, too, it ends by EndPlay. A device that vanishes
+// ends the run as StopOutput does, followed by EndPlay.
 //
 // Thread: every call and every signal on the window thread. No call blocks for longer than it takes to open
 // the device (Prepare) or to drop what it holds (StopOutput, ClearBlocks: a few milliseconds). Signals of a

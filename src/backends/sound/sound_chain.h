@@ -1,0 +1,34 @@
+// What happens to samples on their way to the device: equalizer, then volume.
+#pragma once
+
+#include "backends/sound/equalizer.h"
+
+#include <vector>
+
+namespace kestrune {
+
+// Not thread-safe; used by one thread at a time.
+class SoundChain {
+public:
+    // Rate in Hz, 1 or 2 channels. Volume and gains set last hold at once, without a ramp.
+    void Start(int sampleRateHz, int channels);
+    // 0 to fullVolume, linear in amplitude; beyond is cut. Takes effect over 5 ms.
+    void SetVolume(qint32 volume);
+    void EnableEqualizer(bool isEnabled) { equalizer.SetEnabled(isEnabled); }
+    void SetEqualizer(const EqualizerGains& gainsDb) { equalizer.SetGains(gainsDb); }
+    // In place, interleaved. Rounds to nearest and saturates; at full volume with the equalizer off or flat
+    // nothing is touched.
+    void Process(qint16* samples, qint64 frames);
+
+private:
+    void ApplyGain(double* values, qint64 frames);
+
+    Equalizer equalizer;
+    std::vector<double> work;
+    double gain = 1.0;
+    double targetGain = 1.0;
+    double rampStep = 1.0; // most that the gain moves from one frame to the next
+    int channels = 2;
+};
+
+} // namespace kestrune
