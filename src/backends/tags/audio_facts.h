@@ -19,6 +19,10 @@ struct AudioFacts {
     QString artist;
 };
 
+// Above any real length; broken files claim more, and figures within it multiply without overflow.
+inline constexpr qint64 mostFrames = 1LL << 45;
+inline constexpr qint64 mostDurationMs = 1LL << 35;
+
 // Milliseconds that `frames` take at `rateHz`, rounded to the nearest; 0 without a rate.
 constexpr qint64 DurationOfFrames(qint64 frames, int rateHz) {
     return rateHz <= 0 ? 0 : (frames / rateHz * 1000) + ((frames % rateHz * 1000 + rateHz / 2) / rateHz);

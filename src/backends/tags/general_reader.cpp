@@ -161,9 +161,9 @@ AudioFacts FactsOf(const AVFormatContext& input, AVStream& stream, qint64 sizeBy
     facts.rateHz = coding.sample_rate;
     facts.channels = coding.ch_layout.nb_channels;
     facts.bitsPerSample = storedBits > 0 && IsLossless(coding.codec_id) ? storedBits : 16;
-    facts.durationMs = DurationMsOf(input, stream);
+    facts.durationMs = std::clamp<qint64>(DurationMsOf(input, stream), 0, mostDurationMs);
     facts.frames = FramesOfDuration(facts.durationMs, facts.rateHz);
-    if (const qint64 counted = FramesOfAviIndex(input, stream)) {
+    if (const qint64 counted = std::min(FramesOfAviIndex(input, stream), mostFrames)) {
         facts.frames = counted;
         facts.durationMs = DurationOfFrames(counted, facts.rateHz);
     }

@@ -47,8 +47,12 @@ void SetCoding(AudioFacts& facts, AVCodecID coding, int bits) {
 }
 
 void SetFrames(AudioFacts& facts, qint64 frames) {
-    facts.frames = std::max<qint64>(frames, 0);
+    facts.frames = std::clamp<qint64>(frames, 0, mostFrames);
     facts.durationMs = DurationOfFrames(facts.frames, facts.rateHz);
+}
+
+int BpsOfKbps(int kbps) {
+    return std::clamp(kbps, 0, std::numeric_limits<int>::max() / 1000) * 1000;
 }
 
 int BitrateOf(qint64 bytes, qint64 frames, int rateHz) {
@@ -108,7 +112,7 @@ void SetMpeg(AudioFacts& facts, const TagLib::MPEG::Properties& mpeg, BoundedFil
         const GaplessData gapless = ReadGaplessData(file, first);
         const qint64 coded = static_cast<qint64>(counted->totalFrames()) * first.samples;
         const int average = counted->totalSize() > 0 ? BitrateOf(counted->totalSize(), coded, first.rateHz)
-                                                     : mpeg.bitrate() * 1000;
+                                                     : BpsOfKbps(mpeg.bitrate());
         const std::optional<MpegFrame> second =
             ParseMpegHeader(file.ReadAt(first.offset + first.frameBytes, 4));
         facts.bitrateBps = gapless.constantBitrate && second ? second->bitrateBps : average;
@@ -297,8 +301,8 @@ std::optional<AudioFacts> TechnicalFacts(TagLib::File& tagged, BoundedFile& file
     AudioFacts facts;
     facts.rateHz = properties->sampleRate();
     facts.channels = properties->channels();
-    facts.bitrateBps = properties->bitrate() * 1000;
-    facts.durationMs = properties->lengthInMilliseconds();
+    facts.bitrateBps = BpsOfKbps(properties->bitrate());
+    facts.durationMs = std::max(properties->lengthInMilliseconds(), 0);
     SetByKind(facts, tagged, file, found);
     if (facts.frames == 0) {
         facts.frames = FramesOfDuration(facts.durationMs, facts.rateHz);
