@@ -7,6 +7,7 @@
 #include "backends/tags/tag_information.h"
 
 #include <QApplication>
+#include <QFont>
 #include <cstdlib>
 
 int main(int argc, char** argv) {
@@ -18,6 +19,9 @@ int main(int argc, char** argv) {
     QApplication::setApplicationName(QStringLiteral("Kestrune"));
     QApplication::setDesktopFileName(QStringLiteral("kestrune"));
     QApplication::setQuitOnLastWindowClosed(false);
+    QFont face(QStringLiteral("Inter"));
+    face.setPixelSize(11);
+    QApplication::setFont(face);
 
     ProgramState state;
     QtUserPrompts prompts;

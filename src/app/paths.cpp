@@ -45,7 +45,7 @@ QString FindStartupDir() {
 }
 
 QString OwnFile(const QString& folder, const QString& name) {
-    const QString exact = folder + pathSeparator + name;
+    QString exact = folder + pathSeparator + name;
     if (QFileInfo::exists(exact)) {
         return exact;
     }
