@@ -264,8 +264,12 @@ class Program:
         self.stage.xdotool("mouseup", 1)
 
     def menu(self, letter):
-        """An entry of the Play menu by its letter: s Start, a Pause, t Stop."""
+        """An entry of the Play menu by its letter: s Start, t Stop."""
         self._menu_keys("alt+p", letter)
+
+    def pause_or_go_on(self):
+        """The second entry of the Play menu, whatever it is called now."""
+        self._menu_keys("alt+p", "Down", "Down", "Return")
 
     def _menu_keys(self, first, *others):
         self.stage.key(first)

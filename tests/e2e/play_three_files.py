@@ -42,19 +42,7 @@ def check_follows(values, name, path, end_frame):
     return begin + len(expected) // 2
 
 
-def test(program_path):
-    with harness.Stage() as stage:
-        paths, first = make_files(stage.folder)
-        native_playlist.write_playlist(stage.default_playlist, [native_playlist.row_for(path) for path in paths.values()])
-        program = stage.run_program(program_path)
-        program.volume_full()
-        capture = stage.capture()
-        program.menu("s")
-        harness.wait_for(lambda: capture.seconds() > 13.5, "the capture of three files", 30)
-        program.menu("t")
-        data = capture.stop()
-        harness.check(program.close() == 0, "the program did not end well")
-
+def check_capture(data, paths, first):
     begin = sound.find_exact(data, first)
     if begin < 0:
         sounding = sound.pieces_between_silence(sound.samples(data))
@@ -68,6 +56,21 @@ def test(program_path):
     gap_ms = (again - end) * 1000 / sound.RATE_HZ
     print(f"wav again: {gap_ms:.1f} ms of silence before it")
     harness.check(gap_ms < LONGEST_GAP_MS, f"{gap_ms:.1f} ms of silence before the first file")
+
+
+def test(program_path):
+    with harness.Stage() as stage:
+        paths, first = make_files(stage.folder)
+        native_playlist.write_playlist(stage.default_playlist, [native_playlist.row_for(path) for path in paths.values()])
+        program = stage.run_program(program_path)
+        program.volume_full()
+        capture = stage.capture()
+        program.menu("s")
+        harness.wait_for(lambda: capture.seconds() > 13.5, "the capture of three files", 30)
+        program.menu("t")
+        data = capture.stop()
+        harness.check(program.close() == 0, "the program did not end well")
+        check_capture(data, paths, first)
 
 
 if __name__ == "__main__":

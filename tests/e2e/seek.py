@@ -76,9 +76,9 @@ def test(program_path):
         program.menu("t")
         data = capture.stop()
         program.close()
-    begin = sound.skip_silence(data, 0)
-    begin, heard = check_jump(data, source, begin, 0, frame_for(on))
-    check_jump(data, source, begin, heard, frame_for(back))
+        begin = sound.skip_silence(data, 0)
+        begin, heard = check_jump(data, source, begin, 0, frame_for(on))
+        check_jump(data, source, begin, heard, frame_for(back))
 
 
 if __name__ == "__main__":
