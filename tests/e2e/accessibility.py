@@ -8,6 +8,7 @@ import harness
 ROOT_PATH = "/org/a11y/atspi/accessible/root"
 REGISTRY = "org.a11y.atspi.Registry"
 ACCESSIBLE = "org.a11y.atspi.Accessible"
+STATE_SHOWING = 25
 LAUNCHERS = ("/usr/libexec/at-spi-bus-launcher", "/usr/lib/at-spi2-core/at-spi-bus-launcher")
 
 
@@ -66,13 +67,21 @@ class Reader:
         return [name for name in names if name]
 
     def place_of(self, process_id, name):
-        """(x, y, width, height) on the screen, in pixels, of what bears the name."""
+        """(x, y, width, height) on the screen, in pixels, of what is shown under the name, waiting for it."""
         def find():
-            return next((place for place in self._all(process_id) if self._name(*place) == name), None)
+            for place in self._all(process_id):
+                if self._name(*place) == name and self._is_showing(*place):
+                    return place
+            return None
         owner, path = harness.wait_for(find, f'something called "{name}"')
         on_screen = "uint32:0"
         answer = self._call(owner, path, "org.a11y.atspi.Component.GetExtents", on_screen)
         return tuple(int(number) for number in re.findall(r"int32 (-?\d+)", answer))
+
+    def _is_showing(self, owner, path):
+        answer = self._call(owner, path, ACCESSIBLE + ".GetState")
+        words = [int(number) for number in re.findall(r"uint32 (\d+)", answer)]
+        return bool(words) and bool(words[0] & 1 << STATE_SHOWING)
 
 
 def _first_line(path):

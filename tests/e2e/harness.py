@@ -21,6 +21,7 @@ sys.path.insert(0, os.path.join(ROOT, "tools"))
 import native_playlist  # noqa: E402  (found through the line above)
 
 WINDOW_WIDTH, WINDOW_HEIGHT = 393, 385
+LIST_EMPTY_PLACE = (200, 355)
 MAIN_WINDOW_TITLE = "^Kestrune"
 PR_SET_PDEATHSIG = 1
 _LIBC = ctypes.CDLL(None)
@@ -285,19 +286,30 @@ class Program:
         time.sleep(0.1)
 
     def add_files(self, paths):
-        """Through the file dialog, which takes several names in quotes."""
+        """Through the file dialog: into the folder first, then the names in quotes. All are of one folder."""
         self.stage.key("Insert")
         wait_for(lambda: self.stage.active_window() not in (0, self.window), "the file dialog")
-        self.stage.type_text(paths[0] if len(paths) == 1 else " ".join(f'"{path}"' for path in paths))
+        self.stage.type_text(os.path.dirname(paths[0]) + "/")
+        self.stage.key("Return")
+        self.stage.type_text(" ".join(f'"{os.path.basename(path)}"' for path in paths))
         self.stage.key("Return")
 
     def sort_by_title(self):
-        """File menu, "Sort by...", "Title"."""
-        self._menu_keys("alt+f", "s", "t")
+        """The list's own menu: "Sort by...", its second entry."""
+        self._list_menu("Down", "Right", "Down", "Return")
 
-    def toggle_file_name_column(self):
-        """File menu, "Playlist Items", "File Name", the first of two entries with this letter."""
-        self._menu_keys("alt+f", "p", "f", "Return")
+    def toggle_duration_column(self):
+        """The list's own menu: "Playlist Items", its second entry."""
+        self._list_menu("Down", "Down", "Right", "Down", "Return")
+
+    def _list_menu(self, *keys):
+        self.pointer_to(*LIST_EMPTY_PLACE)
+        self.stage.xdotool("click", 3)
+        time.sleep(0.15)
+        # One by one: a submenu opens only when the program has come round to it.
+        for key in keys:
+            self.stage.key(key)
+            time.sleep(0.05)
 
     def kill(self):
         with contextlib.suppress(ProcessLookupError):
