@@ -82,8 +82,7 @@ QByteArray EncodeOptions(const OptionsRecord& record, const QByteArray& oldBytes
     for (const bool item : record.Items) {
         AppendBoolean(bytes, item);
     }
-    QByteArray path = EncodeText(record.CurPath);
-    path.truncate(0xFFFF);
+    const QByteArray path = EncodeUpTo(record.CurPath, 0xFFFF);
     AppendWord(bytes, static_cast<quint16>(path.size()));
     bytes.append(path);
     bytes.append(oldBytes.mid(bytes.size()));

@@ -11,8 +11,7 @@ namespace {
 constexpr double startKnobX = 640;
 constexpr double startKnobY = 330;
 
-void ChooseDevice(KSTAudioPlayer2& player) {
-    const int count = player.DeviceCount();
+void ChooseDevice(KSTAudioPlayer2& player, int count) {
     for (int device = 0; device < count; ++device) {
         player.SetDeviceIndex(device);
         if (player.IsDeviceUsable()) {
@@ -58,13 +57,15 @@ bool IsOnlyInstance(InstanceLock& lock, UserPrompts& prompts) {
 
 bool LoadMainWindow(const StartUpParts& parts) {
     parts.window.Hide();
-    if (parts.audioPlayer.DeviceCount() < 1 &&
+    // Asking opens the devices, so it is asked once.
+    const int deviceCount = parts.audioPlayer.DeviceCount();
+    if (deviceCount < 1 &&
         !parts.prompts.AskYesNo(
             QStringLiteral("There is no Audio Device installed on this machine, continue anyway? "),
             PromptIcon::Warning)) {
         return false;
     }
-    ChooseDevice(parts.audioPlayer);
+    ChooseDevice(parts.audioPlayer, deviceCount);
     parts.window.FillColourList();
     parts.window.PrepareDisplay();
     parts.transport.SetPlayButtonTrueFalse(ButtonPlay, false);

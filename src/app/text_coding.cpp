@@ -34,21 +34,27 @@ QByteArray EncodeText(const QString& text) {
 }
 
 QString DecodeText(QByteArrayView bytes) {
-    QStringDecoder decoder(QStringDecoder::Utf8, QStringConverter::Flag::Stateless);
+    // A byte order mark inside a file is a character of the text, such as that of a file name.
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringConverter::Flag::Stateless |
+                                                     QStringConverter::Flag::ConvertInitialBom);
     QString text = decoder(bytes);
     return decoder.hasError() ? DecodeWindows1252(bytes) : text;
 }
 
-QByteArray EncodeField(const QString& text, int width) {
+QByteArray EncodeUpTo(const QString& text, qsizetype largestBytes) {
     QByteArray bytes = EncodeText(text);
-    if (bytes.size() > width) {
-        qsizetype end = width;
+    if (bytes.size() > largestBytes) {
+        qsizetype end = largestBytes;
         while (end > 0 && (static_cast<unsigned char>(bytes[end]) & 0xC0U) == 0x80U) {
             --end;
         }
         bytes.truncate(end);
     }
-    return bytes.leftJustified(width, ' ');
+    return bytes;
+}
+
+QByteArray EncodeField(const QString& text, int width) {
+    return EncodeUpTo(text, width).leftJustified(width, ' ');
 }
 
 LineReader::LineReader(QByteArray bytes) : bytes_(std::move(bytes)) {

@@ -11,6 +11,9 @@ namespace kestrune {
 QByteArray EncodeText(const QString& text);
 QString DecodeText(QByteArrayView bytes);
 
+// Encoded text, cut at the last whole character that fits.
+QByteArray EncodeUpTo(const QString& text, qsizetype largestBytes);
+
 // Encoded text in exactly `width` bytes: cut at the last whole character that fits, or padded with blanks.
 QByteArray EncodeField(const QString& text, int width);
 
