@@ -9,8 +9,8 @@ namespace kestrune {
 namespace {
 
 // Gains move in steps of this many frames, so slowly that no step can be heard by itself.
-constexpr qint64 stepFrames = 32;
-constexpr double moveDbPerSecond = 400;
+constexpr qint64 stepFrames = 4;
+constexpr double moveDbPerSecond = 100;
 // Width of a band: neighbours are log2(15942 / 31) / 11 = 0.819 octaves apart, and Q = sqrt(2^N) / (2^N - 1).
 constexpr double bandQ = 1.738;
 
@@ -95,10 +95,23 @@ void Equalizer::Filter(Band& band, double* samples, qint64 frames) const {
     }
 }
 
+bool Equalizer::IsMoving() const {
+    for (int band = 0; band < equalizerBands; ++band) {
+        if (bands[band].gainDb != TargetDb(band)) {
+            return true;
+        }
+    }
+    return false;
+}
+
 void Equalizer::Process(double* samples, qint64 frames) {
-    for (qint64 done = 0; done < frames; done += stepFrames) {
-        const qint64 count = std::min(stepFrames, frames - done);
-        MoveTowardsTargets(count);
+    qint64 count = 0;
+    for (qint64 done = 0; done < frames; done += count) {
+        count = frames - done;
+        if (IsMoving()) {
+            count = std::min(stepFrames, count);
+            MoveTowardsTargets(count);
+        }
         for (Band& band : bands) {
             if (band.gainDb != 0.0) {
                 Filter(band, samples + done * channels, count);

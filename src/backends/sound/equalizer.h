@@ -43,6 +43,7 @@ private:
 
     double TargetDb(int band) const;
     bool IsAudible(int band) const;
+    bool IsMoving() const;
     void MoveTowardsTargets(qint64 frames);
     void SetBandGain(int band, double gainDb);
     void Filter(Band& band, double* samples, qint64 frames) const;
