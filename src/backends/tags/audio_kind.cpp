@@ -50,6 +50,8 @@ constexpr std::array numbers = {
     Number{AV_CODEC_ID_ADPCM_IMA_OKI, 0x10}, Number{AV_CODEC_ID_GSM, 0x31},
     Number{AV_CODEC_ID_ADPCM_G726, 0x45},    Number{AV_CODEC_ID_ADPCM_G726LE, 0x45},
     Number{AV_CODEC_ID_MP1, 0x50},           Number{AV_CODEC_ID_MP2, 0x50},
+    Number{AV_CODEC_ID_OPUS, 0x704F},        Number{AV_CODEC_ID_WAVPACK, 0x5756},
+    Number{AV_CODEC_ID_TTA, 0x77A1},
 };
 
 bool IsPlainPcm(AVCodecID coding) {

@@ -12,10 +12,10 @@ namespace kestrune {
 inline constexpr int id3v1Bytes = 128;
 
 // Fields of an ID3v1 or ID3v1.1 block; empty if the bytes are none. Text ends at the first zero byte and
-// loses its trailing blanks; bytes that are not UTF-8 are taken as Latin-1.
+// loses its trailing blanks; bytes that are not UTF-8 are taken as Windows-1252.
 std::optional<TagFields> ParseId3v1(const QByteArray& block);
 
-// Text of bytes that say nothing of their coding: UTF-8 if they are that, else Latin-1.
+// Text of bytes that say nothing of their coding: UTF-8 if they are that, else Windows-1252.
 QString TextOfBytes(const QByteArray& bytes);
 
 } // namespace kestrune

@@ -88,9 +88,14 @@ void SetWave(AudioFacts& facts, const TagLib::RIFF::WAV::Properties& wave, Bound
     const AVCodecID coding = CodingOfWaveFormat(wave.format(), bits);
     SetCoding(facts, coding, bits);
     facts.formatTag = wave.format();
+    const WaveBlocks blocks = ReadWaveBlocks(file);
     if (const int storedBits = PlainBits(wave.format(), bits)) {
         SetPlainBitrate(facts, storedBits);
-    } else if (const int told = CodedWaveBitrate(ReadWaveBlocks(file), wave.format(), facts.rateHz)) {
+        // TagLib counts the padding byte behind an odd number of bytes.
+        SetFrames(facts, blocks.blockBytes > 0 ? blocks.dataBytes / blocks.blockBytes : 0);
+        return;
+    }
+    if (const int told = CodedWaveBitrate(blocks, wave.format(), facts.rateHz)) {
         facts.bitrateBps = told;
     }
     if (wave.sampleFrames() > 0) {

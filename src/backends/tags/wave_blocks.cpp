@@ -15,6 +15,16 @@ constexpr qint64 chunkHeadBytes = 8;
 constexpr qsizetype commonBytes = 16;
 constexpr qsizetype blockKindBytes = 20;
 
+void TakeFormat(WaveBlocks& blocks, const QByteArray& format) {
+    if (format.size() >= commonBytes) {
+        blocks.bytesPerSecond = qFromLittleEndian<quint32>(format.constData() + 8);
+        blocks.blockBytes = qFromLittleEndian<quint16>(format.constData() + 12);
+    }
+    if (format.size() >= blockKindBytes) {
+        blocks.framesPerBlock = qFromLittleEndian<quint16>(format.constData() + 18);
+    }
+}
+
 } // namespace
 
 WaveBlocks ReadWaveBlocks(BoundedFile& file) {
@@ -27,14 +37,9 @@ WaveBlocks ReadWaveBlocks(BoundedFile& file) {
         }
         const qint64 sizeBytes = qFromLittleEndian<quint32>(head.constData() + 4);
         if (head.startsWith("fmt ")) {
-            const QByteArray format = file.Read(std::min<qint64>(sizeBytes, blockKindBytes));
-            if (format.size() >= commonBytes) {
-                blocks.bytesPerSecond = qFromLittleEndian<quint32>(format.constData() + 8);
-                blocks.blockBytes = qFromLittleEndian<quint16>(format.constData() + 12);
-            }
-            if (format.size() >= blockKindBytes) {
-                blocks.framesPerBlock = qFromLittleEndian<quint16>(format.constData() + 18);
-            }
+            TakeFormat(blocks, file.Read(std::min<qint64>(sizeBytes, blockKindBytes)));
+        } else if (head.startsWith("data")) {
+            blocks.dataBytes = std::min(sizeBytes, file.SizeBytes() - position - chunkHeadBytes);
             break;
         }
         position += chunkHeadBytes + sizeBytes + (sizeBytes & 1);
