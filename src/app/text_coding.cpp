@@ -35,8 +35,8 @@ QByteArray EncodeText(const QString& text) {
 
 QString DecodeText(QByteArrayView bytes) {
     // A byte order mark inside a file is a character of the text, such as that of a file name.
-    QStringDecoder decoder(QStringDecoder::Utf8, QStringConverter::Flag::Stateless |
-                                                     QStringConverter::Flag::ConvertInitialBom);
+    QStringDecoder decoder(QStringDecoder::Utf8,
+                           QStringConverter::Flag::Stateless | QStringConverter::Flag::ConvertInitialBom);
     QString text = decoder(bytes);
     return decoder.hasError() ? DecodeWindows1252(bytes) : text;
 }

@@ -77,11 +77,14 @@ ChosenFiles ShowFileDialog(const QString& title, ProgramState& state, Options& o
     choice.startFolder = state.CurPath;
     const QStringList files = prompts.ChooseFiles(choice);
     ChosenFiles chosen;
+    if (files.isEmpty()) {
+        return chosen;
+    }
     if (files.size() > 1 && choice.multiple) {
         chosen.list = files;
         QString unused;
         SplitPath(files.first(), state.CurPath, unused);
-    } else if (!files.isEmpty()) {
+    } else {
         SplitPath(files.first(), chosen.path, chosen.file);
         state.CurPath = chosen.path;
     }

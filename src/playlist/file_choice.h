@@ -26,7 +26,8 @@ struct ChosenFiles {
 // What the dialog of a title offers. A title that is none of the four gets no filter.
 FileChoice FileChoiceFor(const QString& title);
 
-// Shows the dialog of the title, starting in the state's CurPath, and stores the new folder. Window thread.
+// Shows the dialog of the title, starting in the state's CurPath, and stores the new folder; a cancel stores
+// nothing. Window thread.
 ChosenFiles ShowFileDialog(const QString& title, ProgramState& state, Options& options, UserPrompts& prompts);
 
 // True when the file exists and has one of the audio endings. Endings have three or four letters.

@@ -7,6 +7,7 @@
 #include "playlist/playlist_text.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QLoggingCategory>
 
 namespace kestrune {
@@ -57,7 +58,9 @@ void PlaylistFiles::Open(const QString& path) {
     if (!FileExists(path)) {
         return;
     }
+    openLists_.append(QFileInfo(path).canonicalFilePath());
     Dispatch(path, openOperation, true);
+    openLists_.removeLast();
     emit TotalsChanged();
     emit ListLoaded();
 }
@@ -90,7 +93,15 @@ bool PlaylistFiles::Dispatch(const QString& path, const QString& operation, bool
 }
 
 void PlaylistFiles::AppendList(const QString& path) {
+    // A list may name other lists, and so in the end itself.
+    const QString file = QFileInfo(path).canonicalFilePath();
+    if (openLists_.contains(file)) {
+        qCWarning(playlistLog) << "a playlist names itself" << path;
+        return;
+    }
+    openLists_.append(file);
     Dispatch(path, openOperation, false);
+    openLists_.removeLast();
 }
 
 void PlaylistFiles::OpenSaveMyPlaylistKSL(const QString& path, const QString& operation, bool clearFirst) {
@@ -194,7 +205,8 @@ void PlaylistFiles::OpenSaveMediaPlayerWAX(const QString& path, const QString& o
 void PlaylistFiles::AddAsxEntry(const ListEntry& entry, const QString& baseFolder) {
     QString folder;
     QString name;
-    SplitPath(ResolveListPath(entry.path, baseFolder), folder, name);
+    SplitPath(entry.isFullPath ? NativeListPath(entry.path) : ResolveListPath(entry.path, baseFolder), folder,
+              name);
     const bool isComplete =
         !entry.path.isEmpty() && !entry.title.isEmpty() && entry.seconds != 0 && entry.bytes != 0;
     if (isComplete) {

@@ -60,6 +60,7 @@ private:
     PlaylistRows& rows_;
     Admission& admission_;
     UserPrompts& prompts_;
+    QStringList openLists_; // canonical paths of the playlists that are being read, outermost first
 };
 
 } // namespace kestrune

@@ -15,7 +15,7 @@ constexpr int fewRows = 4;
 
 QString IndexKey(const QString& text) {
     const qsizetype point = text.indexOf(u'.');
-    const auto number = static_cast<qint64>(Val(point < 0 ? text : text.left(point)));
+    const auto number = RoundHalfEven(Val(point < 0 ? text : text.left(point)));
     return QStringLiteral("%1").arg(number, 3, 10, QChar(u'0'));
 }
 

@@ -26,14 +26,18 @@ QString KillGang0(const QString& text) {
 }
 
 QString KillGang0Folder(const QString& text) {
-    qsizetype mark = text.indexOf(endMark);
+    const qsizetype mark = text.indexOf(endMark);
     if (mark < 0) {
         return {};
     }
-    if (mark + 2 < text.size() && text[mark + 2] == pathSeparator) {
-        ++mark;
+    const qsizetype behind = mark + endMark.size();
+    if (behind < text.size() && text[behind] == pathSeparator) {
+        return text.left(mark + 1);
     }
-    return text.left(mark);
+    // At the very end of a field that is full, the first half of the pair is the folder's own separator and
+    // the second one what was left of the mark.
+    const bool endsInBackslash = mark > 0 && text[mark - 1] == u'\\';
+    return behind == text.size() && !endsInBackslash ? QString() : text.left(mark);
 }
 
 double Val(const QString& text) {

@@ -11,7 +11,8 @@ QString KillTitleHead(const QString& text);
 QString TitleHead(const QString& text);
 // Before the end mark "//"; empty when there is none.
 QString KillGang0(const QString& text);
-// The same for a folder, whose own last separator may stand before the mark and stays with it.
+// The same for a folder, whose own last separator may stand before the mark and stays with it. A pair of
+// separators at the very end of the text is no mark: the field had no room for the whole of it.
 QString KillGang0Folder(const QString& text);
 
 // Leading digits, with a decimal fraction if there is one; 0 for anything else. Blanks before it are passed
@@ -20,7 +21,7 @@ double Val(const QString& text);
 // Seconds of "minutes:seconds", or of a number of seconds; halves go to the even second. 0 when the result
 // does not fit 16 bits.
 qint16 GetMusicSec(const QString& text);
-// A number to a whole one, halves to the even one.
+// A number to a whole one, halves to the even one; 0 for one of 16 digits or more.
 qint64 RoundHalfEven(double value);
 
 // Behind the last point, lower case; empty without a point.

@@ -47,12 +47,18 @@ void ReadAsxLine(const QString& line, ListEntry& entry) {
         entry.bytes = bytes > std::numeric_limits<qint32>::max() ? 0 : bytes;
     } else if (line.startsWith(QLatin1String("<Param Name =")) && line.contains(QLatin1String("SourceURL"))) {
         entry.path = CutBeforeSlash(ParamValue(line), 3);
+        entry.isFullPath = true;
     } else if (line.startsWith(QLatin1String("<Title >")) && line.contains(QLatin1String("</Title>"))) {
         entry.title = TitleOf(line);
     } else if (line.startsWith(QLatin1String("<Ref href =")) && entry.path.isEmpty()) {
         const QString value = line.mid(line.indexOf(u'=') + 3);
         entry.path = CutBeforeSlash(value, 2);
     }
+}
+
+// A title from a tag may hold line ends, which would break the entry.
+QString OneLine(QString title) {
+    return title.replace(u'\r', u' ').replace(u'\n', u' ');
 }
 
 } // namespace
@@ -150,7 +156,7 @@ QByteArray EncodeM3u(const PlaylistRows& rows) {
     QString text = QStringLiteral("#EXTM3U") + lineEnd;
     for (int row = 1; row <= rows.Count(); ++row) {
         text += QStringLiteral("#EXTINF:") + QString::number(GetMusicSec(rows.Field(row, SubTime))) + u',' +
-                rows.Title(row) + lineEnd + rows.FullPath(row) + lineEnd;
+                OneLine(rows.Title(row)) + lineEnd + rows.FullPath(row) + lineEnd;
     }
     return EncodeText(text);
 }
@@ -160,7 +166,7 @@ QByteArray EncodePls(const PlaylistRows& rows) {
     for (int row = 1; row <= rows.Count(); ++row) {
         const QString number = QString::number(row) + u'=';
         text += QStringLiteral("File") + number + rows.FullPath(row) + lineEnd;
-        text += QStringLiteral("Title") + number + rows.Title(row) + lineEnd;
+        text += QStringLiteral("Title") + number + OneLine(rows.Title(row)) + lineEnd;
         text += QStringLiteral("Length") + number + QString::number(GetMusicSec(rows.Field(row, SubTime))) +
                 lineEnd;
     }
@@ -175,8 +181,8 @@ QByteArray EncodeAsx(const PlaylistRows& rows) {
         QString path = rows.FullPath(row);
         path.replace(pathSeparator, u'\\');
         text += QStringLiteral("<Entry> ") + lineEnd;
-        text +=
-            QStringLiteral("<Title > ") + rows.Title(row) + QStringLiteral("</Title>") + lineEnd + lineEnd;
+        text += QStringLiteral("<Title > ") + OneLine(rows.Title(row)) + QStringLiteral("</Title>") +
+                lineEnd + lineEnd;
         text += QStringLiteral("<Ref href = \"") + path + QStringLiteral("\"/>") + lineEnd;
         text += QStringLiteral("</Entry>") + lineEnd + lineEnd;
     }
@@ -184,11 +190,16 @@ QByteArray EncodeAsx(const PlaylistRows& rows) {
     return EncodeText(text);
 }
 
-QString ResolveListPath(const QString& path, const QString& baseFolder) {
+QString NativeListPath(const QString& path) {
     QString native = path;
     if (!native.contains(pathSeparator)) {
         native.replace(u'\\', pathSeparator);
     }
+    return native;
+}
+
+QString ResolveListPath(const QString& path, const QString& baseFolder) {
+    const QString native = NativeListPath(path);
     const bool hasDrive = native.size() > 1 && native[1] == u':';
     if (hasDrive || native.startsWith(pathSeparator)) {
         return native;

@@ -14,8 +14,9 @@ namespace kestrune {
 struct ListEntry {
     QString path; // as the playlist holds it
     QString title;
-    qint64 seconds = 0; // 0 if not told
-    qint64 bytes = 0;   // 0 if not told
+    qint64 seconds = 0;      // 0 if not told
+    qint64 bytes = 0;        // 0 if not told
+    bool isFullPath = false; // the path is not one below the folder of the playlist
 };
 
 struct ParsedList {
@@ -37,9 +38,12 @@ QByteArray EncodeM3u(const PlaylistRows& rows);
 QByteArray EncodePls(const PlaylistRows& rows);
 QByteArray EncodeAsx(const PlaylistRows& rows);
 
+// A path of a playlist with backslashes turned into separators, if it holds no separator.
+QString NativeListPath(const QString& path);
+
 // Full path of a playlist's entry. `baseFolder` is the folder of the playlist and ends in a separator. A path
 // with a drive stays as it is, one that begins with a separator is absolute, any other lies below the base
-// folder. Backslashes become separators if the path holds no separator.
+// folder. The path is made native first.
 QString ResolveListPath(const QString& path, const QString& baseFolder);
 
 } // namespace kestrune
