@@ -3,7 +3,9 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <array>
 #include <limits>
+#include <string_view>
 
 namespace kestrune {
 
@@ -42,6 +44,14 @@ int64_t SeekFile(void* opaque, int64_t offset, int whence) {
 int RefuseOpening(AVFormatContext*, AVIOContext** io, const char*, int, AVDictionary**) {
     *io = nullptr;
     return AVERROR(EPERM);
+}
+
+// Kinds that only name other files or addresses. Those of the session descriptions listen on the network
+// without asking anybody.
+bool OnlyNamesOthers(const AVInputFormat& kind) {
+    static constexpr std::array names = {"sdp", "rtsp", "rtp", "hls", "concat", "dash", "imf", "image2"};
+    const std::string_view kindNames = kind.name;
+    return std::any_of(names.begin(), names.end(), [&](std::string_view name) { return kindNames == name; });
 }
 
 bool HasAudioExtension(const QString& path) {
@@ -84,19 +94,23 @@ bool LavfInput::OpenContext(const QString& path) {
     if (io_ == nullptr || context_ == nullptr) {
         return false;
     }
+    // The name without its folder is all that may be used to tell a kind.
+    const QByteArray name = QFileInfo(path).fileName().toUtf8();
+    const AVInputFormat* kind = nullptr;
+    const int score = av_probe_input_buffer2(io_, &kind, name.constData(), nullptr, 0, probeBytes);
+    if (score < 0 || kind == nullptr || OnlyNamesOthers(*kind)) {
+        return false;
+    }
+    if (score < trustedProbeScore && !HasAudioExtension(path)) {
+        return false;
+    }
     context_->pb = io_;
     context_->io_open = RefuseOpening;
+    context_->protocol_whitelist = av_strdup("file");
     context_->probesize = probeBytes;
     context_->max_analyze_duration = analyzeMicroseconds;
-    // The name without its folder is all that a demuxer may use to tell a kind.
-    const QByteArray name = QFileInfo(path).fileName().toUtf8();
-    if (avformat_open_input(&context_, name.constData(), nullptr, nullptr) < 0) {
-        return false;
-    }
-    if (context_->probe_score < trustedProbeScore && !HasAudioExtension(path)) {
-        return false;
-    }
-    return avformat_find_stream_info(context_, nullptr) >= 0;
+    return avformat_open_input(&context_, name.constData(), kind, nullptr) >= 0 &&
+           avformat_find_stream_info(context_, nullptr) >= 0;
 }
 
 bool LavfInput::ChooseStream() {

@@ -18,8 +18,7 @@ namespace kestrune {
 // is opened.
 class LavfInput {
 public:
-    // Null if the file can't be opened or holds no audio. `probe` false trusts the header of the file for the
-    // parameters of the stream, which is quicker; they may then be incomplete.
+    // Null if the file can't be opened or holds no audio.
     static std::unique_ptr<LavfInput> Open(const QString& path);
     ~LavfInput();
     LavfInput(const LavfInput&) = delete;

@@ -56,7 +56,7 @@ AudioFileMaker MakerOf(const char* name) {
 
 INSTANTIATE_TEST_SUITE_P(Everywhere, AudioFileContract,
                          testing::Values(MakerOf<FakeSubject>("Fake"), MakerOf<CodecSubject>("Codec")),
-                         [](const auto& info) { return info.param.name; });
+                         [](const auto& tested) { return tested.param.name; });
 
 TEST(FakeAudioFile, LogsCallsAndKeepsWhatIsWritten) {
     FakeAudioFile fake;

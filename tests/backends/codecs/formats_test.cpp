@@ -15,9 +15,10 @@ struct FormatCase {
     const char* name;
     const char* fileName;
     const char* maker;
-    const char* judge; // writes headerless 16-bit samples to standard output
-    int tolerance;     // steps; 0 for kinds that decode to 16 bits
-    const char* text;  // the format text
+    const char* judge;  // writes headerless 16-bit samples to standard output
+    int tolerance;      // steps; 0 for kinds that decode to 16 bits
+    const char* text;   // the format text
+    int judgeLacks = 0; // samples at the end that the judge does not give
 };
 
 constexpr const char* ffmpegJudge = "ffmpeg -v error -i %o -map 0:a:0 -f s16le -";
@@ -42,7 +43,7 @@ const FormatCase cases[] = {
     {"Mp3InWav", "a.wav", "ffmpeg -v error -i %i -c:a libmp3lame -b:a 128k %o", ffmpegJudge, 1, nullptr},
     {"Mp2", "a.mp2", "twolame --quiet -b 192 %i %o", layerTwoJudge, 1,
      "MPEG Layer-2, 44,100 Hz, 192 KBPS, Stereo"},
-    {"Mp2BySox", "a.mp2", "twolame --quiet -b 192 %i %o", soxJudge, 2, nullptr},
+    {"Mp2BySox", "a.mp2", "twolame --quiet -b 192 %i %o", soxJudge, 2, nullptr, 2304},
     {"Mp2InProgramStream", "a.mpeg", "ffmpeg -v error -i %i -c:a mp2 -b:a 192k %o", layerTwoJudge, 1,
      nullptr},
     {"Mp1", "a.mp1", "layer1", layerOneJudge, 1, "MPEG Layer-1, 44,100 Hz, 384 KBPS, Stereo"},
@@ -53,9 +54,9 @@ const FormatCase cases[] = {
      "Windows Media Audio, 44,100 Hz, 128 KBPS, Stereo"},
     {"WindowsMedia1", "a.wma", "ffmpeg -v error -i %i -c:a wmav1 -b:a 64k %o", ffmpegJudge, 1, nullptr},
     {"WindowsMediaSpeech", "a.wma", "ffmpeg -v error -i %8 -c:a wmav2 -b:a 24k %o", ffmpegJudge, 1, nullptr},
-    {"Musepack", "a.mpc", "mpcenc --silent %i %o", "mpcdec %o %d/judge.wav", 1, nullptr},
-    {"MusepackLow", "a.mpc", "mpcenc --silent --telephone %i %o", "mpcdec %o %d/judge.wav", 1, nullptr},
-    {"MusepackNamedMp", "a.mp", "mpcenc --silent %i %d/n.mpc", "mpcdec %o %d/judge.wav", 1, nullptr},
+    {"Musepack", "a.mpc", "mpcenc --silent %i %o", "mpcdec %o %d/judge.wav", 2, nullptr},
+    {"MusepackLow", "a.mpc", "mpcenc --silent --telephone %i %o", "mpcdec %o %d/judge.wav", 2, nullptr},
+    {"MusepackNamedMp", "a.mp", "mpcenc --silent %i %d/n.mpc", "mpcdec %o %d/judge.wav", 2, nullptr},
     {"Dictation", "a.dss", "dictation", ffmpegJudge, 0, nullptr},
     {"WavImaAdpcm", "a.wav", "ffmpeg -v error -i %i -c:a adpcm_ima_wav %o", ffmpegJudge, 0, nullptr},
     {"WavImaAdpcmMono", "a.wav", "ffmpeg -v error -i %8 -c:a adpcm_ima_wav %o", ffmpegJudge, 0, nullptr},
@@ -83,6 +84,10 @@ const FormatCase cases[] = {
     {"SurroundAc3", "a.ac3", "ffmpeg -v error -i %6 -c:a ac3 -b:a 448k %o",
      "ffmpeg -v error -i %o -ac 2 -f s16le -", 2, nullptr},
 };
+
+void PrintTo(const FormatCase& tested, std::ostream* out) {
+    *out << tested.name;
+}
 
 class Format : public testing::TestWithParam<FormatCase> {
 protected:
@@ -156,7 +161,7 @@ TEST_P(Format, DecodesAsTheJudgeDoes) {
     const QByteArray whole = ReadToEnd(file_);
     EXPECT_EQ(declaredBytes, whole.size());
     const Comparison comparison = Compare(whole, Judged());
-    EXPECT_EQ(comparison.ourSamples, comparison.judgeSamples);
+    EXPECT_EQ(comparison.ourSamples, comparison.judgeSamples + GetParam().judgeLacks);
     EXPECT_GT(comparison.ourSamples, 8000);
     EXPECT_LE(comparison.largest, GetParam().tolerance);
 }
@@ -170,6 +175,6 @@ TEST_P(Format, SeeksToTheSample) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Kinds, Format, testing::ValuesIn(cases),
-                         [](const auto& info) { return std::string(info.param.name); });
+                         [](const auto& tested) { return std::string(tested.param.name); });
 
 } // namespace kestrune

@@ -85,6 +85,6 @@ INSTANTIATE_TEST_SUITE_P(
                     GiantCase{"WaveWithOpenSize", "a.wav", WaveHead(shape, 0xFFFFFFFF)},
                     GiantCase{"Rf64", "a.wav", Rf64Head()}, GiantCase{"W64", "a.w64", W64Head()},
                     GiantCase{"Au", "a.au", AuHead()}, GiantCase{"Headerless", "a.raw", QByteArray()}),
-    [](const auto& info) { return std::string(info.param.name); });
+    [](const auto& tested) { return std::string(tested.param.name); });
 
 } // namespace kestrune
