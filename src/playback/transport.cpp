@@ -4,16 +4,12 @@
 #include "playback/play_order.h"
 #include "playback/position.h"
 
-#include <QTimer>
-
 namespace kestrune {
 
 namespace {
 
 constexpr qint64 feedBlockMs = 2000;
 constexpr qint32 seekFromStart = 3;
-// How long a file without a sample plays: a list of nothing else must not keep the processor busy.
-constexpr int emptyFileMs = 100;
 
 QString PauseText() {
     return QStringLiteral("Pause");
@@ -51,11 +47,8 @@ void Transport::PlayCurrentItem() {
     IsStopping = false;
     IsPlaying = true;
     PlayBlock = parts_.audioPlayer.BytesForMs(feedBlockMs);
-    ++startCount_;
     emit ChangeColorEnabled(false);
-    if (!Feed()) {
-        EndEmptyFileSoon();
-    }
+    FeedBlock();
     SetButton(true);
     emit ThumbVisible(true);
     emit PositionReset();
@@ -124,26 +117,12 @@ bool Transport::OpenPlayFile() {
     return true;
 }
 
+// Changes no state: the player tells the end, also that of a run which never got a block.
 void Transport::FeedBlock() {
-    Feed();
-}
-
-bool Transport::Feed() {
     const QByteArray block = parts_.audioFile.ReadBlock(PlayBlock);
-    if (block.size() <= 1) {
-        return false;
+    if (block.size() > 1) {
+        parts_.audioPlayer.WriteBlock(block);
     }
-    parts_.audioPlayer.WriteBlock(block);
-    return true;
-}
-
-// The player only tells the end of what it was given.
-void Transport::EndEmptyFileSoon() {
-    QTimer::singleShot(emptyFileMs, this, [this, start = startCount_] {
-        if (start == startCount_ && IsPlaying && !IsPaused) {
-            AudioPlayer_EndPlay();
-        }
-    });
 }
 
 void Transport::StopPlay() {

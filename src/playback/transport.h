@@ -95,8 +95,6 @@ signals:
     void TimeShown(qint64 ms, qint64 totalMs);
 
 private:
-    bool Feed();
-    void EndEmptyFileSoon();
     bool ChooseRow();
     bool OpenPlayFile();
     void AskToDeleteRow();
@@ -104,7 +102,6 @@ private:
     void AudioPlayer_Timer(qint64 playedBytes);
 
     TransportParts parts_;
-    int startCount_ = 0; // files started so far, to tell a late call from a present one
     std::array<bool, transportButtonCount> buttonEnabled_ = {false, false, false, false, true, false};
 };
 
