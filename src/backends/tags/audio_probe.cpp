@@ -8,6 +8,7 @@
 #include "backends/tags/tag_reader.h"
 #include "backends/tags/tagged_file.h"
 #include "backends/tags/taglib_stream.h"
+#include "backends/tags/wave_facts.h"
 
 #include <QFileInfo>
 
@@ -27,18 +28,22 @@ bool MayBeEmpty(const ContainerFound& found) {
     return found.container == Container::Wave;
 }
 
+std::optional<AudioFacts> FindFacts(TagLib::File* tagged, BoundedFile& file, const ContainerFound& found) {
+    if (found.container == Container::Wave) {
+        file.RenewBudget();
+        return WaveFacts(file);
+    }
+    const std::optional<AudioFacts> facts =
+        tagged != nullptr ? TechnicalFacts(*tagged, file, found) : std::nullopt;
+    return facts && facts->durationMs > 0 ? facts : GeneralFacts(file);
+}
+
 void Describe(ProbeResult& result, BoundedFile& file, const ContainerFound& found,
               std::optional<TagKind> kind) {
     TagLibStream stream(file);
     file.Seek(0);
     const std::unique_ptr<TagLib::File> tagged = OpenTaggedFile(stream, found.container);
-    std::optional<AudioFacts> facts = tagged ? TechnicalFacts(*tagged, file, found) : std::nullopt;
-    if (!facts || facts->durationMs == 0) {
-        std::optional<AudioFacts> general = GeneralFacts(file);
-        if (general && (general->durationMs > 0 || !facts)) {
-            facts = std::move(general);
-        }
-    }
+    const std::optional<AudioFacts> facts = FindFacts(tagged.get(), file, found);
     if (!facts || (facts->durationMs == 0 && !MayBeEmpty(found))) {
         return;
     }

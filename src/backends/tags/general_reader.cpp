@@ -6,6 +6,7 @@
 extern "C" {
 #include <libavcodec/avcodec.h>
 #include <libavformat/avformat.h>
+#include <libavutil/avstring.h>
 #include <libavutil/log.h>
 #include <libavutil/mem.h>
 }
@@ -83,11 +84,20 @@ IoPtr MakeIo(BoundedFile& file) {
     return io;
 }
 
-// The demuxer that the content asks for, if it does so with some certainty.
+// Readers of recorded sound. The library has others that take their data from the network, from devices or
+// from further files, and open them by ways of their own.
+constexpr const char* trustedFormats = "aac,ac3,act,aea,aiff,amr,amrnb,amrwb,ape,asf,au,avi,avr,caf,dsf,dss,"
+                                       "dts,eac3,flac,flv,g729,gsm,iff,ircam,"
+                                       "matroska,webm,mov,mp4,m4a,3gp,3g2,mj2,mp3,mpc,mpc8,mpeg,mpegts,nist,"
+                                       "nsv,nut,ogg,oma,paf,rm,sds,shn,sox,tak,truehd,"
+                                       "tta,voc,w64,wav,wv";
+
+// The demuxer that the content asks for, if it does so with some certainty and is a trusted one.
 const AVInputFormat* DetectFormat(AVIOContext* io) {
     const AVInputFormat* format = nullptr;
     const int score = av_probe_input_buffer2(io, &format, "", nullptr, 0, mostProbeBytes);
-    return score > AVPROBE_SCORE_RETRY ? format : nullptr;
+    const bool trusted = format != nullptr && av_match_list(format->name, trustedFormats, ',') > 0;
+    return trusted && score > AVPROBE_SCORE_RETRY ? format : nullptr;
 }
 
 InputPtr OpenInput(AVIOContext* io, const AVInputFormat* format) {
@@ -97,6 +107,7 @@ InputPtr OpenInput(AVIOContext* io, const AVInputFormat* format) {
     }
     context->pb = io;
     context->io_open = RefuseOpen;
+    context->protocol_whitelist = av_strdup("none");
     context->probesize = mostProbeBytes;
     context->max_analyze_duration = mostAnalyseUs;
     // A failing open frees the context.

@@ -1,7 +1,6 @@
 #include "backends/tags/tagged_file.h"
 
 #include "backends/tags/audio_kind.h"
-#include "backends/tags/wave_blocks.h"
 
 #include <taglib/aifffile.h>
 #include <taglib/apefile.h>
@@ -66,41 +65,6 @@ int BitrateOf(qint64 bytes, qint64 frames, int rateHz) {
 void SetPlainBitrate(AudioFacts& facts, int bits) {
     const qint64 bps = static_cast<qint64>(facts.rateHz) * facts.channels * bits;
     facts.bitrateBps = static_cast<int>(std::min<qint64>(bps, std::numeric_limits<int>::max()));
-}
-
-// Bit rate of a coding with blocks of fixed size and length, else the one that the header tells.
-int CodedWaveBitrate(const WaveBlocks& blocks, int formatTag, int rateHz) {
-    const bool isMpeg = formatTag == 0x50 || formatTag == 0x55;
-    if (!isMpeg && blocks.blockBytes > 0 && blocks.framesPerBlock > 0) {
-        return BitrateOf(blocks.blockBytes, blocks.framesPerBlock, rateHz);
-    }
-    return static_cast<int>(std::min<qint64>(blocks.bytesPerSecond * 8, std::numeric_limits<int>::max()));
-}
-
-// Bits that a sample takes in formats of one value a sample; 0 in others.
-int PlainBits(int formatTag, int bits) {
-    const bool plain = formatTag == 1 || formatTag == 3 || formatTag == 6 || formatTag == 7;
-    return plain ? (bits + 7) / 8 * 8 : 0;
-}
-
-void SetWave(AudioFacts& facts, const TagLib::RIFF::WAV::Properties& wave, BoundedFile& file) {
-    const int bits = wave.bitsPerSample();
-    const AVCodecID coding = CodingOfWaveFormat(wave.format(), bits);
-    SetCoding(facts, coding, bits);
-    facts.formatTag = wave.format();
-    const WaveBlocks blocks = ReadWaveBlocks(file);
-    if (const int storedBits = PlainBits(wave.format(), bits)) {
-        SetPlainBitrate(facts, storedBits);
-        // TagLib counts the padding byte behind an odd number of bytes.
-        SetFrames(facts, blocks.blockBytes > 0 ? blocks.dataBytes / blocks.blockBytes : 0);
-        return;
-    }
-    if (const int told = CodedWaveBitrate(blocks, wave.format(), facts.rateHz)) {
-        facts.bitrateBps = told;
-    }
-    if (wave.sampleFrames() > 0) {
-        SetFrames(facts, wave.sampleFrames());
-    }
 }
 
 void SetMpeg(AudioFacts& facts, const TagLib::MPEG::Properties& mpeg, BoundedFile& file,
@@ -191,9 +155,6 @@ void SetMp4(AudioFacts& facts, const TagLib::MP4::Properties& mp4) {
 void SetByKind(AudioFacts& facts, TagLib::File& tagged, BoundedFile& file, const ContainerFound& found) {
     TagLib::AudioProperties& base = *tagged.audioProperties();
     switch (found.container) {
-    case Container::Wave:
-        SetWave(facts, dynamic_cast<TagLib::RIFF::WAV::Properties&>(base), file);
-        break;
     case Container::Aiff: {
         const auto& aiff = dynamic_cast<TagLib::RIFF::AIFF::Properties&>(base);
         SetCounted(facts, aiff, CodingOfWaveFormat(1, aiff.bitsPerSample()), aiff.bitsPerSample());

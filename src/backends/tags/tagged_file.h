@@ -15,8 +15,8 @@ namespace kestrune {
 // for a kind that TagLib does not know, or when it finds the content broken.
 std::unique_ptr<TagLib::File> OpenTaggedFile(TagLib::IOStream& stream, Container container);
 
-// Figures of a file that OpenTaggedFile gave; title and artist are left empty. Empty when there is no sample
-// rate or no channel. A length of 0 means that TagLib could not tell.
+// Figures of a file that OpenTaggedFile gave, WAVE excepted; title and artist are left empty. Empty when
+// there is no sample rate or no channel. A length of 0 means that TagLib could not tell.
 std::optional<AudioFacts> TechnicalFacts(TagLib::File& tagged, BoundedFile& file,
                                          const ContainerFound& found);
 
