@@ -17,6 +17,7 @@ constexpr qint64 analyzeMicroseconds = 2000000;
 // Below this a kind was guessed from very little; then the extension has to agree that it is audio.
 constexpr int trustedProbeScore = AVPROBE_SCORE_EXTENSION / 2;
 constexpr int mostChannels = 64;
+constexpr qint64 farBehindBytes = Q_INT64_C(1) << 32;
 
 int ReadFile(void* opaque, uint8_t* buffer, int bytes) {
     const qint64 got = static_cast<QFile*>(opaque)->read(reinterpret_cast<char*>(buffer), bytes);
@@ -38,7 +39,9 @@ int64_t SeekFile(void* opaque, int64_t offset, int whence) {
     default:
         break;
     }
-    return target >= 0 && file->seek(target) ? target : AVERROR(EINVAL);
+    // Broken files point anywhere; places far behind the end are not worth asking the system for.
+    const bool sensible = target >= 0 && target <= file->size() + farBehindBytes;
+    return sensible && file->seek(target) ? target : AVERROR(EINVAL);
 }
 
 int RefuseOpening(AVFormatContext*, AVIOContext** io, const char*, int, AVDictionary**) {
@@ -141,7 +144,7 @@ qint64 LavfInput::Duration() const {
     if (context_->duration <= 0) {
         return 0;
     }
-    return av_rescale_q(context_->duration, AV_TIME_BASE_Q, stream_->time_base);
+    return av_rescale_q(context_->duration, AVRational{1, AV_TIME_BASE}, stream_->time_base);
 }
 
 bool LavfInput::Read(AVPacket& packet) {

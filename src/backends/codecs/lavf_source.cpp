@@ -2,6 +2,7 @@
 
 #include "backends/codecs/codec_names.h"
 #include "backends/codecs/length_scan.h"
+#include "backends/codecs/ogg_chain.h"
 
 #include <algorithm>
 #include <string_view>
@@ -35,6 +36,8 @@ LavfSource::LavfSource(QString path) : path_(std::move(path)) {}
 std::unique_ptr<LavfSource> LavfSource::Open(const QString& path) {
     std::unique_ptr<LavfSource> source(new LavfSource(path));
     source->input_ = LavfInput::Open(path);
+    QFile file(path);
+    source->chained_ = file.open(QIODevice::ReadOnly) && IsChainedOgg(file);
     if (!source->input_ || !source->OpenDecoder() || !source->DecodeFirst()) {
         return nullptr;
     }
@@ -43,7 +46,8 @@ std::unique_ptr<LavfSource> LavfSource::Open(const QString& path) {
 
 bool LavfSource::OpenDecoder() {
     const AVStream& stream = input_->Audio();
-    const bool covered = PacketTimeline::Covers(stream.codecpar->codec_id);
+    // A chained file changes its decoder's set-up on the way, which a seek must not step over.
+    const bool covered = PacketTimeline::Covers(stream.codecpar->codec_id) && !chained_;
     if (covered) {
         timeline_ = std::make_unique<PacketTimeline>(*stream.codecpar, stream.time_base);
     }

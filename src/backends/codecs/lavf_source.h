@@ -58,6 +58,7 @@ private:
     qint64 startTime_ = AV_NOPTS_VALUE; // of the first packet, in units of the stream
     qint64 endFrame_ = -1;              // where the padding at the end begins, when the demuxer can't tell
     qint64 lostFrames_ = 0;             // of packets that failed before the first one that did not
+    bool chained_ = false;
     bool drained_ = false;
 };
 

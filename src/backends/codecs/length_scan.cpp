@@ -9,6 +9,9 @@ namespace kestrune {
 
 namespace {
 
+// MPEG audio beyond this size, hours of it, is not read through for its length alone.
+constexpr qint64 longScanBytes = Q_INT64_C(256) << 20;
+
 bool IsPlainSamples(AVCodecID codec) {
     return codec < AV_CODEC_ID_ADPCM_IMA_QT && av_get_exact_bits_per_sample(codec) >= 8;
 }
@@ -109,6 +112,9 @@ bool HasHeaderLength(const LavfInput& input) {
     if (IsPlainSamples(codec)) {
         // AVI counts the audio by chunks.
         return input.Duration() > 0 && container != "avi";
+    }
+    if (container == "mp3" && input.FileBytes() > longScanBytes) {
+        return input.Duration() > 0;
     }
     const bool counted = (codec == AV_CODEC_ID_FLAC && container == "flac") ||
                          (codec == AV_CODEC_ID_VORBIS && container == "ogg");

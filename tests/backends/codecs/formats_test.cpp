@@ -5,12 +5,16 @@
 
 #include <gtest/gtest.h>
 
+#include <QFile>
+
+#include <random>
+
 namespace kestrune {
 
 namespace {
 
 // Commands are words parted by blanks. %i is the source (44100 Hz stereo), %8 one of 8000 Hz mono, %6 one of
-// 48000 Hz with six channels, %o the file under test. A maker "layer1" or "dictation" is written by the test.
+// 48000 Hz with six channels, %o the file under test. A maker of one word is a file that the test writes.
 struct FormatCase {
     const char* name;
     const char* fileName;
@@ -62,6 +66,7 @@ const FormatCase cases[] = {
     {"WavImaAdpcmMono", "a.wav", "ffmpeg -v error -i %8 -c:a adpcm_ima_wav %o", ffmpegJudge, 0, nullptr},
     {"WavMsAdpcm", "a.wav", "ffmpeg -v error -i %i -c:a adpcm_ms %o", ffmpegJudge, 0, nullptr},
     {"WavGsm", "a.wav", "sox %8 -e gsm %o", ffmpegJudge, 0, "GSM 6.10, 8,000 Hz, 13 KBPS, Mono"},
+    {"WavTrueSpeech", "a.wav", "truespeech", ffmpegJudge, 0, "TrueSpeech, 8,000 Hz, 9 KBPS, Mono"},
     {"AviMp3", "a.avi",
      "ffmpeg -v error -f lavfi -i testsrc=size=64x48:rate=10:duration=4 -i %i -c:v mpeg4 -c:a libmp3lame "
      "-b:a 128k "
@@ -104,6 +109,10 @@ protected:
         const QByteArray maker = GetParam().maker;
         if (maker == "layer1") {
             folder_.Write(QLatin1String(GetParam().fileName), LayerOneFile(300, 19));
+            return true;
+        }
+        if (maker == "truespeech") {
+            folder_.Write(QLatin1String(GetParam().fileName), TrueSpeechFile(500, 37));
             return true;
         }
         if (maker == "dictation") {
@@ -172,6 +181,45 @@ TEST_P(Format, SeeksToTheSample) {
     const QByteArray whole = ReadToEnd(other);
     ASSERT_EQ(file_.OpenRead(path_), Outcome::Ok);
     ExpectExactSeeks(file_, whole, 50);
+}
+
+// Damage in the middle must not move what follows it, whether decoded straight or reached by a seek.
+TEST_P(Format, SeeksToTheSampleInADamagedFile) {
+    QByteArray content = ReadWholeFile(path_);
+    std::mt19937 random(53);
+    for (int flip = 0; flip < 60; ++flip) {
+        const auto back = static_cast<quint32>(content.size() * 3 / 4);
+        content[content.size() - 1 - static_cast<qsizetype>(random() % back)] = static_cast<char>(random());
+    }
+    folder_.Write(QLatin1String(GetParam().fileName), content);
+    CodecFile other;
+    if (other.OpenRead(path_) != Outcome::Ok) {
+        EXPECT_LT(other.GetFormatId(), 0);
+        return;
+    }
+    const QByteArray whole = ReadToEnd(other);
+    ASSERT_EQ(file_.OpenRead(path_), Outcome::Ok);
+    ExpectExactSeeks(file_, whole, 25);
+}
+
+// Two streams, one behind the other, the second with a set-up of its own.
+TEST(ChainedOgg, IsReadAcrossTheJoint) {
+    const TestFolder folder;
+    const QString source = folder.Write(
+        QStringLiteral("in.wav"), WaveFile({1, 2, 44100, 16}, BytesOf(NoiseAndTones(50000, 2, 44100, 61))));
+    const QString one = folder.Path(QStringLiteral("one.ogg"));
+    const QString two = folder.Path(QStringLiteral("two.ogg"));
+    ASSERT_TRUE(RunTool(QStringLiteral("oggenc"), {"-Q", "-s", "1", "-q", "0", "-o", one, source}));
+    ASSERT_TRUE(RunTool(QStringLiteral("oggenc"), {"-Q", "-s", "2", "-q", "8", "-o", two, source}));
+    const QString chain = folder.Write(QStringLiteral("a.ogg"), ReadWholeFile(one) + ReadWholeFile(two));
+    CodecFile file;
+    ASSERT_EQ(file.OpenRead(chain), Outcome::Ok);
+    const QByteArray whole = ReadToEnd(file);
+    constexpr qint64 bothBytes = 2 * 50000 * 4;
+    constexpr qint64 longestFrameBytes = 4096 * 4;
+    EXPECT_NEAR(static_cast<double>(whole.size()), bothBytes, longestFrameBytes);
+    EXPECT_EQ(file.GetLengthBytes(), whole.size());
+    ExpectExactSeeks(file, whole, 50);
 }
 
 INSTANTIATE_TEST_SUITE_P(Kinds, Format, testing::ValuesIn(cases),

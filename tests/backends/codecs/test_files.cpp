@@ -134,6 +134,30 @@ QByteArray DictationFile(int blocks, quint32 seed) {
     return file;
 }
 
+QByteArray TrueSpeechFile(int blocks, quint32 seed) {
+    constexpr qsizetype blockBytes = 32;
+    std::mt19937 random(seed);
+    QByteArray data(blocks * blockBytes, '\0');
+    std::generate(data.begin(), data.end(), [&] { return static_cast<char>(random()); });
+    QByteArray format;
+    AppendLittle<quint16>(format, 0x22);
+    AppendLittle<quint16>(format, 1);
+    AppendLittle<quint32>(format, 8000);
+    AppendLittle<quint32>(format, 1067); // bytes a second: 32 for 240 samples
+    AppendLittle<quint16>(format, blockBytes);
+    AppendLittle<quint16>(format, 1);
+    AppendLittle<quint16>(format, 32);
+    AppendLittle<quint32>(format, 0x00F00001); // version 1, 240 samples a block
+    format += QByteArray(28, '\0');
+    QByteArray file("RIFF");
+    AppendLittle<quint32>(file, static_cast<quint32>(data.size() + format.size() + 20));
+    file += "WAVEfmt ";
+    AppendLittle<quint32>(file, static_cast<quint32>(format.size()));
+    file += format + "data";
+    AppendLittle<quint32>(file, static_cast<quint32>(data.size()));
+    return file + data;
+}
+
 QString TestFolder::Write(const QString& name, const QByteArray& content) const {
     QFile file(Path(name));
     EXPECT_TRUE(file.open(QIODevice::WriteOnly)) << qPrintable(name);

@@ -31,6 +31,8 @@ QByteArray WaveHead(const WaveShape& shape, quint32 dataBytes);
 QByteArray LayerOneFile(int frames, quint32 seed);
 // A dictation file of the SP kind whose coded data is noise of a seed: no packaged tool writes them.
 QByteArray DictationFile(int blocks, quint32 seed);
+// A WAVE file of the 0x22 kind, likewise.
+QByteArray TrueSpeechFile(int blocks, quint32 seed);
 
 class TestFolder {
 public:
