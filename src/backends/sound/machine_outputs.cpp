@@ -94,7 +94,8 @@ private:
     Opened OpenDefault(int sampleRateHz, int channels) const {
         if (way == DefaultOutput::ServerFirst) {
             Opened opened = PulseOutput::Open(sampleRateHz, channels);
-            if (opened.outcome == Outcome::Ok) {
+            // libasound would ask a server that hangs once more, and with more patience.
+            if (opened.outcome != Outcome::NotFound) {
                 return opened;
             }
         }

@@ -37,9 +37,18 @@ OutputSource::Opened PulseOutput::Open(int sampleRateHz, int channels) {
     if (output->mainloop == nullptr || pa_threaded_mainloop_start(output->mainloop) < 0) {
         return {Outcome::DeviceFailed, nullptr};
     }
-    const Lock lock(output->mainloop);
-    const bool isOpen = output->Connect() && output->OpenStream();
-    return {isOpen ? Outcome::Ok : Outcome::DeviceFailed, isOpen ? std::move(output) : nullptr};
+    Outcome outcome = Outcome::Ok;
+    {
+        const Lock lock(output->mainloop);
+        if (!output->Connect()) {
+            const bool isRefused =
+                output->context == nullptr || !PA_CONTEXT_IS_GOOD(pa_context_get_state(output->context));
+            outcome = isRefused ? Outcome::NotFound : Outcome::DeviceFailed;
+        } else if (!output->OpenStream()) {
+            outcome = Outcome::DeviceFailed;
+        }
+    }
+    return {outcome, outcome == Outcome::Ok ? std::move(output) : nullptr};
 }
 
 PulseOutput::PulseOutput(int rateHz, int channelCount)

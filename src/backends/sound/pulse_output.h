@@ -19,7 +19,8 @@ namespace kestrune {
 
 class PulseOutput : public OutputDevice {
 public:
-    // The default sink of the user's server; none is started. Fails at once where no server runs.
+    // The default sink of the user's server; none is started. NotFound, at once, where no server takes the
+    // connection; DeviceFailed when there is one that does not answer or has nothing to play on.
     static OutputSource::Opened Open(int sampleRateHz, int channels);
     ~PulseOutput() override;
 

@@ -16,7 +16,8 @@ namespace kestrune {
 // What the test and the device share; the test may use it on its own thread.
 struct ClockedOutputState {
     std::atomic<bool> hasGone = false;
-    std::atomic<int> opened = 0;
+    std::atomic<int> opened = 0; // ever
+    std::atomic<int> open = 0;   // now
     std::mutex mutex;
     std::vector<qint16> heard; // under the mutex; everything, of all devices behind one another
 };
@@ -29,7 +30,9 @@ public:
           channels(channelCount),
           roomFrames(static_cast<qint64>(sampleRateHz) * deviceBufferMs / 1000) {
         ++state->opened;
+        ++state->open;
     }
+    ~ClockedOutput() override { --state->open; }
 
     bool IsAlive() override { return !state->hasGone; }
     qint64 WritableFrames() override {

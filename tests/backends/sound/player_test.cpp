@@ -234,6 +234,16 @@ TEST(ThreadedPlayer, BearsAnyOrderOfCalls) {
     EXPECT_EQ(feeder.ends, ends);
 }
 
+TEST(ThreadedPlayer, ClosesTheDeviceAfterAWhile) {
+    ThreadedHarness harness;
+    ASSERT_EQ(harness.player.Prepare(), Outcome::Ok);
+    harness.player.StopOutput();
+    EXPECT_EQ(harness.state->open, 1) << "the next file comes at once";
+    EXPECT_TRUE(ProcessUntil([&] { return harness.state->open == 0; }, 10000));
+    EXPECT_EQ(harness.player.Prepare(), Outcome::Ok);
+    EXPECT_EQ(harness.state->opened, 2);
+}
+
 TEST(ThreadedPlayer, CanGoAwayInTheMiddleOfARun) {
     const auto state = std::make_shared<ClockedOutputState>();
     for (int i = 0; i < 20; ++i) {
@@ -243,6 +253,7 @@ TEST(ThreadedPlayer, CanGoAwayInTheMiddleOfARun) {
         ProcessFor(i % 4);
     }
     EXPECT_EQ(state->opened, 20);
+    EXPECT_EQ(state->open, 0);
 }
 
 } // namespace

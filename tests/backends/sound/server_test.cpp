@@ -6,6 +6,7 @@
 #include "support/private_sound.h"
 
 #include <algorithm>
+#include <csignal>
 #include <gtest/gtest.h>
 #include <iostream>
 
@@ -244,6 +245,7 @@ TEST_P(SoundServer, TellsTheHeardPositionAndBlock) {
     const QByteArray noise = SeededNoise(static_cast<qint64>(rateHz) * stereo * 2, 15);
     player->SetFormat(rateHz, stereo);
     Feeder feeder(*player, noise);
+    const int deviceCount = player->DeviceCount();
     QList<qint64> ticks;
     QObject::connect(player.get(), &KSTAudioPlayer2::Timer, [&](qint64 bytes) { ticks.append(bytes); });
     ASSERT_EQ(player->Prepare(), Outcome::Ok);
@@ -253,7 +255,7 @@ TEST_P(SoundServer, TellsTheHeardPositionAndBlock) {
     QElapsedTimer since;
     since.start();
     ProcessFor(1000);
-    const double playedMs = (player->GetPlayedBytes() - beginBytes) / 4 * 1000.0 / rateHz;
+    const double playedMs = (player->GetPlayedBytes() - beginBytes) / 4.0 * 1000.0 / rateHz;
     EXPECT_NEAR(playedMs, since.nsecsElapsed() / 1e6, 30);
     const QList<qint16> block = player->GetPlayedBlock(512);
     ASSERT_EQ(block.size(), 512 * stereo);
@@ -264,9 +266,47 @@ TEST_P(SoundServer, TellsTheHeardPositionAndBlock) {
     EXPECT_NEAR(blockEndBytes, player->GetPlayedBytes(), player->BytesForMs(30));
     EXPECT_TRUE(std::is_sorted(ticks.begin(), ticks.end()));
     EXPECT_GT(ticks.size(), 15);
+    EXPECT_EQ(player->DeviceCount(), deviceCount) << "a device in use is a device";
+    EXPECT_TRUE(player->IsDeviceUsable());
     player->StopOutput();
 }
 
+TEST_P(SoundServer, PlaysEveryCommonRateToItsEnd) {
+    for (const auto& [sampleRateHz, channels] :
+         {std::pair{8000, 1}, {11025, 2}, {22050, 1}, {48000, 2}, {96000, 2}}) {
+        StartCapture();
+        const QByteArray noise = SeededNoise(static_cast<qint64>(sampleRateHz) / 2 * channels, 16);
+        player->SetFormat(sampleRateHz, channels);
+        Feeder feeder(*player, noise, 200);
+        ASSERT_EQ(player->Prepare(), Outcome::Ok) << sampleRateHz;
+        feeder.Feed();
+        ASSERT_TRUE(ProcessUntil([&] { return feeder.ends == 1; }, 3000)) << sampleRateHz;
+        EXPECT_EQ(player->GetPlayedBytes(), noise.size());
+        const qint64 heardFrames = WithoutSilence(capture->Stop()).size() / 4;
+        EXPECT_NEAR(heardFrames * 1000.0 / rateHz, 500, 10) << sampleRateHz << ' ' << channels;
+    }
+}
+
+// libasound has no such limit of its own.
+class HangingSoundServer : public SoundServer {};
+
+TEST_P(HangingSoundServer, DoesNotHangWithAServerThatDoes) {
+    player->SetFormat(rateHz, stereo);
+    ASSERT_EQ(player->Prepare(), Outcome::Ok);
+    player->WriteBlock(SeededNoise(rateHz * stereo, 17));
+    ProcessFor(300);
+    const auto serverId = static_cast<pid_t>(sound.ProcessId());
+    ASSERT_EQ(::kill(serverId, SIGSTOP), 0);
+    QElapsedTimer since;
+    since.start();
+    player->StopOutput();
+    EXPECT_EQ(player->Prepare(), Outcome::DeviceFailed);
+    EXPECT_LT(since.elapsed(), 4000);
+    ::kill(serverId, SIGCONT);
+    EXPECT_TRUE(ProcessUntil([&] { return player->Prepare() == Outcome::Ok; }, 5000));
+}
+
+INSTANTIATE_TEST_SUITE_P(Ways, HangingSoundServer, testing::Values(DefaultOutput::ServerFirst));
 INSTANTIATE_TEST_SUITE_P(Ways, SoundServer,
                          testing::Values(DefaultOutput::ServerFirst, DefaultOutput::AlsaOnly),
                          [](const auto& way) {
