@@ -141,6 +141,8 @@ void FrmMain::ConnectControls() {
     });
     connect(controls_.positionBar, &PositionBar::DragStarted, this,
             [this] { parts_.state.SeekDragging = true; });
+    connect(controls_.positionBar, &PositionBar::DragCancelled, this,
+            [this] { parts_.state.SeekDragging = false; });
     connect(controls_.positionBar, &PositionBar::Sought, this,
             [this](double lineWidth) { parts_.transport.SeekToLine(lineWidth, PositionBar::thumbWidth); });
     connect(controls_.volumeKnob, &VolumeKnobView::VolumeChosen, this, &FrmMain::SetVolumeFromKnob);

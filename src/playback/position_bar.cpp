@@ -49,8 +49,9 @@ void PositionBar::SetLineWidth(double width) {
 
 void PositionBar::SetThumbVisible(bool visible) {
     thumb_->setVisible(visible);
-    if (!visible) {
+    if (!visible && dragging_) {
         dragging_ = false;
+        emit DragCancelled();
     }
 }
 

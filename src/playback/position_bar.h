@@ -21,6 +21,8 @@ public:
 
 signals:
     void DragStarted();
+    // The thumb was hidden while it was held; its release will not be told.
+    void DragCancelled();
     // The thumb was let go, or moved by a key.
     void Sought(double lineWidth);
 
