@@ -248,7 +248,7 @@ class Program:
         return tuple(int(values[name]) for name in ("X", "Y", "WIDTH", "HEIGHT"))
 
     def pointer_to(self, x, y):
-        self.stage.xdotool("mousemove", "--sync", "--window", self.window, x, y)
+        self.stage.xdotool("mousemove", "--window", self.window, x, y)
 
     def click(self, x, y):
         self.pointer_to(x, y)
@@ -256,7 +256,7 @@ class Program:
 
     def drag(self, from_point, to_point, steps=6):
         """From one point of the screen to another, by a few moves as a hand does."""
-        self.stage.xdotool("mousemove", "--sync", *from_point)
+        self.stage.xdotool("mousemove", *from_point)
         self.stage.xdotool("mousedown", 1)
         for step in range(1, steps + 1):
             x, y = (a + (b - a) * step // steps for a, b in zip(from_point, to_point))

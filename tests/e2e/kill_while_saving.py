@@ -43,8 +43,8 @@ class Round:
         else:
             end = time.monotonic() + LONGEST_WAIT_S
             while self._folder_state() == before and time.monotonic() < end:
-                pass
-            time.sleep(self._moments.uniform(0, 0.002))
+                time.sleep(0.0002)
+            time.sleep(self._moments.uniform(0, 0.004))
         self._program.kill()
         return added
 
@@ -115,8 +115,8 @@ def work(program_path, seed, kills, results):
                 one = Round(stage, program_path, moments, pool)
                 added = one.play(action)
                 found["new" if one.check(action, added) else "old"] += 1
-    except harness.Failure as failure:
-        error = str(failure)
+    except Exception as failure:  # of whatever kind: the test itself waits for an answer of each worker
+        error = f"{type(failure).__name__}: {failure}"
     results.put((found, error))
 
 
