@@ -150,6 +150,10 @@ void FrmMain::ConnectControls() {
     connect(&menus_, &MainMenus::PauseChosen, &parts_.transport, &Transport::PauseContinue);
     connect(&menus_, &MainMenus::StopChosen, &parts_.transport, &Transport::StopPlay);
     connect(&menus_, &MainMenus::ExitChosen, this, &QWidget::close);
+    QWidget* display = controls_.KSTAudioDisplay1;
+    display->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(display, &QWidget::customContextMenuRequested, menus_.mnuOptions,
+            [this, display](const QPoint& at) { menus_.mnuOptions->popup(display->mapToGlobal(at)); });
     connect(&parts_.options, &Options::Changed, this, &FrmMain::ShowModes);
     connect(&parts_.options, &Options::FftTypeChosen, this,
             [this](int /*type*/, int intervalMs) { parts_.audioPlayer.SetTimerInterval(intervalMs); });

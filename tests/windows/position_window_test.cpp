@@ -247,6 +247,19 @@ TEST_F(VolumeWindowTest, DraggingRoundTheKnobGoesToItsEnds) {
     EXPECT_EQ(player.volume, 0);
 }
 
+// The dot lies over the knob; a drag that begins on it turns the knob as well.
+TEST_F(VolumeWindowTest, TheDotCanBeDragged) {
+    Start();
+    QWindow* system = window.windowHandle();
+    const QPoint dot = Find(QStringLiteral("ImageVolumeButtonA"))->rect().center() + DotPlace();
+    const QPoint centre = Knob()->mapTo(&window, Knob()->rect().center());
+    QTest::mousePress(system, Qt::LeftButton, {}, dot);
+    QTest::mouseMove(system, centre + QPoint(6, -16));
+    QTest::mouseRelease(system, Qt::LeftButton, {}, centre + QPoint(6, -16));
+    EXPECT_LT(player.volume, 30000);
+    EXPECT_GT(player.volume, 20000);
+}
+
 TEST_F(VolumeWindowTest, TheRightButtonDoesNotTurnIt) {
     Start();
     QTest::mouseClick(Knob(), Qt::RightButton, {}, Place(50, 20));

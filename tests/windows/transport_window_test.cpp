@@ -205,6 +205,54 @@ TEST_F(PlayingWindowTest, AClickOnPlayShowsItsMenu) {
     EXPECT_TRUE(Find<QMenu>(QStringLiteral("mnuPlay"))->isVisible());
 }
 
+TEST_F(PlayingWindowTest, TheOtherMenusHaveTheirKeys) {
+    Start();
+    QTest::keyClick(List(), Qt::Key_F, Qt::AltModifier);
+    auto* file = Find<QMenu>(QStringLiteral("mnuFile"));
+    EXPECT_TRUE(file->isVisible());
+    QTest::keyClick(file, Qt::Key_Escape);
+    QTest::keyClick(List(), Qt::Key_O, Qt::AltModifier);
+    EXPECT_TRUE(Find<QMenu>(QStringLiteral("mnuOptions"))->isVisible());
+}
+
+TEST_F(PlayingWindowTest, ALongNameIsCutBeforeTheWindowButtons) {
+    Start();
+    const QString name = QString(120, QChar(u'w')) + QStringLiteral(".wav");
+    MakeFile(name);
+    admission.AddFiletoList(music.path() + u'/', name);
+    DoubleClickRow(1);
+    const QRect label = Find(QStringLiteral("LabelName"))->geometry();
+    const QRect caption = Find(QStringLiteral("LabelCaption"))->geometry();
+    const int firstButton =
+        std::min(Button(QStringLiteral("ImageWin"), 0)->x(), Button(QStringLiteral("ImageWin"), 1)->x());
+    EXPECT_EQ(label.left(), caption.right() + 1);
+    EXPECT_EQ(label.right() + 1, firstButton - 10);
+}
+
+// --- The display ---
+
+TEST_F(PlayingWindowTest, ARightClickOnTheDisplayShowsTheOptions) {
+    Start();
+    auto* display = Find(QStringLiteral("KSTAudioDisplay1"));
+    const QPoint place = display->rect().center();
+    QContextMenuEvent event(QContextMenuEvent::Mouse, place, display->mapToGlobal(place));
+    QCoreApplication::sendEvent(display, &event);
+    EXPECT_TRUE(Find<QMenu>(QStringLiteral("mnuOptions"))->isVisible());
+}
+
+TEST_F(PlayingWindowTest, TheDisplayTypeSetsTheTimerAndTheResolutionMenu) {
+    Start();
+    const QList<int> intervalsMs = {30, 30, 80, 80, 80};
+    for (int type = 0; type < 5; ++type) {
+        Trigger(QStringLiteral("mOptions1(%1)").arg(type));
+        EXPECT_EQ(player.timerIntervalMs, intervalsMs[type]) << type;
+        for (int i = 0; i < 5; ++i) {
+            EXPECT_EQ(IsChecked(QStringLiteral("mOptions1(%1)").arg(i)), i == type);
+        }
+        EXPECT_EQ(window.findChild<QAction*>(QStringLiteral("mOptions(1)"))->isEnabled(), type != 0);
+    }
+}
+
 // --- Modes ---
 
 class ModeButtonTest : public PlayingWindowTest, public testing::WithParamInterface<int> {
