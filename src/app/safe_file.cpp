@@ -20,7 +20,9 @@ QByteArray ReadWholeFile(const QString& path) {
 
 bool ReplaceFile(const QString& path, const QByteArray& content) {
     QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.commit()) {
+    // A commit takes no notice of what fails while it empties the buffer, so that is done before it.
+    if (file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.flush() &&
+        file.commit()) {
         return true;
     }
     qCWarning(filesLog) << "cannot store" << path << file.errorString();
