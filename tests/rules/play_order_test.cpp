@@ -237,6 +237,13 @@ TEST_F(ShuffleTest, OfSeveralSelectedOneIsTakenAndTheSelectionStays) {
     EXPECT_THAT(Selected(), ElementsAre(2, 5, 9));
 }
 
+TEST_F(ShuffleTest, TwoSelectedRowsAreSeveral) {
+    SetRows(10, {3, 8});
+    clock.randoms = {0.6, 0.4};
+    EXPECT_THAT(WalkNext(5, 2), ElementsAre(8, 3));
+    EXPECT_THAT(Selected(), ElementsAre(3, 8));
+}
+
 TEST_F(ShuffleTest, EachChoiceSeedsFromTheWholeSecondsSinceMidnight) {
     SetRows(10);
     clock.msSinceMidnight = 3661999;

@@ -186,8 +186,9 @@ private:
     }
     void Listen() {
         const auto note = [this](auto signal, const char* name) {
-            QObject::connect(&transport, signal, &transport,
-                             [this, name](auto... values) { Note(QString::fromLatin1(name), values...); });
+            QObject::connect(&transport, signal, &transport, [this, name](auto... values) {
+                this->Note(QString::fromLatin1(name), values...);
+            });
         };
         note(&Transport::NameShown, "Name");
         note(&Transport::ButtonEnabled, "Button");

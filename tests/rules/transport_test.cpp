@@ -30,10 +30,12 @@ TEST_F(StartingTest, NoCurrentRowStartsRowOne) {
 }
 
 TEST_F(StartingTest, NoCurrentRowWithOneSelectedRowStartsRowOne) {
-    AddTracks(3);
-    Select({3});
+    AddTracks(4);
+    Select({4});
+    state.LastIndex = 2;
     transport.PlayCurrentItem();
     EXPECT_EQ(Playing(), "a.wav");
+    EXPECT_THAT(Selected(), ElementsAre(4));
 }
 
 TEST_F(StartingTest, NoCurrentRowWithSeveralSelectedStartsTheSelectedRowBehindTheLast) {
