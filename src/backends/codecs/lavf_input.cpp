@@ -1,5 +1,7 @@
 #include "backends/codecs/lavf_input.h"
 
+#include "backends/codecs/leading_tag.h"
+
 #include <QFileInfo>
 
 #include <algorithm>
@@ -20,28 +22,29 @@ constexpr int mostChannels = 64;
 constexpr qint64 farBehindBytes = Q_INT64_C(1) << 32;
 
 int ReadFile(void* opaque, uint8_t* buffer, int bytes) {
-    const qint64 got = static_cast<QFile*>(opaque)->read(reinterpret_cast<char*>(buffer), bytes);
+    auto& window = *static_cast<LavfInput::Window*>(opaque);
+    const qint64 got = window.file.read(reinterpret_cast<char*>(buffer), bytes);
     return got > 0 ? static_cast<int>(got) : AVERROR_EOF;
 }
 
 int64_t SeekFile(void* opaque, int64_t offset, int whence) {
-    auto* const file = static_cast<QFile*>(opaque);
+    auto& window = *static_cast<LavfInput::Window*>(opaque);
     qint64 target = offset;
     switch (whence & ~AVSEEK_FORCE) {
     case AVSEEK_SIZE:
-        return file->size();
+        return window.Size();
     case SEEK_CUR:
-        target += file->pos();
+        target += window.file.pos() - window.start;
         break;
     case SEEK_END:
-        target += file->size();
+        target += window.Size();
         break;
     default:
         break;
     }
     // Broken files point anywhere; places far behind the end are not worth asking the system for.
-    const bool sensible = target >= 0 && target <= file->size() + farBehindBytes;
-    return sensible && file->seek(target) ? target : AVERROR(EINVAL);
+    const bool sensible = target >= 0 && target <= window.Size() + farBehindBytes;
+    return sensible && window.file.seek(window.start + target) ? target : AVERROR(EINVAL);
 }
 
 int RefuseOpening(AVFormatContext*, AVIOContext** io, const char*, int, AVDictionary**) {
@@ -87,12 +90,16 @@ LavfInput::~LavfInput() {
 }
 
 bool LavfInput::OpenContext(const QString& path) {
-    file_ = std::make_unique<QFile>(path);
-    if (!file_->open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
+    window_.file.setFileName(path);
+    if (!window_.file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
+        return false;
+    }
+    window_.start = LeadingTagBytes(window_.file);
+    if (!window_.file.seek(window_.start)) {
         return false;
     }
     auto* const buffer = static_cast<unsigned char*>(av_malloc(ioBufferBytes));
-    io_ = avio_alloc_context(buffer, ioBufferBytes, 0, file_.get(), ReadFile, nullptr, SeekFile);
+    io_ = avio_alloc_context(buffer, ioBufferBytes, 0, &window_, ReadFile, nullptr, SeekFile);
     context_ = avformat_alloc_context();
     if (io_ == nullptr || context_ == nullptr) {
         return false;

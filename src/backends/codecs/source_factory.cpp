@@ -3,6 +3,7 @@
 #include "backends/codecs/chunk_source.h"
 #include "backends/codecs/g72x_source.h"
 #include "backends/codecs/lavf_source.h"
+#include "backends/codecs/leading_tag.h"
 #include "backends/codecs/mpc_source.h"
 #include "backends/codecs/pcm_source.h"
 
@@ -21,27 +22,10 @@ using FilePtr = std::unique_ptr<QFile>;
 constexpr int lowestRateHz = 100;
 constexpr int highestRateHz = 1000000;
 constexpr qint64 headBytes = 16;
-constexpr qint64 id3HeadBytes = 10;
 
 OpenedSource Opened(std::unique_ptr<SampleSource> source) {
     const Outcome outcome = source ? Outcome::Ok : Outcome::NotDecodable;
     return {std::move(source), outcome};
-}
-
-// Behind an ID3v2 tag, whose size is four bytes of seven bits each; 0 without one.
-qint64 TagBytes(QFile& file) {
-    if (!file.seek(0)) {
-        return 0;
-    }
-    const QByteArray head = file.read(id3HeadBytes);
-    if (head.size() < id3HeadBytes || !head.startsWith("ID3")) {
-        return 0;
-    }
-    qint64 bytes = 0;
-    for (qsizetype at = 6; at < id3HeadBytes; ++at) {
-        bytes = bytes << 7 | (static_cast<uchar>(head[at]) & 0x7F);
-    }
-    return bytes + id3HeadBytes;
 }
 
 QByteArray HeadAt(QFile& file, qint64 position) {
@@ -49,7 +33,7 @@ QByteArray HeadAt(QFile& file, qint64 position) {
 }
 
 bool IsMusepack(QFile& file) {
-    const QByteArray head = HeadAt(file, TagBytes(file));
+    const QByteArray head = HeadAt(file, LeadingTagBytes(file));
     return head.startsWith("MP+") || head.startsWith("MPCK");
 }
 

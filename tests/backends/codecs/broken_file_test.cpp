@@ -137,8 +137,7 @@ TEST_F(BrokenFile, RandomBytesDoNoHarm) {
                                    "ID3\x03",
                                    "\xFF\xFB\x90\x64",
                                    "FORM\0\0\x20\0AIFF",
-                                   "\x02"
-                                   "dss",
+                                   "\002dss",
                                    ".snd",
                                    "\x30\x26\xB2\x75"};
     std::mt19937 random(47);

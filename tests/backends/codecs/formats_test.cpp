@@ -202,6 +202,32 @@ TEST_P(Format, SeeksToTheSampleInADamagedFile) {
     ExpectExactSeeks(file_, whole, 25);
 }
 
+// A picture in the tag is larger than what kinds are looked for in, and the name says something else.
+TEST(LeadingTag, IsSteppedOver) {
+    constexpr int pictureBytes = 3 << 20;
+    const TestFolder folder;
+    const QString source = folder.Write(
+        QStringLiteral("in.wav"), WaveFile({1, 2, 44100, 16}, BytesOf(NoiseAndTones(60000, 2, 44100, 67))));
+    for (const QString& name : {QStringLiteral("a.mp3"), QStringLiteral("a.flac"), QStringLiteral("a.mpc")}) {
+        const QString plain = folder.Path(name);
+        if (name.endsWith(QLatin1String("mpc"))) {
+            ASSERT_TRUE(RunTool(QStringLiteral("mpcenc"), {"--silent", source, plain}));
+        } else {
+            ASSERT_TRUE(RunTool(QStringLiteral("ffmpeg"), {"-v", "error", "-i", source, plain}));
+        }
+        CodecFile file;
+        ASSERT_EQ(file.OpenRead(plain), Outcome::Ok);
+        const QByteArray expected = ReadToEnd(file);
+        const QByteArray size = {"\x01\x40\x00\x00", 4}; // pictureBytes in groups of seven bits
+        const QByteArray tag = QByteArray("ID3\x03\0\0", 6) + size + QByteArray(pictureBytes, 'p');
+        const QString tagged = folder.Write(QStringLiteral("t.ogg"), tag + ReadWholeFile(plain));
+        ASSERT_EQ(file.OpenRead(tagged), Outcome::Ok) << qPrintable(name);
+        EXPECT_EQ(file.GetLengthBytes(), expected.size()) << qPrintable(name);
+        EXPECT_TRUE(ReadToEnd(file) == expected) << qPrintable(name);
+        ExpectExactSeeks(file, expected, 20);
+    }
+}
+
 // Two streams, one behind the other, the second with a set-up of its own.
 TEST(ChainedOgg, IsReadAcrossTheJoint) {
     const TestFolder folder;

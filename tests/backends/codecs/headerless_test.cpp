@@ -19,7 +19,7 @@ protected:
     QByteArray Decode(const QString& path) {
         EXPECT_EQ(file_.OpenRead(path), Outcome::Ok);
         const qint64 declared = file_.GetLengthBytes();
-        const QByteArray samples = ReadToEnd(file_);
+        QByteArray samples = ReadToEnd(file_);
         EXPECT_EQ(declared, samples.size());
         ExpectExactSeeks(file_, samples, 50);
         return samples;

@@ -26,7 +26,7 @@ protected:
         const QString path = folder_.Write(QStringLiteral("a.wav"), content);
         EXPECT_EQ(file_.OpenRead(path), Outcome::Ok);
         const qint64 declared = file_.GetLengthBytes();
-        const QByteArray samples = ReadToEnd(file_);
+        QByteArray samples = ReadToEnd(file_);
         EXPECT_EQ(declared, samples.size());
         return samples;
     }
