@@ -1,3 +1,4 @@
+#include "backends/codecs/codec_file.h"
 #include "backends/tags/made_files.h"
 #include "backends/tags/tag_information.h"
 
@@ -112,6 +113,22 @@ TEST_P(ProbeFigures, AgreeWithOtherPrograms) {
         EXPECT_NEAR(static_cast<double>(info->GetDurationMs()), judged->durationMs,
                     1000.0 * wanted.blockFrames / judged->rateHz + 1);
     }
+}
+
+// What a playlist says of a file is what its player says.
+TEST_P(ProbeFigures, AgreeWithTheReaderOfSamples) {
+    const Case& wanted = GetParam();
+    const QString path = made_->Path(QLatin1String(wanted.name));
+    const auto info = MakeAudioInformation();
+    ASSERT_EQ(info->OpenInfo(path), Outcome::Ok);
+    CodecFile reader;
+    ASSERT_EQ(reader.OpenRead(path), Outcome::Ok);
+    EXPECT_EQ(info->GetFormatString().section(QLatin1Char(','), 0, 2),
+              reader.GetFormatText().section(QLatin1Char(','), 0, 2));
+    const double allowedMs =
+        wanted.length == Length::Exact ? 1 : 2000.0 * wanted.blockFrames / info->Frequency() + 1;
+    EXPECT_NEAR(static_cast<double>(info->GetDurationMs()), static_cast<double>(reader.GetLengthMs()),
+                allowedMs);
 }
 
 INSTANTIATE_TEST_SUITE_P(Kinds, ProbeFigures, testing::ValuesIn(cases),
