@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <pulse/pulseaudio.h>
+#include <utility>
 
 namespace kestrune {
 
@@ -182,6 +183,7 @@ bool PulseOutput::Write(const qint16* samples, qint64 frames) {
     const Lock lock(mainloop);
     ForgetDrain();
     isDirty = true;
+    isDrained = false;
     const size_t bytes = static_cast<size_t>(frames * channels) * sizeof(qint16);
     return IsHealthy() && pa_stream_write(stream, samples, bytes, nullptr, 0, PA_SEEK_RELATIVE) >= 0;
 }
@@ -197,7 +199,9 @@ qint64 PulseOutput::UnheardFrames() {
 }
 
 // Corking makes the server stop taking bytes, and give back those that are mixed but can be unmixed; the
-// queue's two ends then tell what is left. What it cannot give back is heard within mixAheadMs.
+// queue's two ends then tell what is left. What it cannot give back is heard within mixAheadMs. PulseAudio is
+// exact in this to the sample; PipeWire's server may lose up to one of its mixing steps. That one also loses
+// the beginning of what follows a drain, hence the flush then, too.
 qint64 PulseOutput::Drop() {
     const Lock lock(mainloop);
     ForgetDrain();
@@ -214,13 +218,14 @@ qint64 PulseOutput::Drop() {
         !Finish(pa_stream_cork(stream, 0, nullptr, nullptr))) {
         return -1;
     }
+    const bool wasDrained = std::exchange(isDrained, false);
     isDirty = false;
-    return std::max<qint64>(0, leftBytes) / static_cast<qint64>(sizeof(qint16)) / channels;
+    return wasDrained ? 0 : std::max<qint64>(0, leftBytes) / static_cast<qint64>(sizeof(qint16)) / channels;
 }
 
 bool PulseOutput::IsDrained() {
     const Lock lock(mainloop);
-    if (!isDirty) {
+    if (!isDirty || isDrained) {
         return true;
     }
     if (!IsHealthy()) {
@@ -233,7 +238,7 @@ bool PulseOutput::IsDrained() {
         return false;
     }
     ForgetDrain();
-    isDirty = false;
+    isDrained = true;
     return true;
 }
 

@@ -52,7 +52,8 @@ private:
     int sampleRateHz;
     int channels;
     bool hasGone = false;
-    bool isDirty = false; // holds frames that may not have been heard
+    bool isDirty = false;   // holds frames that may not have been heard, or was drained
+    bool isDrained = false; // all that it held was heard
 };
 
 } // namespace kestrune
