@@ -148,7 +148,10 @@ void FrmMain::ConnectControls() {
     connect(controls_.volumeKnob, &VolumeKnobView::VolumeChosen, this, &FrmMain::SetVolumeFromKnob);
     connect(&menus_, &MainMenus::StartChosen, &parts_.transport, &Transport::PlayCurrentItem);
     connect(&menus_, &MainMenus::PauseChosen, &parts_.transport, &Transport::PauseContinue);
-    connect(&menus_, &MainMenus::StopChosen, &parts_.transport, &Transport::StopPlay);
+    connect(&menus_, &MainMenus::StopChosen, &parts_.transport, [this] {
+        parts_.transport.IsPaused = false;
+        parts_.transport.StopPlay();
+    });
     connect(&menus_, &MainMenus::ExitChosen, this, &QWidget::close);
     QWidget* display = controls_.KSTAudioDisplay1;
     display->setContextMenuPolicy(Qt::CustomContextMenu);

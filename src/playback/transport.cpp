@@ -231,7 +231,8 @@ void Transport::ImagePlayButton_Click(int index) {
         PauseContinue();
         break;
     case ButtonPlay:
-        if (IsPaused) {
+        // A pause may still be noted after a stop; there is nothing to go on with then.
+        if (IsPaused && !IsStopping) {
             PauseContinue();
         } else if (!IsPlaying) {
             PlayCurrentItem();

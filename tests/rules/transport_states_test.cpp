@@ -363,6 +363,19 @@ TEST_P(PausedNextTest, TheClickAfterThatPauses) {
 
 INSTANTIATE_TEST_SUITE_P(Buttons, PausedNextTest, testing::Values(ButtonNext, ButtonPrevious));
 
+TEST_F(StateTest, PlayStartsAfterAPausedFileWasLeftForOneThatCannotBeDecoded) {
+    AddTracks(3);
+    file.files[PathOf(QStringLiteral("b.wav"))].formatId = -1;
+    Play(1);
+    Pause(400);
+    transport.ImagePlayButton_Click(ButtonNext);
+    ExpectStopped();
+    state.CurIndex = 3;
+    ASSERT_TRUE(transport.IsButtonEnabled(ButtonPlay));
+    transport.ImagePlayButton_Click(ButtonPlay);
+    ExpectPlaying("c.wav");
+}
+
 class EnabledTest : public TransportFixture {};
 
 TEST_F(EnabledTest, BeforeAnythingPlayedOnlyRecordIsOn) {

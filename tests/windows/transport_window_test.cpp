@@ -199,6 +199,19 @@ TEST_F(PlayingWindowTest, TheMenuPausesAndStops) {
     EXPECT_FALSE(transport.IsPlaying);
 }
 
+TEST_F(PlayingWindowTest, AfterAStopByTheMenuDuringAPausePlayAndPauseWork) {
+    StartWith(2);
+    DoubleClickRow(1);
+    Press(ButtonPause);
+    Trigger(QStringLiteral("mnuStop"));
+    EXPECT_EQ(LitLamp(), 0);
+    EXPECT_FALSE(transport.IsPaused);
+    Press(ButtonPlay);
+    EXPECT_EQ(LitLamp(), 1);
+    Press(ButtonPause);
+    EXPECT_EQ(LitLamp(), 2);
+}
+
 TEST_F(PlayingWindowTest, AClickOnPlayShowsItsMenu) {
     Start();
     ClickButton(QStringLiteral("LabelMenu"), 1);
