@@ -21,12 +21,14 @@ bool IsRawPackets(const LavfInput& input) {
     return name == "mp3" || name == "wav";
 }
 
+// True if the container finds the packet of a time by itself, and tells its place to the sample.
 bool HasExactTimes(const LavfInput& input) {
     const AVStream& stream = input.Audio();
     const AVRational& base = stream.time_base;
     const AVCodecID codec = stream.codecpar->codec_id;
-    const bool standsAlone = codec == AV_CODEC_ID_FLAC || av_get_exact_bits_per_sample(codec) >= 8;
-    return standsAlone && base.num == 1 && base.den == stream.codecpar->sample_rate;
+    const bool flac = codec == AV_CODEC_ID_FLAC && std::string_view(input.ContainerName()) == "flac";
+    const bool findsPackets = flac || av_get_exact_bits_per_sample(codec) >= 8;
+    return findsPackets && base.num == 1 && base.den == stream.codecpar->sample_rate;
 }
 
 } // namespace
@@ -47,9 +49,9 @@ std::unique_ptr<LavfSource> LavfSource::Open(const QString& path) {
 bool LavfSource::OpenDecoder() {
     const AVStream& stream = input_->Audio();
     // A chained file changes its decoder's set-up on the way, which a seek must not step over.
-    const bool covered = PacketTimeline::Covers(stream.codecpar->codec_id) && !chained_;
+    const bool covered = PacketTimeline::Covers(*stream.codecpar, stream.time_base) && !chained_;
     if (covered) {
-        timeline_ = std::make_unique<PacketTimeline>(*stream.codecpar, stream.time_base);
+        timeline_ = std::make_unique<PacketTimeline>(*stream.codecpar);
     }
     drained_ = false;
     return decoder_.Open(*stream.codecpar, stream.time_base,

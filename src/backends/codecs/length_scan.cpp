@@ -93,7 +93,8 @@ private:
         if (nominal > 0 && (coarse || packet.duration <= 0 || parameters.codec_id == AV_CODEC_ID_AAC)) {
             return av_rescale(nominal, rateHz_, std::max(parameters.sample_rate, 1));
         }
-        return packet.duration > 0 ? av_rescale_q(packet.duration, stream_.time_base, samples) : -1;
+        return packet.duration > 0 && !coarse ? av_rescale_q(packet.duration, stream_.time_base, samples)
+                                              : -1;
     }
 
     const AVStream& stream_;
@@ -110,8 +111,10 @@ bool HasHeaderLength(const LavfInput& input) {
     const AVCodecID codec = input.Audio().codecpar->codec_id;
     const std::string_view container = input.ContainerName();
     if (IsPlainSamples(codec)) {
-        // AVI counts the audio by chunks.
-        return input.Duration() > 0 && container != "avi";
+        // AVI counts the audio by chunks, Matroska in milliseconds.
+        const AVRational& base = input.Audio().time_base;
+        const bool countsSamples = base.num == 1 && base.den == input.Audio().codecpar->sample_rate;
+        return input.Duration() > 0 && countsSamples && container != "avi";
     }
     if (container == "mp3" && input.FileBytes() > longScanBytes) {
         return input.Duration() > 0;

@@ -14,7 +14,7 @@ constexpr int packetsPerEntry = 8;
 
 PacketIndex PacketIndex::Of(LavfInput& input) {
     PacketIndex index;
-    PacketTimeline timeline(*input.Audio().codecpar, input.Audio().time_base);
+    PacketTimeline timeline(*input.Audio().codecpar);
     const PacketPtr packet(av_packet_alloc());
     qint64 count = 0;
     while (input.Read(*packet)) {

@@ -8,6 +8,9 @@ namespace kestrune {
 
 namespace {
 
+// More than a packet of any coding here holds; a damaged header may claim more.
+constexpr int64_t longestPacketFrames = 1 << 20;
+
 struct Padding {
     int front = 0;
     int back = 0;
@@ -49,8 +52,7 @@ bool IsPcm(AVCodecID codec) {
 
 } // namespace
 
-PacketTimeline::PacketTimeline(const AVCodecParameters& parameters, AVRational timeBase)
-    : parameters_(parameters), timeBase_(timeBase) {
+PacketTimeline::PacketTimeline(const AVCodecParameters& parameters) : parameters_(parameters) {
     if (parameters.codec_id == AV_CODEC_ID_VORBIS) {
         vorbis_ = av_vorbis_parse_init(parameters.extradata, parameters.extradata_size);
     }
@@ -60,18 +62,23 @@ PacketTimeline::~PacketTimeline() {
     av_vorbis_parse_free(&vorbis_);
 }
 
-bool PacketTimeline::Covers(AVCodecID codec) {
-    switch (codec) {
+bool PacketTimeline::Covers(const AVCodecParameters& parameters, AVRational timeBase) {
+    switch (parameters.codec_id) {
     case AV_CODEC_ID_MP1:
     case AV_CODEC_ID_MP2:
     case AV_CODEC_ID_MP3:
     case AV_CODEC_ID_VORBIS:
-    case AV_CODEC_ID_FLAC:
     case AV_CODEC_ID_ADPCM_IMA_WAV:
     case AV_CODEC_ID_ADPCM_MS:
         return true;
+    case AV_CODEC_ID_FLAC:
+    case AV_CODEC_ID_ALAC:
+    case AV_CODEC_ID_TTA:
+    case AV_CODEC_ID_WAVPACK:
+        // Durations tell, where the container counts in samples.
+        return timeBase.num == 1 && timeBase.den == parameters.sample_rate;
     default:
-        return IsPcm(codec);
+        return IsPcm(parameters.codec_id);
     }
 }
 
@@ -121,8 +128,10 @@ int PacketTimeline::DecodedFrames(const AVPacket& packet) {
         return first_ ? 0 : std::max(frames, 0);
     }
     case AV_CODEC_ID_FLAC:
-        return static_cast<int>(
-            av_rescale_q(packet.duration, timeBase_, AVRational{1, parameters_.sample_rate}));
+    case AV_CODEC_ID_ALAC:
+    case AV_CODEC_ID_TTA:
+    case AV_CODEC_ID_WAVPACK:
+        return static_cast<int>(std::clamp<int64_t>(packet.duration, 0, longestPacketFrames));
     case AV_CODEC_ID_ADPCM_IMA_WAV:
     case AV_CODEC_ID_ADPCM_MS:
         return BlockFrames(packet.size);

@@ -20,13 +20,14 @@ struct PacketSpan {
 // Adds up packets in the order of the file. Start and end padding that the demuxer marked is left out.
 class PacketTimeline {
 public:
-    PacketTimeline(const AVCodecParameters& parameters, AVRational timeBase);
+    // `parameters` is of a stream that is covered, and outlives this.
+    explicit PacketTimeline(const AVCodecParameters& parameters);
     ~PacketTimeline();
     PacketTimeline(const PacketTimeline&) = delete;
     PacketTimeline& operator=(const PacketTimeline&) = delete;
 
-    // True if a packet of this codec tells how many frames its decoding gives, and gives them at once.
-    static bool Covers(AVCodecID codec);
+    // True if a packet of this stream tells how many frames its decoding gives, and gives them at once.
+    static bool Covers(const AVCodecParameters& parameters, AVRational timeBase);
     // Packets before a place that have to be decoded so that the decoder gives there what it would give in a
     // straight decode.
     static int LeadPackets(AVCodecID codec);
@@ -45,7 +46,6 @@ private:
     int BlockFrames(int bytes) const;
 
     const AVCodecParameters& parameters_;
-    AVRational timeBase_;
     AVVorbisParseContext* vorbis_ = nullptr;
     qint64 position_ = 0;
     int padding_ = 0; // start padding still to be left out
