@@ -160,6 +160,45 @@ TEST_F(ListWindowTest, CtrlASelectsAllRows) {
     EXPECT_THAT(Selected(), ElementsAre(1, 2, 3));
 }
 
+TEST_F(ListWindowTest, TheKeysWalkTheListAndKeepTheRowInSight) {
+    Start();
+    ASSERT_NO_FATAL_FAILURE(AddTracks(20));
+    List()->SetFirstVisible(1);
+    QTest::keyClick(List(), Qt::Key_Home);
+    EXPECT_THAT(Selected(), ElementsAre(1));
+    QTest::keyClick(List(), Qt::Key_Down);
+    EXPECT_THAT(Selected(), ElementsAre(2));
+    EXPECT_EQ(state.CurIndex, 2);
+    QTest::keyClick(List(), Qt::Key_Down, Qt::ShiftModifier);
+    EXPECT_THAT(Selected(), ElementsAre(2, 3));
+    QTest::keyClick(List(), Qt::Key_End);
+    EXPECT_THAT(Selected(), ElementsAre(20));
+    EXPECT_EQ(List()->FirstVisible(), 20 - List()->VisibleRows() + 1);
+    QTest::keyClick(List(), Qt::Key_PageUp);
+    EXPECT_THAT(Selected(), ElementsAre(20 - List()->VisibleRows()));
+    QTest::keyClick(List(), Qt::Key_Down, Qt::ShiftModifier);
+    QTest::keyClick(List(), Qt::Key_Home);
+    EXPECT_THAT(Selected(), ElementsAre(1));
+    EXPECT_EQ(List()->FirstVisible(), 1);
+}
+
+TEST_F(ListWindowTest, TheWheelScrolls) {
+    Start();
+    ASSERT_NO_FATAL_FAILURE(AddTracks(20));
+    List()->SetFirstVisible(1);
+    const QPointF place(40, 40);
+    QWheelEvent down(place, List()->viewport()->mapToGlobal(place), {}, {0, -120}, Qt::NoButton,
+                     Qt::NoModifier, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(List()->viewport(), &down);
+    EXPECT_GT(List()->FirstVisible(), 1);
+    EXPECT_TRUE(Selected().isEmpty());
+}
+
+TEST_F(ListWindowTest, SevenRowsAreVisibleAtOnce) {
+    Start();
+    EXPECT_EQ(List()->VisibleRows(), 7);
+}
+
 TEST_F(ListWindowTest, TheEqualizerTakesThePlaceOfTheList) {
     Start();
     auto* equalizer = Find(QStringLiteral("KSTEqualizer21"));
