@@ -89,6 +89,26 @@ bool MpcSource::Rewind() {
     return true;
 }
 
+qint64 MpcSource::JumpBefore(qint64 frame) {
+    constexpr qint64 nearFrames = 8192;
+    constexpr mpc_uint32_t tellingVersion = 8;
+    // Only a profile shows that the encoder told anything about itself.
+    const bool knownWithoutNoise =
+        stream_.stream_version == tellingVersion && stream_.profile > 0.0F && stream_.pns == 0;
+    const bool isNear = frame >= DecodePosition() && frame - DecodePosition() < nearFrames;
+    if (demuxer_ == nullptr || !knownWithoutNoise || isNear || frame >= LengthFrames()) {
+        return -1;
+    }
+    // From a fresh start, since a damaged frame leaves its traces in the demuxer.
+    if (!Rewind()) {
+        return 0;
+    }
+    if (frame > 0 && mpc_demux_seek_sample(demuxer_, static_cast<mpc_uint64_t>(frame)) == MPC_STATUS_OK) {
+        return frame;
+    }
+    return Rewind() ? 0 : -1;
+}
+
 bool MpcSource::DecodeNext(std::vector<qint16>& piece) {
     if (demuxer_ == nullptr) {
         return false;

@@ -12,7 +12,9 @@
 
 namespace kestrune {
 
-// The coding fills bands with noise of a running generator, so a seek backward decodes from the start.
+// Where the encoder says that no bands are filled with noise, the library's own seek gives the samples of a
+// straight decode. Otherwise the noise comes of a generator that runs from the first frame on, and a seek
+// backward decodes from the start.
 class MpcSource : public DecodingSource {
 public:
     // `file` is open for reading. Null if it is no Musepack.
@@ -22,6 +24,7 @@ public:
 protected:
     bool DecodeNext(std::vector<qint16>& piece) override;
     bool Rewind() override;
+    qint64 JumpBefore(qint64 frame) override;
     qint64 CountFrames() override;
 
 private:
