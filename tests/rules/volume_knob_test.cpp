@@ -8,8 +8,6 @@
 namespace kestrune {
 namespace {
 
-using testing::ElementsAre;
-
 constexpr double half = 28;
 constexpr double radius = 18;
 constexpr int left = 1;
