@@ -89,8 +89,8 @@ Container BySignature(const QByteArray& head) {
 // Kinds that are left to the general reader, but are sure enough to overrule an extension.
 bool HasOtherSignature(const QByteArray& head) {
     return head.startsWith(".snd") || head.startsWith("caff") || head.startsWith("RF64") ||
-           head.startsWith("riff\x2E\x91") || head.startsWith("Creative Voice File") ||
-           head.startsWith("\x1A\x45\xDF\xA3");
+           head.startsWith("BW64") || head.startsWith("riff\x2E\x91") ||
+           head.startsWith("Creative Voice File") || head.startsWith("\x1A\x45\xDF\xA3");
 }
 
 } // namespace
@@ -105,6 +105,7 @@ ContainerFound DetectContainer(BoundedFile& file) {
         found.mpegFrame = FindMpegFrame(file, start);
         if (found.mpegFrame) {
             found.container = Container::Mpeg;
+            found.signature = start > 0; // the tag in front is a mark too
         }
     }
     return found;

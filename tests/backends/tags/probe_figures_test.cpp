@@ -223,6 +223,9 @@ TEST(Probe, ContentOverrulesAMisleadingExtension) {
     EXPECT_TRUE(info->GetFormatString().startsWith(QLatin1String("MPEG Layer-3")));
     ASSERT_EQ(info->OpenInfo(made.Write(QStringLiteral("mp3"), mp3)), Outcome::Ok);
     EXPECT_TRUE(info->GetFormatString().startsWith(QLatin1String("MPEG Layer-3")));
+    ASSERT_TRUE(mp3.startsWith("ID3"));
+    ASSERT_EQ(info->OpenInfo(made.Write(QStringLiteral("mp3.raw"), mp3)), Outcome::Ok);
+    EXPECT_TRUE(info->GetFormatString().startsWith(QLatin1String("MPEG Layer-3")));
     for (const char* name : {"wave.raw", "wave.vox", "wave.gsm"}) {
         ASSERT_EQ(info->OpenInfo(made.Write(QLatin1String(name), wave)), Outcome::Ok);
         EXPECT_EQ(info->GetDurationMs(), 3000) << name;
