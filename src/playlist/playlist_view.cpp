@@ -130,10 +130,11 @@ void PlaylistView::PaintRow(QPainter& painter, int row, int top) const {
     int left = 0;
     for (size_t column = 0; column < columns_.size(); ++column) {
         const int width = columns_[column];
-        if (width <= textMargin * 2) {
+        if (width <= textMargin) {
             continue;
         }
-        const QRect cell(left + textMargin, top, width - textMargin * 2, rowHeight);
+        // The gap to the next column is that column's own margin.
+        const QRect cell(left + textMargin, top, width - textMargin, rowHeight);
         const QString text = rows_.Field(row, static_cast<RowField>(column));
         painter.drawText(cell, Qt::AlignVCenter | Qt::AlignLeft,
                          metrics.elidedText(text, Qt::ElideRight, cell.width()));
