@@ -38,7 +38,7 @@ QString MadeFiles::Write(const QString& name, const QByteArray& bytes) const {
 }
 
 QString MadeFiles::Source() {
-    const QString path = Path(QStringLiteral("source.wav"));
+    QString path = Path(QStringLiteral("source.wav"));
     if (!QFile::exists(path)) {
         OutputOf(QStringLiteral("sox"),
                  QStringLiteral("-R -n -r 44100 -c 2 -b 16 %1 synth 3 pluck A3 pluck E4 gain -6")
