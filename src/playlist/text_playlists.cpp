@@ -199,7 +199,7 @@ QString NativeListPath(const QString& path) {
 }
 
 QString ResolveListPath(const QString& path, const QString& baseFolder) {
-    const QString native = NativeListPath(path);
+    QString native = NativeListPath(path);
     const bool hasDrive = native.size() > 1 && native[1] == u':';
     if (hasDrive || native.startsWith(pathSeparator)) {
         return native;
