@@ -10,7 +10,8 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr auto fillPeriod = 10ms;
+// A fifth of what the device holds: seldom enough to cost little, often enough to survive a slow turn.
+constexpr auto fillPeriod = 40ms;
 constexpr auto drainPeriod = 2ms;
 // Long enough for the next file to find the device open, short enough to let a sound card sleep.
 constexpr auto closeAfter = 3s;
