@@ -20,7 +20,7 @@ trap EndAll EXIT
 trap 'exit 130' INT
 trap 'exit 143' TERM HUP
 
-Xvfb -displayfd 3 -screen 0 1280x1024x24 -dpi 96 -nolisten tcp 3>"$folder/display" >"$folder/Xvfb.log" 2>&1 &
+Xvfb -displayfd 3 -screen 0 1280x1024x24 -dpi 96 -nolisten tcp -noreset 3>"$folder/display" >"$folder/Xvfb.log" 2>&1 &
 serverId=$!
 for _ in $(seq 100); do
     [ -s "$folder/display" ] && break

@@ -133,8 +133,9 @@ class Stage:
     def _open_screen(self):
         read_end, write_end = os.pipe()
         with os.fdopen(read_end) as answer:
+            # Without -noreset the server drops everybody, the window manager too, when its last client leaves.
             server = self.child(["Xvfb", "-displayfd", str(write_end), "-screen", "0", "1280x1024x24", "-dpi", "96",
-                                 "-nolisten", "tcp"], log=self.log("xvfb"), pass_fds=(write_end,))
+                                 "-nolisten", "tcp", "-noreset"], log=self.log("xvfb"), pass_fds=(write_end,))
             os.close(write_end)
             number = answer.readline().strip()
         check(number.isdigit(), f"Xvfb gave no display, exit code {server.poll()}")
