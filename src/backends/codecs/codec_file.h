@@ -11,10 +11,17 @@ namespace kestrune {
 
 // An audio file object over FFmpeg, libmpcdec and spandsp.
 //
-// Lengths are those that a decode to the end gives, with these exceptions: a FLAC or Musepack file that was
-// cut tells its old length until a decode meets the end; kinds of FFmpeg outside WAVE, MPEG audio, Vorbis,
-// Opus, FLAC, AAC in MP4, and Windows Media 1 and 2 may be estimates. The first call of GetLengthBytes reads
-// through files whose header does not tell (MPEG audio, AVI, Windows Media), without decoding them.
+// Lengths are those that a decode to the end gives, and turn into what was met once a decode came to the end.
+// Until then these are estimates: FLAC and Musepack files that were cut tell their old length; MPEG audio
+// above 256 MiB goes by its header frame or its bit rate; Matroska counts milliseconds; coded kinds of FFmpeg
+// outside the ones that length_scan.h names go by the durations of their packets. The first call of
+// GetLengthBytes reads through files whose header does not tell (MPEG audio, AVI, Windows Media) without
+// decoding them, about 5 ms for five minutes.
+//
+// Seeks are exact for every kind. Windows Media, AAC, Opus, Musepack with noise filling and the headerless
+// speech kinds decode from the start when they go back, and through what lies between when they go ahead.
+//
+// A stream that changes its sample rate on the way is given on at the rate of its first frame.
 //
 // Writing is not offered yet: Create and WriteBlock answer NotSupported.
 class CodecFile : public KSTAudioFile2 {
