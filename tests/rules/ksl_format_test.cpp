@@ -276,6 +276,7 @@ TEST(KslConversion, MapsEveryFieldOfTheOlderRecord) {
 TEST(KslConversion, KeepsTheTextsAsTheyAreStored) {
     RecordTexts texts;
     texts.title = "Bj\xF6rk// left over";
+    texts.formats = "44,100\xA0Hz//";
     const QByteArray older = File(Header(1, "V5.0 50000"), {OlderRecord(texts)});
     EXPECT_EQ(Raw(ConvertOlderKsl(older)), Raw(File(Header(1), {Record(texts)})));
 }

@@ -196,6 +196,20 @@ TEST(PlaylistRows, EqualKeysKeepTheirOrder) {
     EXPECT_EQ(Column(rows, RowText), (std::vector<std::string>{"1.first", "1.second", "1.third"}));
 }
 
+TEST(PlaylistRows, AnAppendedRowComesBehindThoseOfItsNumber) {
+    for (const bool ascending : {true, false}) {
+        PlaylistRows rows;
+        rows.SetAscending(ascending);
+        Fill(rows, 2);
+        rows.SortByIndex();
+        rows.Append(Numbered(1, QStringLiteral("later")));
+        rows.SortByIndex();
+        const std::vector<std::string> upwards = {"1.t1", "1.later", "2.t2"};
+        const std::vector<std::string> downwards = {"2.t2", "1.t1", "1.later"};
+        EXPECT_EQ(Column(rows, RowText), ascending ? upwards : downwards);
+    }
+}
+
 TEST(PlaylistRows, ANumberTooLongToCountSortsAsZero) {
     PlaylistRows rows;
     PlaylistRow row = Numbered(1, QStringLiteral("t"));
