@@ -17,6 +17,7 @@ import sys
 HEADER_TEXT = "Kestrune Playlist V5.4 50410"
 RECORD_BYTES = 994
 RECORD_STEP = 1000
+VOX_BYTES_PER_SECOND = 4000
 # Field, width in bytes, whether "//" ends it.
 FIELDS = (
     ("title", 380, True),
@@ -100,19 +101,26 @@ def write_playlist(path, rows):
         file.write(data)
 
 
-def row_for(path):
-    """The row of a sound file, its length asked from ffprobe."""
-    path = os.path.abspath(path)
+def _length_and_rate(path):
+    """(seconds, kbit/s); a file without a header is not probed, since what is found in it is chance."""
+    if path.lower().endswith(".vox"):
+        return os.path.getsize(path) // VOX_BYTES_PER_SECOND, VOX_BYTES_PER_SECOND * 8 // 1000
     answer = subprocess.run(
         ["ffprobe", "-v", "error", "-of", "json", "-show_entries", "format=duration,bit_rate", path],
         check=True, capture_output=True, stdin=subprocess.DEVNULL)
     found = json.loads(answer.stdout)["format"]
-    seconds = int(float(found["duration"]))
+    return int(float(found["duration"])), int(found["bit_rate"]) // 1000
+
+
+def row_for(path):
+    """The row of a sound file."""
+    path = os.path.abspath(path)
+    seconds, rate = _length_and_rate(path)
     megabytes = os.path.getsize(path) / 1024 / 1024
     name = os.path.basename(path)
     return Row(title=os.path.splitext(name)[0],
                time=f"{seconds // 60:02}:{seconds % 60:02}",
-               format=f"{int(found['bit_rate']) // 1000} KBPS",
+               format=f"{rate} KBPS",
                type=name[-3:].lower(),
                size=f"{megabytes:.2f}m",
                folder=os.path.dirname(path).rstrip("/") + "/",

@@ -2,7 +2,7 @@
 """Shows the program where there is no display: play_samples.py PROGRAM SAMPLES_FOLDER PICTURE
 
 Opens the main window on a private screen, plays the samples into a private sound server for ten seconds, says how loud
-the sound that came out was, and leaves a picture of the screen. Fails when nothing could be heard.
+the sound that came out was, and leaves a picture of the window. Fails when nothing could be heard.
 """
 
 import os
@@ -16,7 +16,7 @@ import native_playlist  # noqa: E402
 import sound  # noqa: E402
 
 PLAY_SECONDS = 10
-ENDINGS = (".wav", ".mp3", ".mp2", ".ogg", ".wma", ".mpc")
+ENDINGS = (".wav", ".mp3", ".mp2", ".ogg", ".wma", ".mpc", ".vox")
 
 
 def show(program_path, samples_folder, picture):
@@ -33,7 +33,7 @@ def show(program_path, samples_folder, picture):
         program.menu("s")
         print(f"Playing for {PLAY_SECONDS} seconds ...", flush=True)
         time.sleep(PLAY_SECONDS * 0.7)
-        stage.screenshot(picture)
+        stage.screenshot(picture, program.window)
         time.sleep(PLAY_SECONDS * 0.3)
         heard = sound.samples(capture.stop())
         program.close()
@@ -41,7 +41,7 @@ def show(program_path, samples_folder, picture):
     loud = sum(1 for value in heard if abs(value) > 32)
     print(f"Heard from the sound server: peak {peak} of 32767, {100 * loud / max(1, len(heard)):.0f} % of the samples "
           f"of {len(heard) / 2 / sound.RATE_HZ:.1f} s are sound.")
-    print(f"Picture of the screen: {os.path.abspath(picture)}")
+    print(f"Picture of the window: {os.path.abspath(picture)}")
     harness.check(peak > 32, "the program played nothing that could be heard")
 
 

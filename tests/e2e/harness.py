@@ -192,8 +192,8 @@ class Stage:
                   picture])
         return self.ask(["identify", "-format", "%#", picture])
 
-    def screenshot(self, path):
-        subprocess.run(["import", "-silent", "-window", "root", path], env=self.env, stdin=subprocess.DEVNULL,
+    def screenshot(self, path, window="root"):
+        subprocess.run(["import", "-silent", "-window", str(window), path], env=self.env, stdin=subprocess.DEVNULL,
                        capture_output=True)
 
     def _show_what_happened(self):
