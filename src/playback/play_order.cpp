@@ -77,8 +77,7 @@ int FindLastSel(ProgramState& state, PlaylistRows& rows, const Options& options,
         return FindFileRND(state, rows, clock);
     }
     if (FindSel(rows) < 2) {
-        const bool atStart = state.LastIndex <= 1 || state.LastIndex > count + 1;
-        return MoveSelection(state, rows, atStart ? count : state.LastIndex - 1);
+        return MoveSelection(state, rows, state.LastIndex <= 1 ? count : state.LastIndex - 1);
     }
     const int before = FirstSelected(rows, std::min(state.LastIndex - 1, count), 1, -1);
     return before > 0 ? before : FirstSelected(rows, count, 1, -1);

@@ -231,8 +231,8 @@ void Transport::ImagePlayButton_Click(int index) {
         PauseContinue();
         break;
     case ButtonPlay:
-        // A pause may still be noted after a stop; there is nothing to go on with then.
-        if (IsPaused && !IsStopping) {
+        // A pause that is still noted after a stop keeps this button without effect until Stop or the menu's Start.
+        if (IsPaused) {
             PauseContinue();
         } else if (!IsPlaying) {
             PlayCurrentItem();

@@ -362,7 +362,7 @@ TEST_P(PausedNextTest, TheClickAfterThatPauses) {
 
 INSTANTIATE_TEST_SUITE_P(Buttons, PausedNextTest, testing::Values(ButtonNext, ButtonPrevious));
 
-TEST_F(StateTest, PlayStartsAfterAPausedFileWasLeftForOneThatCannotBeDecoded) {
+TEST_F(StateTest, AfterAPausedFileWasLeftForOneThatCannotBeDecodedPlayWaitsForStop) {
     AddTracks(3);
     file.files[PathOf(QStringLiteral("b.wav"))].formatId = -1;
     Play(1);
@@ -370,7 +370,9 @@ TEST_F(StateTest, PlayStartsAfterAPausedFileWasLeftForOneThatCannotBeDecoded) {
     transport.ImagePlayButton_Click(ButtonNext);
     ExpectStopped();
     state.CurIndex = 3;
-    ASSERT_TRUE(transport.IsButtonEnabled(ButtonPlay));
+    transport.ImagePlayButton_Click(ButtonPlay);
+    ExpectStopped();
+    transport.ImagePlayButton_Click(ButtonStop);
     transport.ImagePlayButton_Click(ButtonPlay);
     ExpectPlaying("c.wav");
 }
