@@ -231,7 +231,8 @@ void Transport::ImagePlayButton_Click(int index) {
         PauseContinue();
         break;
     case ButtonPlay:
-        // A pause that is still noted after a stop keeps this button without effect until Stop or the menu's Start.
+        // A pause that is still noted after a stop keeps this button without effect until Stop or the menu's
+        // Start.
         if (IsPaused) {
             PauseContinue();
         } else if (!IsPlaying) {

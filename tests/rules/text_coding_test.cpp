@@ -1,4 +1,4 @@
-#include "app/text_coding.h"
+#include "components/text_coding.h"
 
 #include "rules/rule_support.h"
 

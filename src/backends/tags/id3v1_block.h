@@ -15,7 +15,4 @@ inline constexpr int id3v1Bytes = 128;
 // loses its trailing blanks; bytes that are not UTF-8 are taken as Windows-1252.
 std::optional<TagFields> ParseId3v1(const QByteArray& block);
 
-// Text of bytes that say nothing of their coding: UTF-8 if they are that, else Windows-1252.
-QString TextOfBytes(const QByteArray& bytes);
-
 } // namespace kestrune
