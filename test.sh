@@ -11,6 +11,8 @@ exec </dev/null
 export KESTRUNE_RUN_ID="test-$$-$(date +%s)"
 export KESTRUNE_E2E_KEEP="${KESTRUNE_E2E_KEEP:-$PWD/build/e2e-failures}"
 export QT_QPA_PLATFORM=offscreen
+# The encoders that make test files take their texts in the coding of the locale.
+export LC_ALL=C.UTF-8
 export ASAN_OPTIONS="${ASAN_OPTIONS:-detect_leaks=1:strict_string_checks=1}"
 export UBSAN_OPTIONS="${UBSAN_OPTIONS:-print_stacktrace=1}"
 unset DISPLAY WAYLAND_DISPLAY
