@@ -38,9 +38,8 @@ struct CuePoint {
 };
 
 // One object looks at one file at a time. Call order: OpenInfo or ReadTagFromFile first; all reads refer to
-// the last file that could be read, so a file that fails leaves the values of the one before, except that the
-// duration text of OpenInfo's user must be able to tell: after a failed OpenInfo all reads give empty or 0.
-// Thread: all calls from one thread. Calls block for the time of the file access and run no events.
+// that file. After a failed OpenInfo they give empty or 0; after a failed ReadTagFromFile they keep what they
+// held. Thread: all calls from one thread. Calls block for the time of the file access and run no events.
 class KSTAudioInformation2 {
 public:
     virtual ~KSTAudioInformation2() = default;
