@@ -14,6 +14,7 @@ namespace {
 
 enum MenuLabel { MenuFile = 0, MenuPlay = 1, MenuOptions = 7 };
 constexpr int nameGap = 10;
+constexpr int repaintPeriodMs = 33;
 
 const QString windowStyle = QStringLiteral(
     "QWidget#frmMain { background: qlineargradient(x1:0,y1:0,x2:0,y2:1, stop:0 #353A42, stop:1 #1D2025); }"
@@ -87,7 +88,7 @@ void FrmMain::ConnectPlaylist() {
     connect(admission, &Admission::TotalsChanged, this, &FrmMain::GetFileLong);
     connect(admission, &Admission::WaitCursor, this, &FrmMain::SetWaitCursor);
     connect(files, &PlaylistFiles::TotalsChanged, this, &FrmMain::GetFileLong);
-    connect(files, &PlaylistFiles::WindowRepaint, this, qOverload<>(&QWidget::repaint));
+    connect(files, &PlaylistFiles::WindowRepaint, this, &FrmMain::RepaintNow);
     connect(files, &PlaylistFiles::FilesAdded, this,
             [this] { parts_.transport.SetPlayButtonTrueFalse(ButtonPlay, true); });
     connect(files, &PlaylistFiles::NeighboursChanged, &parts_.transport, &Transport::SetPreNextButton);
@@ -316,6 +317,14 @@ void FrmMain::RowClicked(int row) {
     }
     parts_.transport.ListViewPlaylist_Click();
     GetFileLong();
+}
+
+// In the middle of a long task. More often than a screen shows pictures would only hold up the task.
+void FrmMain::RepaintNow() {
+    if (!lastRepaint_.isValid() || lastRepaint_.hasExpired(repaintPeriodMs)) {
+        repaint();
+        lastRepaint_.start();
+    }
 }
 
 void FrmMain::SetWaitCursor(bool on) {

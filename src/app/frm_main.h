@@ -10,6 +10,7 @@
 #include "playlist/admission.h"
 #include "playlist/playlist_files.h"
 
+#include <QElapsedTimer>
 #include <QWidget>
 
 namespace kestrune {
@@ -58,11 +59,13 @@ private:
     void SetVolumeFromKnob(qint32 volume);
     void RowClicked(int row);
     void SetWaitCursor(bool on);
+    void RepaintNow();
 
     FrmMainParts parts_;
     MainControls controls_;
     MainMenus menus_;
     bool waiting_ = false;
+    QElapsedTimer lastRepaint_;
 };
 
 } // namespace kestrune
