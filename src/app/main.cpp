@@ -1,7 +1,9 @@
 // Puts the program together: the one place that knows both a window and a backend.
+#include "app/folder_lock.h"
 #include "app/frm_main.h"
-#include "app/qt_services.h"
+#include "app/prompt_dialogs.h"
 #include "app/start_up.h"
+#include "app/system_clock.h"
 #include "backends/codecs/codec_file.h"
 #include "backends/sound/alsa_player.h"
 #include "backends/tags/tag_information.h"
@@ -24,7 +26,7 @@ int main(int argc, char** argv) {
     QApplication::setFont(face);
 
     ProgramState state;
-    QtUserPrompts prompts;
+    PromptDialogs prompts;
     SetProgramState(state, QApplication::applicationDirPath());
     FolderLock lock(state.AppPath);
     if (!IsOnlyInstance(lock, prompts)) {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "playback/equalizer_panel.h"
-#include "playback/position_bar.h"
+#include "playback/position_bar_widget.h"
 #include "playback/transport.h"
 #include "playback/volume_knob_view.h"
 #include "playlist/playlist_view.h"

@@ -1,4 +1,4 @@
-#include "playback/position_bar.h"
+#include "playback/position_bar_widget.h"
 
 #include "playback/position.h"
 

@@ -1,8 +1,7 @@
-#include "app/qt_services.h"
+#include "app/prompt_dialogs.h"
 
 #include <QFileDialog>
 #include <QMessageBox>
-#include <QTime>
 
 namespace kestrune {
 
@@ -26,20 +25,20 @@ QMessageBox::Icon IconOf(PromptIcon icon) {
 
 } // namespace
 
-void QtUserPrompts::Message(const QString& text, PromptIcon icon) {
+void PromptDialogs::Message(const QString& text, PromptIcon icon) {
     QMessageBox box(IconOf(icon), QStringLiteral("Kestrune"), text, QMessageBox::Ok, owner_);
     box.setTextFormat(Qt::PlainText);
     box.exec();
 }
 
-bool QtUserPrompts::AskYesNo(const QString& text, PromptIcon icon) {
+bool PromptDialogs::AskYesNo(const QString& text, PromptIcon icon) {
     QMessageBox box(IconOf(icon), QStringLiteral("Kestrune"), text, QMessageBox::Yes | QMessageBox::No,
                     owner_);
     box.setTextFormat(Qt::PlainText);
     return box.exec() == QMessageBox::Yes;
 }
 
-QStringList QtUserPrompts::ChooseFiles(const FileChoice& choice) {
+QStringList PromptDialogs::ChooseFiles(const FileChoice& choice) {
     QFileDialog dialog(owner_, choice.title, choice.startFolder);
     dialog.setOption(QFileDialog::DontUseNativeDialog);
     dialog.setOption(QFileDialog::HideNameFilterDetails);
@@ -64,18 +63,6 @@ QStringList NameFilters(const QString& filter) {
         filters.append(parts[i] + QStringLiteral(" (") + patterns.join(u' ') + u')');
     }
     return filters;
-}
-
-qint64 SystemClock::MsSinceMidnight() {
-    return QTime::currentTime().msecsSinceStartOfDay();
-}
-
-FolderLock::FolderLock(const QString& folder) : file_(folder + QStringLiteral("/kestrune.lock")) {
-    file_.setStaleLockTime(0);
-}
-
-bool FolderLock::TryLock() {
-    return file_.tryLock(0) || file_.error() != QLockFile::LockFailedError;
 }
 
 } // namespace kestrune

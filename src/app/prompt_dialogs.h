@@ -1,0 +1,27 @@
+// The boxes and file dialogs of the running program.
+#pragma once
+
+#include "components/user_prompts.h"
+
+#include <QPointer>
+#include <QWidget>
+
+namespace kestrune {
+
+// Message boxes and file dialogs. Window thread.
+class PromptDialogs : public UserPrompts {
+public:
+    // The window over which they open; may be null.
+    void SetOwner(QWidget* owner) { owner_ = owner; }
+    void Message(const QString& text, PromptIcon icon) override;
+    bool AskYesNo(const QString& text, PromptIcon icon) override;
+    QStringList ChooseFiles(const FileChoice& choice) override;
+
+private:
+    QPointer<QWidget> owner_;
+};
+
+// The entries "label|patterns|label|patterns" in the form that QFileDialog takes.
+QStringList NameFilters(const QString& filter);
+
+} // namespace kestrune
