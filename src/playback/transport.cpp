@@ -89,6 +89,7 @@ void Transport::AskToDeleteRow() {
     ProgramState& state = parts_.state;
     parts_.rows.Remove(state.CurIndex);
     state.CurIndex = std::min(state.CurIndex, parts_.rows.Count());
+    emit RowsChanged();
 }
 
 // Opens the file and the output. False leaves both closed.

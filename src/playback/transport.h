@@ -93,6 +93,7 @@ signals:
     void RowShown(int row);
     void ScrollBarMoved();
     void TimeShown(qint64 ms, qint64 totalMs);
+    void RowsChanged(); // a row went whose file is gone: the totals are to be set
 
 private:
     bool ChooseRow();

@@ -189,6 +189,16 @@ TEST_F(GoneFileTest, YesRemovesTheLastRowAndMovesToTheNewLast) {
     EXPECT_EQ(state.CurIndex, 2);
 }
 
+TEST_F(GoneFileTest, YesTellsThatTheRowsChangedOnceTheRowIsGone) {
+    prompts.answers = {true};
+    state.CurIndex = 3;
+    QList<int> counts;
+    QObject::connect(&transport, &Transport::RowsChanged, &transport,
+                     [&] { counts << rows.Count() << state.CurIndex; });
+    transport.PlayCurrentItem();
+    EXPECT_THAT(counts, ElementsAre(2, 2));
+}
+
 TEST_F(GoneFileTest, YesInTheMiddleKeepsTheCurrentNumber) {
     AddTrack(QStringLiteral("d.wav"));
     state.CurIndex = 3;
