@@ -1,7 +1,10 @@
 #include "app/prompt_dialogs.h"
 
+#include <QDir>
 #include <QFileDialog>
+#include <QLineEdit>
 #include <QMessageBox>
+#include <QRegularExpression>
 
 namespace kestrune {
 
@@ -51,7 +54,32 @@ QStringList PromptDialogs::ChooseFiles(const FileChoice& choice) {
     } else if (choice.mustExist) {
         dialog.setFileMode(QFileDialog::ExistingFile);
     }
-    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles() : QStringList();
+    if (dialog.exec() != QDialog::Accepted) {
+        return {};
+    }
+    const QStringList chosen = dialog.selectedFiles();
+    const auto* line = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    if (line == nullptr || !choice.multiple) {
+        return chosen;
+    }
+    // Of several typed names the dialog gives only those that its list shows.
+    const QStringList typed = TypedNames(line->text(), dialog.directory().absolutePath());
+    return typed.size() > chosen.size() ? typed : chosen;
+}
+
+QStringList TypedNames(const QString& line, const QString& folder) {
+    const QDir base(folder);
+    const QStringList names =
+        line.startsWith(u'"')
+            ? line.split(u'"', Qt::SkipEmptyParts).filter(QRegularExpression(QStringLiteral("\\S")))
+            : QStringList(line);
+    QStringList paths;
+    for (const QString& name : names) {
+        if (!name.isEmpty()) {
+            paths.append(QDir::cleanPath(base.absoluteFilePath(name)));
+        }
+    }
+    return paths;
 }
 
 QStringList NameFilters(const QString& filter) {

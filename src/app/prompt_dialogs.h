@@ -21,6 +21,10 @@ private:
     QPointer<QWidget> owner_;
 };
 
+// The names in a file dialog's line, as paths: one name, or several in quotation marks with blanks between.
+// A name without a folder is taken in `folder`.
+QStringList TypedNames(const QString& line, const QString& folder);
+
 // The entries "label|patterns|label|patterns" in the form that QFileDialog takes.
 QStringList NameFilters(const QString& filter);
 

@@ -56,6 +56,17 @@ void ReadAsxLine(const QString& line, ListEntry& entry) {
     }
 }
 
+// Reads the first line, which names the kind of list. False when no entries follow: the list is then empty if
+// there is no second line, and not valid if the line names something else.
+bool ReadHead(LineReader& reader, const QLatin1String& head, ParsedList& list) {
+    const QString first = reader.ReadLine();
+    if (reader.AtEnd()) {
+        return false;
+    }
+    list.isValid = first.toUpper() == head;
+    return list.isValid;
+}
+
 // A title from a tag may hold line ends, which would break the entry.
 QString OneLine(QString title) {
     return title.replace(u'\r', u' ').replace(u'\n', u' ');
@@ -66,12 +77,7 @@ QString OneLine(QString title) {
 ParsedList ParseM3u(const QByteArray& bytes) {
     ParsedList list;
     LineReader reader(bytes);
-    const QString first = reader.ReadLine();
-    if (reader.AtEnd()) {
-        return list;
-    }
-    if (first.toUpper() != QLatin1String("#EXTM3U")) {
-        list.isValid = false;
+    if (!ReadHead(reader, QLatin1String("#EXTM3U"), list)) {
         return list;
     }
     const QLatin1String mark("#EXTINF:");
@@ -97,12 +103,7 @@ ParsedList ParseM3u(const QByteArray& bytes) {
 ParsedList ParsePls(const QByteArray& bytes) {
     ParsedList list;
     LineReader reader(bytes);
-    const QString first = reader.ReadLine();
-    if (reader.AtEnd()) {
-        return list;
-    }
-    if (first.toUpper() != QLatin1String("[PLAYLIST]")) {
-        list.isValid = false;
+    if (!ReadHead(reader, QLatin1String("[PLAYLIST]"), list)) {
         return list;
     }
     while (!reader.AtEnd()) {
