@@ -4,6 +4,8 @@
 #include "playback/play_order.h"
 #include "playback/position.h"
 
+#include <algorithm>
+
 namespace kestrune {
 
 namespace {
@@ -175,14 +177,24 @@ void Transport::PauseContinue() {
 
 void Transport::SeekToLine(double lineWidth, int thumbWidth) {
     parts_.state.SeekDragging = false;
+    if (IsPlaying) {
+        SeekToMs(SeekTargetMs(lineWidth, parts_.audioFile.GetLengthMs(), thumbWidth));
+    }
+}
+
+void Transport::SeekToMs(qint64 ms) {
     if (!IsPlaying) {
         return;
     }
-    parts_.audioPlayer.ClearBlocks();
-    const qint64 targetMs = SeekTargetMs(lineWidth, parts_.audioFile.GetLengthMs(), thumbWidth);
-    PlayPos = parts_.audioFile.SeekTo(parts_.audioPlayer.BytesForMs(targetMs), seekFromStart);
+    KSTAudioPlayer2& player = parts_.audioPlayer;
+    player.ClearBlocks();
+    const qint64 targetMs = std::clamp<qint64>(ms, 0, std::max<qint64>(parts_.audioFile.GetLengthMs(), 0));
+    PlayPos = parts_.audioFile.SeekTo(player.BytesForMs(targetMs), seekFromStart);
     FeedBlock();
     FeedBlock();
+    // The next tick may be far: none comes during a pause.
+    AudioPlayer_Timer(0);
+    emit Sought(player.MsForBytes(PlayPos));
 }
 
 void Transport::AudioPlayer_EndPlay() {

@@ -66,6 +66,9 @@ public:
     // Mouse up on the position thumb: goes on from the place that the width of the elapsed line stands for.
     // While paused only the place is kept.
     void SeekToLine(double lineWidth, int thumbWidth);
+    // Goes on from a place in the file, brought into its length. While paused only the place is kept; while
+    // stopped nothing happens.
+    void SeekToMs(qint64 ms);
     void SetButton(bool flag);
     void SetPreNextButton();
     void SetPlayButtonTrueFalse(int index, bool enabled);
@@ -93,7 +96,8 @@ signals:
     void RowShown(int row);
     void ScrollBarMoved();
     void TimeShown(qint64 ms, qint64 totalMs);
-    void RowsChanged(); // a row went whose file is gone: the totals are to be set
+    void Sought(qint64 ms); // the position has jumped to here
+    void RowsChanged();     // a row went whose file is gone: the totals are to be set
 
 private:
     bool ChooseRow();

@@ -3,6 +3,8 @@
 
 #include "transport_fixture.h"
 
+#include <limits>
+
 namespace kestrune {
 namespace {
 
@@ -132,7 +134,7 @@ TEST_F(SeekingTest, ClearsSeeksAndFeedsTwoBlocks) {
     state.SeekDragging = true;
     transport.SeekToLine(93, thumb);
     EXPECT_THAT(log, ElementsAre("ClearBlocks", "SeekTo 10000 3", "ReadBlock 4000", "WriteBlock 4000",
-                                 "ReadBlock 4000", "WriteBlock 4000"));
+                                 "ReadBlock 4000", "WriteBlock 4000", "Time 5000 10000", "Sought 5000"));
     EXPECT_EQ(transport.PlayPos, 10000);
     EXPECT_FALSE(state.SeekDragging);
     ASSERT_EQ(player.blocks.size(), 2);
@@ -207,6 +209,52 @@ TEST_F(SeekingTest, WhileStoppedOnlyTheDragEnds) {
     state.SeekDragging = true;
     transport.SeekToLine(93, thumb);
     EXPECT_FALSE(state.SeekDragging);
+    EXPECT_THAT(log, IsEmpty());
+}
+
+TEST_F(SeekingTest, ToAMillisecondIsExact) {
+    AddTracks(1);
+    Play(1);
+    transport.SeekToMs(1234);
+    EXPECT_THAT(log, ElementsAre("ClearBlocks", "SeekTo 2468 3", "ReadBlock 4000", "WriteBlock 4000",
+                                 "ReadBlock 4000", "WriteBlock 4000", "Time 1234 10000", "Sought 1234"));
+    EXPECT_EQ(transport.PlayPos, 2468);
+}
+
+TEST_F(SeekingTest, ToAMillisecondStaysInTheFile) {
+    AddTracks(1);
+    Play(1);
+    transport.SeekToMs(std::numeric_limits<qint64>::max());
+    EXPECT_EQ(transport.PlayPos, 20000);
+    transport.SeekToMs(-5);
+    EXPECT_EQ(transport.PlayPos, 0);
+    EXPECT_EQ(log.last(), "Sought 0");
+}
+
+TEST_F(SeekingTest, TheClockFollowsDuringAPause) {
+    AddTracks(1);
+    Play(1);
+    player.playedBytes = 600;
+    transport.PauseContinue();
+    transport.SeekToMs(7000);
+    EXPECT_THAT(log, Contains(QStringLiteral("Time 7000 10000")));
+    EXPECT_THAT(player.blocks, IsEmpty());
+    EXPECT_TRUE(transport.IsPaused);
+}
+
+TEST_F(SeekingTest, ByAnotherHandLeavesADragAlone) {
+    AddTracks(1);
+    Play(1);
+    state.SeekDragging = true;
+    transport.SeekToMs(7000);
+    EXPECT_TRUE(state.SeekDragging);
+    EXPECT_FALSE(log.contains(QStringLiteral("Time 7000 10000")));
+    EXPECT_EQ(log.last(), "Sought 7000");
+}
+
+TEST_F(SeekingTest, ToAMillisecondDoesNothingWhileStopped) {
+    AddTracks(1);
+    transport.SeekToMs(500);
     EXPECT_THAT(log, IsEmpty());
 }
 

@@ -205,6 +205,7 @@ private:
         note(&Transport::RowShown, "Row");
         note(&Transport::ScrollBarMoved, "ScrollBar");
         note(&Transport::TimeShown, "Time");
+        note(&Transport::Sought, "Sought");
         note(&Transport::RowsChanged, "RowsChanged");
         QObject::connect(&transport, &Transport::LampShown, &transport, [this](Lamp shown) {
             lamp = static_cast<int>(shown);
