@@ -4,6 +4,7 @@
 #include "components/audio_player.h"
 #include "components/audio_transform.h"
 #include "components/clock.h"
+#include "components/equalizer.h"
 #include "components/pcm.h"
 #include "components/pending_events.h"
 #include "components/user_prompts.h"
