@@ -4,15 +4,24 @@
 
 namespace kestrune {
 
+namespace {
+
+void SetTitleKeys(PlaylistRows& rows) {
+    const PlaylistRows::HeldChanges held(rows);
+    for (int row = 1; row <= rows.Count(); ++row) {
+        rows.SetField(row, SubSortKey, rows.Title(row));
+    }
+}
+
+} // namespace
+
 void OrderList(PlaylistRows& rows, int index) {
     switch (static_cast<OrderIndex>(index)) {
     case OrderIndex::Index:
         rows.SortByIndex();
         break;
     case OrderIndex::Title:
-        for (int row = 1; row <= rows.Count(); ++row) {
-            rows.SetField(row, SubSortKey, rows.Title(row));
-        }
+        SetTitleKeys(rows);
         rows.SortBy(SubSortKey);
         break;
     case OrderIndex::Duration:

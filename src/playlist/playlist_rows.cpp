@@ -93,6 +93,50 @@ void PlaylistRows::Remove(int row) {
     endRemoveRows();
 }
 
+void PlaylistRows::RemoveSelected() {
+    const auto isSelected = [](const EntryPtr& entry) { return entry->row.selected; };
+    const auto first = std::find_if(rows_.begin(), rows_.end(), isSelected);
+    if (first == rows_.end()) {
+        return;
+    }
+    // One block goes as such, so that a view can follow it; scattered rows would each move all rows behind.
+    const auto firstRow = static_cast<int>(first - rows_.begin());
+    const auto blockEnd = std::find_if_not(first, rows_.end(), isSelected);
+    const bool isBlock = static_cast<int>(blockEnd - first) == selected_.rows;
+    if (isBlock) {
+        beginRemoveRows({}, firstRow, firstRow + selected_.rows - 1);
+    } else {
+        beginResetModel();
+    }
+    const int ordered = inIndexOrder_;
+    for (int row = firstRow + 1; row <= Count(); ++row) {
+        if (IsSelected(row)) {
+            CountIn(At(row), -1);
+            boldCount_ -= static_cast<int>(At(row).row.bold);
+            inIndexOrder_ -= static_cast<int>(row <= ordered);
+        }
+    }
+    rows_.erase(std::remove_if(first, rows_.end(), isSelected), rows_.end());
+    if (isBlock) {
+        endRemoveRows();
+    } else {
+        endResetModel();
+    }
+}
+
+void PlaylistRows::Renumber() {
+    const HeldChanges held(*this);
+    for (int row = 1; row <= Count(); ++row) {
+        QString& text = At(row).row.fields[RowText];
+        QString numbered = QString::number(row) + u'.' + KillTitleHead(text);
+        if (numbered != text) {
+            text = std::move(numbered);
+            inIndexOrder_ = 0;
+            RowChanged(row);
+        }
+    }
+}
+
 void PlaylistRows::Clear() {
     beginResetModel();
     rows_.clear();
@@ -119,6 +163,7 @@ void PlaylistRows::SetSelected(int row, bool selected) {
 }
 
 void PlaylistRows::SelectOnly(int first, int last) {
+    const HeldChanges held(*this);
     for (int row = 1; row <= Count(); ++row) {
         SetSelected(row, row >= first && row <= last);
     }
@@ -138,6 +183,7 @@ void PlaylistRows::SetBold(int row, bool bold) {
 }
 
 void PlaylistRows::ClearAllBold() {
+    const HeldChanges held(*this);
     for (int row = 1; boldCount_ > 0 && row <= Count(); ++row) {
         SetBold(row, false);
     }
@@ -243,7 +289,24 @@ void PlaylistRows::CountIn(const Entry& entry, int sign) {
 }
 
 void PlaylistRows::RowChanged(int row) {
+    if (heldDepth_ > 0) {
+        heldFirst_ = heldFirst_ == 0 ? row : std::min(heldFirst_, row);
+        heldLast_ = std::max(heldLast_, row);
+        return;
+    }
     emit dataChanged(index(row - 1, 0), index(row - 1, RowFieldCount - 1));
+}
+
+void PlaylistRows::ReleaseChanges() {
+    --heldDepth_;
+    if (heldDepth_ > 0 || heldFirst_ == 0) {
+        return;
+    }
+    const QModelIndex first = index(heldFirst_ - 1, 0);
+    const QModelIndex last = index(heldLast_ - 1, RowFieldCount - 1);
+    heldFirst_ = 0;
+    heldLast_ = 0;
+    emit dataChanged(first, last);
 }
 
 int PlaylistRows::rowCount(const QModelIndex& parent) const {

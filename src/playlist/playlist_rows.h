@@ -59,6 +59,10 @@ public:
     void SetRow(int row, const PlaylistRow& value);
     int Append(PlaylistRow row); // returns its number
     void Remove(int row);
+    // Removes all selected rows at once.
+    void RemoveSelected();
+    // Writes each row's own number before its title.
+    void Renumber();
     void Clear();
 
     bool IsSelected(int row) const;
@@ -72,6 +76,19 @@ public:
 
     const PlaylistSums& TotalSums() const { return total_; }
     const PlaylistSums& SelectedSums() const { return selected_; }
+
+    // While one of these lives, dataChanged of single rows is held back; at the end of the last one it comes
+    // once, for all of them. Rows may not come, go or be sorted in the meantime.
+    class HeldChanges {
+    public:
+        explicit HeldChanges(PlaylistRows& rows) : rows_(rows) { ++rows_.heldDepth_; }
+        ~HeldChanges() { rows_.ReleaseChanges(); }
+        HeldChanges(const HeldChanges&) = delete;
+        HeldChanges& operator=(const HeldChanges&) = delete;
+
+    private:
+        PlaylistRows& rows_;
+    };
 
     // Sorts by a field. The keys in SubSortKey are set by the caller before.
     void SortBy(RowField field);
@@ -103,6 +120,7 @@ private:
     void Sort();
     void PlaceAppended();
     void RowChanged(int row);
+    void ReleaseChanges();
 
     std::vector<EntryPtr> rows_;
     PlaylistSums total_;
@@ -113,6 +131,9 @@ private:
     bool ascending_ = true;
     // Rows 1 to this one hold their index keys and stand in their order; 0 when that is not known.
     int inIndexOrder_ = 0;
+    int heldDepth_ = 0;
+    int heldFirst_ = 0; // rows whose change is held back; 0 for none
+    int heldLast_ = 0;
 };
 
 } // namespace kestrune
