@@ -23,7 +23,7 @@ public:
     virtual int Size() const = 0;
 
     // Levels of Size() / 2 + 1 bins, bin k lying at k / Size() of the sample rate, in dB of a full-scale sine
-    // (one whose peak is 1.0); never below spectrumFloorDb. The mean of the block is taken out and a
+    // (one whose peak is 1.0); never below spectrumFloorDb. The constant part of the block is taken out and a
     // Blackman-Harris window laid over it, so a sine spreads over four bins to either side, and its level is
     // the top of the curve through the bins in dB: a parabola through the highest bin and its neighbours
     // meets it within 0.05 dB from 4 bins above 0 to 4 below half the rate. A block of less than Size() is

@@ -83,8 +83,12 @@ std::span<const float> TxSpectrum::LevelsDb(std::span<const float> samples) {
         std::fill(levelsDb_.begin(), levelsDb_.end(), spectrumFloorDb);
         return levelsDb_;
     }
-    const double sum = std::accumulate(samples.begin(), samples.end(), 0.0);
-    const auto mean = static_cast<float>(sum / static_cast<double>(samples.size()));
+    // Weighted by the window: a plain mean of a sine that does not end on a whole period would put its own
+    // trace into the lowest bins.
+    const double sum = std::inner_product(samples.begin(), samples.end(), window_.begin(), 0.0);
+    const double weight =
+        std::accumulate(window_.begin(), window_.begin() + static_cast<std::ptrdiff_t>(samples.size()), 0.0);
+    const auto mean = static_cast<float>(weight > 0 ? sum / weight : 0);
     for (size_t i = 0; i < samples.size(); ++i) {
         input_[i] = (samples[i] - mean) * window_[i];
     }
