@@ -242,5 +242,114 @@ TEST(PlaylistRows, TheToolTipOfARowIsItsFormatString) {
     EXPECT_EQ(rows.data(rows.index(0, 0), Qt::ToolTipRole).toString(), QStringLiteral("44,100 Hz"));
 }
 
+// How often a view is told, and of which rows.
+struct Told {
+    explicit Told(PlaylistRows& rows) {
+        QObject::connect(&rows, &PlaylistRows::dataChanged, &rows,
+                         [this](const QModelIndex& first, const QModelIndex& last) {
+                             changed.emplace_back(first.row() + 1, last.row() + 1);
+                         });
+        QObject::connect(&rows, &PlaylistRows::rowsRemoved, &rows,
+                         [this](const QModelIndex& /*parent*/, int first, int last) {
+                             removed.emplace_back(first + 1, last + 1);
+                         });
+        QObject::connect(&rows, &PlaylistRows::modelReset, &rows, [this] { ++resets; });
+    }
+    using Spans = std::vector<std::pair<int, int>>;
+    Spans changed;
+    Spans removed;
+    int resets = 0;
+};
+
+TEST(PlaylistRows, HeldChangesAreToldOnceForAllRows) {
+    PlaylistRows rows;
+    Fill(rows, 9);
+    const Told told(rows);
+    {
+        const PlaylistRows::HeldChanges outer(rows);
+        rows.SetSelected(7, true);
+        {
+            const PlaylistRows::HeldChanges inner(rows);
+            rows.SetBold(3, true);
+        }
+        rows.SetField(5, SubFormats, QStringLiteral("x"));
+        EXPECT_TRUE(told.changed.empty());
+    }
+    EXPECT_EQ(told.changed, (Told::Spans{{3, 7}}));
+    rows.SetBold(9, true);
+    EXPECT_EQ(told.changed.back(), (std::pair{9, 9}));
+}
+
+TEST(PlaylistRows, HeldChangesWithoutAChangeTellNothing) {
+    PlaylistRows rows;
+    Fill(rows, 2);
+    const Told told(rows);
+    { const PlaylistRows::HeldChanges held(rows); }
+    rows.SelectOnly(0, 0);
+    rows.ClearAllBold();
+    rows.Renumber();
+    EXPECT_TRUE(told.changed.empty());
+}
+
+TEST(PlaylistRows, SelectingARangeIsToldOnce) {
+    PlaylistRows rows;
+    Fill(rows, 9);
+    const Told told(rows);
+    rows.SelectOnly(2, 8);
+    EXPECT_EQ(told.changed, (Told::Spans{{2, 8}}));
+}
+
+TEST(PlaylistRows, ASelectedBlockIsRemovedAsOne) {
+    PlaylistRows rows;
+    Fill(rows, 6);
+    rows.SelectOnly(3, 5);
+    rows.SetBold(4, true);
+    const Told told(rows);
+    rows.RemoveSelected();
+    EXPECT_EQ(told.removed, (Told::Spans{{3, 5}}));
+    EXPECT_EQ(told.resets, 0);
+    EXPECT_EQ(Column(rows, RowText), (std::vector<std::string>{"1.t1", "2.t2", "6.t6"}));
+    EXPECT_EQ(rows.TotalSums().rows, 3);
+    EXPECT_EQ(rows.SelectedSums().rows, 0);
+    EXPECT_EQ(rows.SelectedSums().seconds, 0);
+}
+
+TEST(PlaylistRows, ScatteredSelectedRowsAreRemovedByOneReset) {
+    PlaylistRows rows;
+    Fill(rows, 6);
+    for (const int row : {1, 4, 6}) {
+        rows.SetSelected(row, true);
+    }
+    const Told told(rows);
+    rows.RemoveSelected();
+    EXPECT_TRUE(told.removed.empty());
+    EXPECT_EQ(told.resets, 1);
+    EXPECT_EQ(Column(rows, RowText), (std::vector<std::string>{"2.t2", "3.t3", "5.t5"}));
+    EXPECT_EQ(rows.SelectedCount(), 0);
+}
+
+TEST(PlaylistRows, WithoutASelectionNothingIsRemoved) {
+    PlaylistRows rows;
+    Fill(rows, 2);
+    const Told told(rows);
+    rows.RemoveSelected();
+    EXPECT_EQ(rows.Count(), 2);
+    EXPECT_EQ(told.resets, 0);
+}
+
+TEST(PlaylistRows, AnAppendedRowFindsItsPlaceAfterSelectedRowsWereRemoved) {
+    PlaylistRows rows;
+    Fill(rows, 5);
+    rows.SortByIndex();
+    rows.Append(Numbered(6, QStringLiteral("t6")));
+    for (const int row : {2, 4, 6}) {
+        rows.SetSelected(row, true);
+    }
+    rows.RemoveSelected();
+    rows.Append(Numbered(2, QStringLiteral("new")));
+    rows.SortByIndex();
+    EXPECT_EQ(Column(rows, RowText), (std::vector<std::string>{"1.t1", "2.new", "3.t3", "5.t5"}));
+}
+
 } // namespace
 } // namespace kestrune
