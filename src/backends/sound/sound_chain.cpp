@@ -1,13 +1,19 @@
 #include "backends/sound/sound_chain.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace kestrune {
 
 namespace {
 
 constexpr double rampSeconds = 0.005;
+
+// To the nearest whole number, up to 2^51: the sum has no room for a fraction. Unlike a call of the library
+// this is done for several samples at once.
+double Rounded(double value) {
+    constexpr double noFractions = 6755399441055744.0; // 1.5 * 2^52
+    return (value + noFractions) - noFractions;
+}
 
 } // namespace
 
@@ -16,6 +22,7 @@ void SoundChain::Start(int sampleRateHz, int newChannels) {
     gain = targetGain;
     rampStep = 1.0 / (rampSeconds * sampleRateHz);
     equalizer.Start(sampleRateHz, newChannels);
+    guard.Start(sampleRateHz, newChannels);
 }
 
 void SoundChain::SetVolume(qint32 volume) {
@@ -23,6 +30,9 @@ void SoundChain::SetVolume(qint32 volume) {
 }
 
 void SoundChain::ApplyGain(double* values, qint64 frames) {
+    if (gain == 1.0 && targetGain == 1.0) {
+        return;
+    }
     for (qint64 frame = 0; frame < frames; ++frame) {
         gain += std::clamp(targetGain - gain, -rampStep, rampStep);
         for (int channel = 0; channel < channels; ++channel) {
@@ -32,7 +42,7 @@ void SoundChain::ApplyGain(double* values, qint64 frames) {
 }
 
 void SoundChain::Process(qint16* samples, qint64 frames) {
-    const bool isFlat = equalizer.IsBypassed();
+    const bool isFlat = equalizer.IsBypassed() && guard.IsAtRest();
     if (isFlat && gain == 1.0 && targetGain == 1.0) {
         return;
     }
@@ -42,8 +52,11 @@ void SoundChain::Process(qint16* samples, qint64 frames) {
         equalizer.Process(work.data(), frames);
     }
     ApplyGain(work.data(), frames);
+    if (!isFlat) {
+        guard.Process(work.data(), frames);
+    }
     for (size_t i = 0; i < count; ++i) {
-        samples[i] = static_cast<qint16>(std::clamp(std::nearbyint(work[i]), -32768.0, 32767.0));
+        samples[i] = static_cast<qint16>(std::clamp(Rounded(work[i]), -32768.0, 32767.0));
     }
 }
 

@@ -1,7 +1,9 @@
-// What happens to samples on their way to the device: equalizer, then volume.
+// What happens to samples on their way to the device: equalizer with its pre-gain, then volume, then a guard
+// against the rare peak that is still beyond 16 bits.
 #pragma once
 
 #include "backends/sound/equalizer.h"
+#include "backends/sound/peak_guard.h"
 
 #include <vector>
 
@@ -16,14 +18,17 @@ public:
     void SetVolume(qint32 volume);
     void EnableEqualizer(bool isEnabled) { equalizer.SetEnabled(isEnabled); }
     void SetEqualizer(const EqualizerGains& gainsDb) { equalizer.SetGains(gainsDb); }
-    // In place, interleaved. Rounds to nearest and saturates; at full volume with the equalizer off or flat
-    // nothing is touched.
+    // How far the equalizer lowers everything, in dB, to make room for what it raises; 0 or below.
+    double PreGainDb() const { return equalizer.PreGainDb(); }
+    // In place, interleaved. Rounds to nearest; at full volume with the equalizer off or flat nothing is
+    // touched.
     void Process(qint16* samples, qint64 frames);
 
 private:
     void ApplyGain(double* values, qint64 frames);
 
     Equalizer equalizer;
+    PeakGuard guard;
     std::vector<double> work;
     double gain = 1.0;
     double targetGain = 1.0;

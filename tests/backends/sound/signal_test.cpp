@@ -1,4 +1,4 @@
-// The parts of a run that need no player: queue, volume, equalizer, history.
+// The parts of a run that need no player: queue, volume, history.
 #include "backends/sound/block_queue.h"
 #include "backends/sound/feeder.h"
 #include "backends/sound/played_history.h"
@@ -6,9 +6,7 @@
 #include "backends/sound/sound_chain.h"
 
 #include <algorithm>
-#include <cmath>
 #include <gtest/gtest.h>
-#include <numbers>
 #include <vector>
 
 namespace kestrune {
@@ -114,108 +112,6 @@ TEST(SoundChain, ChangesVolumeWithoutAStep) {
     }
     EXPECT_GT(level[1000 + rateHz / 1000 * 4], 0);
     EXPECT_EQ(level[1000 + rateHz / 1000 * 6], 0);
-}
-
-// --- Equalizer ---
-
-std::vector<qint16> Sine(double hz, double amplitude, int sampleRateHz, int frames) {
-    std::vector<qint16> sine(static_cast<size_t>(frames));
-    for (int i = 0; i < frames; ++i) {
-        sine[i] = static_cast<qint16>(
-            std::lround(amplitude * std::sin(2 * std::numbers::pi * hz * i / sampleRateHz)));
-    }
-    return sine;
-}
-
-double Power(const std::vector<qint16>& samples, size_t from) {
-    double sum = 0;
-    for (size_t i = from; i < samples.size(); ++i) {
-        sum += static_cast<double>(samples[i]) * samples[i];
-    }
-    return sum / static_cast<double>(samples.size() - from);
-}
-
-double ResponseDb(const EqualizerGains& gainsDb, double hz, int sampleRateHz) {
-    SoundChain chain;
-    chain.SetEqualizer(gainsDb);
-    chain.EnableEqualizer(true);
-    chain.Start(sampleRateHz, 1);
-    std::vector<qint16> out = Sine(hz, 4000, sampleRateHz, sampleRateHz * 2);
-    const double before = Power(out, static_cast<size_t>(sampleRateHz));
-    chain.Process(out.data(), static_cast<qint64>(out.size()));
-    return 10 * std::log10(Power(out, static_cast<size_t>(sampleRateHz)) / before);
-}
-
-TEST(Equalizer, HasItsGainAtEachCentre) {
-    for (const int sampleRateHz : {44100, 48000}) {
-        for (int band = 0; band < equalizerBands; ++band) {
-            for (const float gainDb : {-12.0F, 6.0F, 12.0F}) {
-                EqualizerGains gainsDb{};
-                gainsDb[band] = gainDb;
-                EXPECT_NEAR(ResponseDb(gainsDb, equalizerCentresHz[band], sampleRateHz), gainDb, 0.5)
-                    << "band " << band << " at " << sampleRateHz;
-            }
-        }
-    }
-}
-
-TEST(Equalizer, LeavesTheDistanceAlone) {
-    EqualizerGains gainsDb{};
-    gainsDb[5] = 12; // 531 Hz
-    EXPECT_NEAR(ResponseDb(gainsDb, 31, rateHz), 0, 0.5);
-    EXPECT_NEAR(ResponseDb(gainsDb, 9042, rateHz), 0, 0.5);
-}
-
-TEST(Equalizer, SkipsBandsAboveTheSignal) {
-    EqualizerGains gainsDb{};
-    gainsDb[equalizerBands - 1] = 12; // 15942 Hz
-    EXPECT_NEAR(ResponseDb(gainsDb, 3000, 8000), 0, 0.01);
-}
-
-TEST(Equalizer, SaturatesAndDoesNotWrap) {
-    SoundChain chain;
-    EqualizerGains gainsDb{};
-    gainsDb[6] = 12; // 936 Hz
-    chain.SetEqualizer(gainsDb);
-    chain.EnableEqualizer(true);
-    chain.Start(rateHz, 1);
-    std::vector<qint16> out = Sine(936, 32000, rateHz, rateHz);
-    const std::vector<qint16> in = out;
-    chain.Process(out.data(), rateHz);
-    int atTop = 0;
-    for (int i = rateHz / 2; i < rateHz; ++i) {
-        atTop += out[i] == 32767 ? 1 : 0;
-        if (std::abs(in[i]) > 16000) {
-            ASSERT_GT(static_cast<int>(out[i]) * in[i], 0) << "sign turned at " << i;
-        }
-    }
-    EXPECT_GT(atTop, 1000);
-}
-
-TEST(Equalizer, SwitchesWithoutAClick) {
-    SoundChain chain;
-    EqualizerGains gainsDb{};
-    gainsDb.fill(6);
-    chain.Start(rateHz, 1);
-    std::vector<qint16> out = Sine(300, 2000, rateHz, rateHz);
-    chain.SetEqualizer(gainsDb);
-    chain.Process(out.data(), rateHz / 4);
-    chain.EnableEqualizer(true);
-    chain.Process(out.data() + rateHz / 4, rateHz / 4);
-    chain.EnableEqualizer(false);
-    chain.Process(out.data() + rateHz / 2, rateHz / 2);
-    // A click is a bend that the loudest tone itself does not have.
-    int sharpest = 0;
-    int sharpestSteady = 0;
-    for (int i = 2; i < rateHz; ++i) {
-        const int bend = std::abs(out[i] - 2 * out[i - 1] + out[i - 2]);
-        const bool isSteady = i > rateHz * 2 / 5 && i < rateHz / 2;
-        (isSteady ? sharpestSteady : sharpest) = std::max(isSteady ? sharpestSteady : sharpest, bend);
-    }
-    EXPECT_GT(sharpestSteady, 10);
-    EXPECT_LT(sharpest, 2 * sharpestSteady);
-    const std::vector<qint16> untouched = Sine(300, 2000, rateHz, rateHz);
-    EXPECT_TRUE(std::equal(out.end() - 1000, out.end(), untouched.end() - 1000)) << "off, yet not untouched";
 }
 
 // --- History and levels ---
