@@ -20,7 +20,7 @@ constexpr double peakGravity = 1.2;
 
 // Damping and natural frequency (radians a second) that give the overshoot and the rise of a volume meter.
 constexpr double damping = 0.81;
-constexpr double naturalFrequency = 14.3;
+constexpr double naturalFrequency = 13.45;
 
 struct ScalePoint {
     double db;
