@@ -1,0 +1,7 @@
+#include "skin/skin_log.h"
+
+namespace kestrune {
+
+Q_LOGGING_CATEGORY(skinLog, "kestrune.skin", QtCriticalMsg)
+
+} // namespace kestrune
