@@ -162,6 +162,10 @@ void ImageButton::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void ImageButton::keyPressEvent(QKeyEvent* event) {
+    if (!showsFocus_) {
+        showsFocus_ = true;
+        update();
+    }
     if (!IsEnter(*event)) {
         QAbstractButton::keyPressEvent(event);
         return;
