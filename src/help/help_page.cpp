@@ -14,7 +14,8 @@ bool IsHeading(QStringView element) {
 bool IsInline(QStringView element) {
     return element == QLatin1String("a") || element == QLatin1String("b") || element == QLatin1String("i") ||
            element == QLatin1String("em") || element == QLatin1String("strong") ||
-           element == QLatin1String("span") || element == QLatin1String("code");
+           element == QLatin1String("span") || element == QLatin1String("code") ||
+           element == QLatin1String("kbd");
 }
 
 void TakeAttributes(const QXmlStreamReader& reader, HelpPage& page) {
@@ -41,6 +42,7 @@ std::optional<HelpPage> ParseHelpPage(const QString& name, const QByteArray& con
     QXmlStreamReader reader(content);
     bool inTitle = false;
     bool inHeading = false;
+    bool inMainHeading = false; // repeats the title
     QString heading;
     while (!reader.atEnd()) {
         switch (reader.readNext()) {
@@ -49,17 +51,23 @@ std::optional<HelpPage> ParseHelpPage(const QString& name, const QByteArray& con
             inTitle = inTitle || reader.name() == QLatin1String("title");
             if (IsHeading(reader.name())) {
                 inHeading = true;
+                inMainHeading = reader.name() == QLatin1String("h1");
                 heading.clear();
             }
             page.text += IsInline(reader.name()) ? QString() : QStringLiteral(" ");
             break;
         case QXmlStreamReader::Characters:
-            (inTitle ? page.title : page.text) += reader.text();
+            if (inTitle) {
+                page.title += reader.text();
+            } else if (!inMainHeading) {
+                page.text += reader.text();
+            }
             heading += inHeading ? reader.text().toString() : QString();
             break;
         case QXmlStreamReader::EndElement:
             if (IsHeading(reader.name())) {
                 inHeading = false;
+                inMainHeading = false;
                 page.headings.append(heading.simplified());
             }
             inTitle = inTitle && reader.name() != QLatin1String("title");

@@ -11,7 +11,7 @@ namespace kestrune {
 struct HelpPage {
     QString name;  // file name, "volume.htm"
     QString title; // content of <title>
-    QString text;  // what a reader sees, without the title; blanks joined, elements parted by one blank
+    QString text;  // what a reader sees below the main heading; blanks joined, elements parted by one blank
     QStringList headings; // h1 to h3, in the order of the page
     QStringList anchors;  // names of places in the page
     QStringList links;    // href of each <a>, as written

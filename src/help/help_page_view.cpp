@@ -41,6 +41,16 @@ QString ScaledStyle(const QString& style, int percent) {
     return scaled + style.mid(from);
 }
 
+// What the style sheet of the view cannot do: the ground of a key's name needs room at both sides, and the
+// size of a heading follows its level only.
+QString FitForView(QString page) {
+    page.replace(QLatin1String("<kbd>"), QLatin1String("<kbd>&nbsp;"));
+    page.replace(QLatin1String("</kbd>"), QLatin1String("&nbsp;</kbd>"));
+    page.replace(QLatin1String("h2>"), QLatin1String("h3>"));
+    page.replace(QLatin1String("h1>"), QLatin1String("h2>"));
+    return page;
+}
+
 } // namespace
 
 HelpPageView::HelpPageView(const HelpBook& book, QWidget* parent) : QTextBrowser(parent), book_(book) {
@@ -114,7 +124,7 @@ QVariant HelpPageView::loadResource(int type, const QUrl& name) {
     if (type != QTextDocument::HtmlResource || !file.open(QIODevice::ReadOnly)) {
         return {};
     }
-    return QString::fromUtf8(file.readAll());
+    return FitForView(QString::fromUtf8(file.readAll()));
 }
 
 void HelpPageView::SetLetterSize(int percent) {

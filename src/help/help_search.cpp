@@ -33,9 +33,10 @@ int CountWord(const QString& text, const QString& word) {
 
 // 0 when the page lacks the word.
 int ScoreOf(const HelpPage& page, const QString& word) {
-    int score = CountWord(page.text, word) + titleWeight * CountWord(page.title, word);
+    int score = CountWord(page.text, word);
+    score += FindWord(page.title, word, 0) >= 0 ? titleWeight : 0;
     for (const QString& heading : page.headings) {
-        score += headingWeight * CountWord(heading, word);
+        score += FindWord(heading, word, 0) >= 0 ? headingWeight : 0;
     }
     return score;
 }

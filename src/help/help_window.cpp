@@ -71,7 +71,6 @@ HelpWindow::HelpWindow(QWidget* parent) : QDialog(parent) {
     ConnectSides();
     ConnectPage();
     AddShortcuts();
-    page_->ShowTarget(helpStartPage);
     contents_->setFocus();
 }
 
