@@ -76,6 +76,8 @@ public:
     // 0 to 65535, linear in amplitude. At 65535, with the equalizer off or flat, samples pass bit by bit.
     virtual void SetVolume(qint32 volume) = 0;
     virtual void EnableEqualizer(bool enabled) = 0;
+    // Gains are cut to 15 dB up or down. What is raised is made room for: all is lowered by the highest point
+    // of the response, so that nothing clips that did not clip before. Takes effect over some 40 ms.
     virtual void SetEqualizer(const EqualizerGains& gainsDb) = 0;
 
     // Period of AudioPlayer_Timer in milliseconds, at least 1; 30 at the start.

@@ -11,7 +11,7 @@ namespace kestrune {
 
 // Centre of each band in Hz, all but equally far apart on a logarithmic scale (0.82 octaves).
 inline constexpr std::array<double, equalizerBands> equalizerCentresHz = {31,  55,   97,   170,  300,  530,
-                                                                          940, 1650, 2900, 5100, 9000, 16000};
+                                                                          940, 1600, 2900, 5100, 9000, 16000};
 // A gain beyond this, up or down, is cut to it, in the control and in the player.
 inline constexpr float equalizerLargestGainDb = 15.0F;
 

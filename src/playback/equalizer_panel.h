@@ -1,30 +1,54 @@
-// Twelve sliders for the gains of the equalizer. The list and this panel share one place of the window.
+// The equalizer on screen: twelve faders over the curve of what they do to the sound. The list and this panel
+// share one place of the window.
 #pragma once
 
-#include "components/audio_player.h"
+#include "playback/band_fader_widget.h"
+#include "playback/equalizer_bands.h"
+#include "playback/value_bubble_widget.h"
 
-#include <QSlider>
+#include <QPolygonF>
 #include <QWidget>
 #include <array>
 
 namespace kestrune {
 
-// Objects KSTEqualizer21 (the panel) and its sliders "Band(0)" to "Band(11)", in dB. Window thread.
+// Objects KSTEqualizer21 (the panel) and its faders "Band(0)" to "Band(11)". 360 x 119. Window thread.
 class EqualizerPanel : public QWidget {
     Q_OBJECT
 public:
-    static constexpr int largestGainDb = 15;
-
     explicit EqualizerPanel(QWidget* parent = nullptr);
-    // Shows gains without raising GainsChanged. Gains beyond 15 dB show at the end of their slider.
+
+    // The control that the panel shows; it goes with the panel.
+    KSTEqualizer21& Control() { return bands_; }
+    // Shows gains without raising GainsChanged. Gains beyond the range are cut to it.
     void ShowGains(const EqualizerGains& gainsDb);
+    QSize sizeHint() const override;
 
 signals:
+    // Someone has moved a band: by hand, by an assistive program, or through the control.
     void GainsChanged(const kestrune::EqualizerGains& gainsDb);
 
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+
 private:
-    std::array<QSlider*, equalizerBands> sliders_{};
-    EqualizerGains gainsDb_{};
+    void MakeFaders();
+    void ShowControl();
+    void Tell(int band);
+    void UpdateCurve();
+    double YOf(double gainDb) const;
+    void PaintScale(QPainter& painter) const;
+    void PaintLabels(QPainter& painter) const;
+    void PaintCurve(QPainter& painter) const;
+
+    EqualizerBands bands_;
+    std::array<BandFaderWidget*, equalizerBands> faders_{};
+    QPolygonF curve_; // of the response in dB, over x of the panel
+    ValueBubbleWidget* bubble_;
+    int bubbleTimer_ = 0;
+    bool isShowing_ = false; // gains are shown, not chosen
 };
 
 } // namespace kestrune
