@@ -125,6 +125,7 @@ void PlaylistEditing::SwapListViewItem(int a, int b) {
     const PlaylistRows::HeldChanges held(rows_);
     rows_.SetRow(a, other);
     rows_.SetRow(b, record);
+    emit RowsSwapped(a, b);
 }
 
 void PlaylistEditing::ImageListCmd_Click(int index) {
