@@ -53,7 +53,7 @@ AudioDisplay::AudioDisplay(Spectrum& spectrum, Clock& clock, QObject* parent)
       spectrum_(spectrum),
       clock_(clock),
       properties_{BorderLowered, LevelBars, 0x141414, 0x3C424C, 0xD7DAF5, 0x646C7C,
-                  0x8080FF,      0xFFB040,  4096,     70,       1,        2} {
+                  0x8080FF,      0xFFB040,  4096,     70,       2,        2} {
     LayBands();
 }
 
@@ -85,7 +85,12 @@ qint32 AudioDisplay::Property(int number) const {
 }
 
 void AudioDisplay::SetBandCount(int count) {
-    roomForBands_ = std::clamp(count, 2, 512);
+    const int room = std::clamp(count, 2, 512);
+    if (room == roomForBands_) {
+        return;
+    }
+    roomForBands_ = room;
+    levels_.clear();
     LayBands();
 }
 

@@ -46,7 +46,7 @@ public:
     const FallingLevel& Band(int channel, int band) const {
         return levels_[static_cast<size_t>(channel * bands_.Count() + band)];
     }
-    // How many bands there is room for in all, 2 to 512; 36 at the start. Clears the spectra.
+    // How many bands there is room for in all, 2 to 512; 36 at the start. Another count clears the spectra.
     void SetBandCount(int count);
     const DisplayBands& Bands() const { return bands_; }
 

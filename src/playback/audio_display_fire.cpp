@@ -1,0 +1,270 @@
+// FFT Fire: flames as high as their bands, over a bed of embers.
+#include "playback/audio_display_picture.h"
+
+#include <QImage>
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <vector>
+
+namespace kestrune {
+
+namespace {
+
+constexpr double bandPitch = 4; // pixels
+constexpr int noiseWidth = 128;
+constexpr int noiseHeight = 128;
+constexpr int heatSteps = 256;
+constexpr double emberHeight = 0.075; // of the field, where nothing burns
+constexpr double keepsBurning = 0.45; // share of the heat that is still there at the next step
+
+// Evenly distributed numbers that repeat: a flame looks the same in every run.
+class Dice {
+public:
+    float Next() {
+        state_ = state_ * 1664525U + 1013904223U;
+        return static_cast<float>(state_ >> 8U) / static_cast<float>(1U << 24U);
+    }
+
+private:
+    quint32 state_ = 20011U;
+};
+
+class FirePicture : public DisplayPicture {
+public:
+    FirePicture() { MakeNoise(); }
+    int BandRoom() const override { return bandRoom_; }
+    void Lay(const DisplayCanvas& canvas) override;
+    void PaintGround(QPainter& painter) override;
+    QRegion Follow(const AudioDisplay& display) override;
+    void Clear() override;
+    void PaintMoving(QPainter& painter) override;
+
+private:
+    void MakeNoise();
+    void MakePalette();
+    float Noise(float x, float y) const;
+    void SpreadBands(const AudioDisplay& display);
+    void Burn();
+    void Colour();
+
+    DisplayCanvas canvas_;
+    int bandRoom_ = 2;
+    int width_ = 1; // cells
+    int height_ = 1;
+    float step_ = 0;
+    bool isBurning_ = false;
+    std::vector<float> noise_;
+    std::vector<float> flames_; // height of each column, 0 to 1
+    std::vector<float> marks_;
+    std::vector<float> heat_; // row by row from the top, 0 to 1
+    std::array<QRgb, heatSteps> palette_{};
+    QImage image_;
+};
+
+void FirePicture::Lay(const DisplayCanvas& canvas) {
+    canvas_ = canvas;
+    bandRoom_ = std::max(2, static_cast<int>(canvas.field.width() / bandPitch));
+    bandRoom_ -= bandRoom_ % canvas.channels;
+    // One cell to a pixel; a finer screen gets it smoothed, as fire has no edges.
+    width_ = std::max(1, static_cast<int>(canvas.field.width()));
+    height_ = std::max(1, static_cast<int>(canvas.field.height()));
+    flames_.assign(static_cast<size_t>(width_), 0);
+    marks_.assign(static_cast<size_t>(width_), 0);
+    heat_.assign(static_cast<size_t>(width_) * static_cast<size_t>(height_), 0);
+    image_ = QImage(width_, height_, QImage::Format_ARGB32_Premultiplied);
+    MakePalette();
+    Clear();
+}
+
+void FirePicture::Clear() {
+    std::fill(flames_.begin(), flames_.end(), 0.0F);
+    std::fill(marks_.begin(), marks_.end(), 0.0F);
+    std::fill(heat_.begin(), heat_.end(), 0.0F);
+    isBurning_ = false;
+    Burn();
+    Burn();
+    Colour();
+}
+
+// Smooth noise of three octaves that fits to itself at all sides.
+void FirePicture::MakeNoise() {
+    noise_.assign(noiseWidth * noiseHeight, 0);
+    Dice dice;
+    float weight = 0.55F;
+    for (int cells = 16; cells <= 64; cells *= 2) {
+        std::vector<float> grid(static_cast<size_t>(cells) * static_cast<size_t>(cells));
+        for (float& value : grid) {
+            value = dice.Next();
+        }
+        const auto at = [&grid, cells](int x, int y) {
+            return grid[static_cast<size_t>(y % cells) * static_cast<size_t>(cells) +
+                        static_cast<size_t>(x % cells)];
+        };
+        const float scale = static_cast<float>(cells) / noiseWidth;
+        for (int y = 0; y < noiseHeight; ++y) {
+            for (int x = 0; x < noiseWidth; ++x) {
+                const float gridX = static_cast<float>(x) * scale;
+                const float gridY = static_cast<float>(y) * scale;
+                const int left = static_cast<int>(gridX);
+                const int top = static_cast<int>(gridY);
+                const auto eased = [](float part) { return part * part * (3 - 2 * part); };
+                const float partX = eased(gridX - static_cast<float>(left));
+                const float partY = eased(gridY - static_cast<float>(top));
+                const float upper = std::lerp(at(left, top), at(left + 1, top), partX);
+                const float lower = std::lerp(at(left, top + 1), at(left + 1, top + 1), partX);
+                noise_[static_cast<size_t>(y * noiseWidth + x)] += weight * std::lerp(upper, lower, partY);
+            }
+        }
+        weight /= 2;
+    }
+}
+
+float FirePicture::Noise(float x, float y) const {
+    const auto column = static_cast<unsigned>(static_cast<int>(std::floor(x))) % noiseWidth;
+    const auto row = static_cast<unsigned>(static_cast<int>(std::floor(y))) % noiseHeight;
+    return noise_[row * noiseWidth + column];
+}
+
+// From dark over embers to the colour of high levels and to white heat.
+void FirePicture::MakePalette() {
+    const QColor flame = canvas_.colours.maxLevel;
+    const QColor ember =
+        QColor::fromHsvF(std::fmod(flame.hsvHueF() + 1.0F - 0.055F, 1.0F),
+                         std::min(1.0F, flame.hsvSaturationF() * 1.18F), flame.valueF() * 0.80F);
+    const QColor deep = Mixed(ember, canvas_.colours.levels, 0.35);
+    struct Stop {
+        double heat;
+        QColor colour;
+        double alpha;
+    };
+    const std::array<Stop, 6> stops = {{{0, deep, 0},
+                                        {0.16, deep, 0.42},
+                                        {0.36, ember, 0.85},
+                                        {0.62, flame, 1},
+                                        {0.84, Mixed(flame, Qt::white, 0.55), 1},
+                                        {1, Mixed(flame, Qt::white, 0.9), 1}}};
+    for (int i = 0; i < heatSteps; ++i) {
+        const double heat = static_cast<double>(i) / (heatSteps - 1);
+        size_t next = 1;
+        while (next + 1 < stops.size() && stops[next].heat < heat) {
+            ++next;
+        }
+        const Stop& low = stops[next - 1];
+        const Stop& high = stops[next];
+        const double part = std::clamp((heat - low.heat) / (high.heat - low.heat), 0.0, 1.0);
+        const QColor colour =
+            Faded(Mixed(low.colour, high.colour, part), low.alpha + (high.alpha - low.alpha) * part);
+        palette_[static_cast<size_t>(i)] = qPremultiply(colour.rgba());
+    }
+}
+
+// A warm light over the embers, cool where the flames have their foot.
+void FirePicture::PaintGround(QPainter& painter) {
+    const QRectF& field = canvas_.field;
+    QLinearGradient glow(field.bottomLeft(), field.topLeft());
+    glow.setColorAt(0, Faded(canvas_.colours.maxLevel, 0.20));
+    glow.setColorAt(0.35, Faded(canvas_.colours.maxLevel, 0.05));
+    glow.setColorAt(1, Faded(canvas_.colours.maxLevel, 0));
+    painter.fillRect(field, glow);
+}
+
+// From bands to columns, without steps between neighbours.
+void FirePicture::SpreadBands(const AudioDisplay& display) {
+    const int bands = display.BandCount();
+    const int columns = bands * display.Channels();
+    std::vector<float> levels(static_cast<size_t>(columns));
+    std::vector<float> peaks(static_cast<size_t>(columns));
+    for (int channel = 0; channel < display.Channels(); ++channel) {
+        for (int band = 0; band < bands; ++band) {
+            const auto column = static_cast<size_t>(ColumnOfBand(channel, band, bands, display.Channels()));
+            levels[column] = static_cast<float>(display.Band(channel, band).Level());
+            peaks[column] = static_cast<float>(display.Band(channel, band).Peak());
+        }
+    }
+    for (int x = 0; x < width_; ++x) {
+        const float place =
+            (static_cast<float>(x) + 0.5F) * static_cast<float>(columns) / static_cast<float>(width_) - 0.5F;
+        const float inside = std::clamp(place, 0.0F, static_cast<float>(columns - 1));
+        const auto left = static_cast<size_t>(inside);
+        const size_t right = std::min(left + 1, levels.size() - 1);
+        const float part = inside - static_cast<float>(left);
+        const float eased = part * part * (3 - 2 * part);
+        flames_[static_cast<size_t>(x)] = std::lerp(levels[left], levels[right], eased);
+        marks_[static_cast<size_t>(x)] = std::max(peaks[left], peaks[right]);
+    }
+}
+
+// Heat sinks from the foot of a flame to its tip; noise that drifts upward tears the tips.
+void FirePicture::Burn() {
+    const auto rows = static_cast<float>(height_);
+    for (int y = 0; y < height_; ++y) {
+        const float above = (rows - 0.5F - static_cast<float>(y)) / rows; // the floor is 0
+        for (int x = 0; x < width_; ++x) {
+            const auto column = static_cast<float>(x);
+            const float wide = Noise(column * 1.3F, static_cast<float>(y) * 0.8F + step_ * 9);
+            const float fine = Noise(column * 3.1F + 40, static_cast<float>(y) * 1.7F + step_ * 17);
+            const float flame = flames_[static_cast<size_t>(x)];
+            const float reach = static_cast<float>(emberHeight) * (0.6F + fine) +
+                                flame * (0.42F + 0.85F * wide) * (0.75F + 0.5F * fine);
+            const float left = 1 - above / reach;
+            float heat =
+                left > 0 ? std::sqrt(left) * (0.42F + 0.58F * std::min(1.0F, 0.25F + flame * 1.3F)) : 0;
+            float& cell = heat_[static_cast<size_t>(y * width_ + x)];
+            heat = std::max(heat * (0.72F + 0.4F * fine), cell * static_cast<float>(keepsBurning));
+            cell = std::min(heat, 1.0F);
+        }
+    }
+    step_ += 1;
+}
+
+void FirePicture::Colour() {
+    for (int y = 0; y < height_; ++y) {
+        auto* line = reinterpret_cast<QRgb*>(image_.scanLine(y));
+        const float* heat = heat_.data() + static_cast<size_t>(y) * static_cast<size_t>(width_);
+        for (int x = 0; x < width_; ++x) {
+            line[x] = palette_[static_cast<size_t>(heat[x] * (heatSteps - 1))];
+        }
+    }
+}
+
+QRegion FirePicture::Follow(const AudioDisplay& display) {
+    SpreadBands(display);
+    const auto isAlive = [](float level) { return level > 0; };
+    const bool burns = std::any_of(marks_.begin(), marks_.end(), isAlive);
+    if (!burns && !isBurning_) {
+        return {};
+    }
+    isBurning_ = burns;
+    Burn();
+    Colour();
+    return canvas_.field.toAlignedRect();
+}
+
+void FirePicture::PaintMoving(QPainter& painter) {
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.drawImage(canvas_.field, image_);
+    if (canvas_.markHeight == 0) {
+        return;
+    }
+    // Sparks over the flames.
+    const double height = canvas_.markHeight / 2.0;
+    const QColor spark = Mixed(canvas_.colours.maxLevel, Qt::white, 0.2);
+    const double scale = canvas_.field.height() / height_;
+    for (int x = 1; x < width_; x += static_cast<int>(bandPitch)) {
+        const double mark = marks_[static_cast<size_t>(x)];
+        if (mark > emberHeight * 1.5) {
+            const double y = canvas_.field.bottom() - mark * height_ * scale * 0.97;
+            painter.fillRect(QRectF(canvas_.field.left() + x, y - height, 2, height),
+                             Faded(spark, 0.35 + 0.5 * mark));
+        }
+    }
+}
+
+} // namespace
+
+std::unique_ptr<DisplayPicture> MakeFirePicture() {
+    return std::make_unique<FirePicture>();
+}
+
+} // namespace kestrune
