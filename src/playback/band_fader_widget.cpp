@@ -136,6 +136,7 @@ void BandFaderWidget::mousePressEvent(QMouseEvent* event) {
     const double offset = event->position().y() - CapY();
     grabOffset_ = std::abs(offset) <= capHeight / 2 + 1 ? offset : 0;
     isDragged_ = true;
+    isRingShown_ = false;
     emit DragChanged(true);
     Choose(GainAt(event->position().y() - grabOffset_));
     update();
@@ -177,6 +178,8 @@ void BandFaderWidget::wheelEvent(QWheelEvent* event) {
 }
 
 void BandFaderWidget::keyPressEvent(QKeyEvent* event) {
+    isRingShown_ = true;
+    update();
     switch (event->key()) {
     case Qt::Key_Up:
         Choose(StepGain(gainDb_, 1));
@@ -212,14 +215,25 @@ void BandFaderWidget::keyPressEvent(QKeyEvent* event) {
     }
 }
 
+void BandFaderWidget::focusInEvent(QFocusEvent* event) {
+    isRingShown_ = event->reason() != Qt::MouseFocusReason;
+    QSlider::focusInEvent(event);
+    emit ActiveChanged();
+}
+
+void BandFaderWidget::focusOutEvent(QFocusEvent* event) {
+    QSlider::focusOutEvent(event);
+    emit ActiveChanged();
+}
+
 void BandFaderWidget::enterEvent(QEnterEvent* event) {
     QSlider::enterEvent(event);
-    emit HoverChanged();
+    emit ActiveChanged();
 }
 
 void BandFaderWidget::leaveEvent(QEvent* event) {
     QSlider::leaveEvent(event);
-    emit HoverChanged();
+    emit ActiveChanged();
 }
 
 void BandFaderWidget::paintEvent(QPaintEvent* /*event*/) {
@@ -231,7 +245,7 @@ void BandFaderWidget::paintEvent(QPaintEvent* /*event*/) {
     PaintSlot(painter, middleX, highestY_ - 2, lowestY_ + 2);
     PaintLight(painter, middleX, YOf(0), CapY(), isHovered || isDragged_);
     PaintCap(painter, middleX, CapY(), isHovered, isDragged_);
-    if (hasFocus()) {
+    if (hasFocus() && isRingShown_) {
         painter.setBrush(Qt::NoBrush);
         painter.setPen(QPen(accent, 1));
         painter.drawRoundedRect(QRectF(rect()).adjusted(1.5, 1.5, -1.5, -1.5), 4, 4);

@@ -21,14 +21,13 @@ public:
     // Without raising GainChosen.
     void ShowGain(float gainDb);
     void SetLargestGain(float gainDb);
-    // True while the value is worth telling: under the hand, or just moved.
     bool IsDragged() const { return isDragged_; }
     double CapY() const;
 
 signals:
     void GainChosen(float gainDb); // by the hand, or by an assistive program through the slider's value
     void DragChanged(bool isDragged);
-    void HoverChanged();
+    void ActiveChanged();           // the mouse or the focus came or went
     void NeighbourWanted(int step); // -1 left, 1 right
 
 protected:
@@ -39,6 +38,8 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
     void enterEvent(QEnterEvent* event) override;
     void leaveEvent(QEvent* event) override;
 
@@ -55,6 +56,7 @@ private:
     double grabOffset_ = 0; // from the cap's middle to the mouse
     int wheelRest_ = 0;     // of a notch, in eighths of a degree
     bool isDragged_ = false;
+    bool isRingShown_ = true; // not while the hand is at work
 };
 
 } // namespace kestrune

@@ -82,6 +82,7 @@ EqualizerPanel::EqualizerPanel(QWidget* parent) : QWidget(parent), bubble_(new V
     setObjectName(QStringLiteral("KSTEqualizer21"));
     setAccessibleName(tr("Equalizer"));
     MakeFaders();
+    setFocusProxy(faders_[0]);
     connect(&bands_, &KSTEqualizer21::Changed, this, [this] {
         ShowControl();
         if (!isShowing_) {
@@ -106,11 +107,10 @@ void EqualizerPanel::MakeFaders() {
             Tell(band);
         });
         connect(fader, &BandFaderWidget::DragChanged, this, [this, band] { Tell(band); });
-        connect(fader, &BandFaderWidget::HoverChanged, this, qOverload<>(&QWidget::update));
+        connect(fader, &BandFaderWidget::ActiveChanged, this, qOverload<>(&QWidget::update));
         connect(fader, &BandFaderWidget::NeighbourWanted, this, [this, band](int step) {
             const int wanted = std::clamp(band + step, 0, equalizerBands - 1);
             faders_[static_cast<size_t>(wanted)]->setFocus(Qt::OtherFocusReason);
-            update();
         });
         faders_[static_cast<size_t>(band)] = fader;
     }
@@ -219,12 +219,12 @@ void EqualizerPanel::PaintCurve(QPainter& painter) const {
                     line);
     area.closeSubpath();
     QLinearGradient light(0, highestY, 0, lowestY);
-    light.setColorAt(0, Faded(accent, 88));
-    light.setColorAt(0.5, Faded(accent, 10));
-    light.setColorAt(1, Faded(accent, 88));
+    light.setColorAt(0, Faded(accent, 110));
+    light.setColorAt(0.5, Faded(accent, 22));
+    light.setColorAt(1, Faded(accent, 110));
     painter.fillPath(area, light);
     painter.setBrush(Qt::NoBrush);
-    for (const auto& [width, alpha] : {std::pair(8.0, 16), std::pair(5.0, 28), std::pair(3.0, 50)}) {
+    for (const auto& [width, alpha] : {std::pair(10.0, 14), std::pair(6.5, 26), std::pair(3.5, 56)}) {
         painter.setPen(QPen(Faded(accent, alpha), width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
         painter.drawPath(stroke);
     }
