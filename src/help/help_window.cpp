@@ -95,8 +95,9 @@ QToolButton* HelpWindow::MakeButton(const QString& name, const QString& icon, co
     button->setAutoRaise(true);
     button->setFocusPolicy(Qt::TabFocus);
     button->setAccessibleName(text);
-    button->setShortcut(QKeySequence(key));
-    button->setToolTip(QStringLiteral("%1 (%2)").arg(text, button->shortcut().toString()));
+    button->setToolTip(QStringLiteral("%1 (%2)").arg(text, key));
+    // Not the button's own shortcut, which shows a pressed button for a while before it acts.
+    connect(new QShortcut(QKeySequence(key), this), &QShortcut::activated, button, &QToolButton::click);
     return button;
 }
 
@@ -219,6 +220,11 @@ void HelpWindow::AddTopics(const QList<HelpTopic>& topics, QTreeWidgetItem* unde
     for (const HelpTopic& topic : topics) {
         auto* item = new QTreeWidgetItem(under, {topic.title});
         item->setData(0, HelpTargetRole, topic.target);
+        if (!topic.children.isEmpty() && under == contents_->invisibleRootItem()) {
+            QFont face = contents_->font();
+            face.setWeight(QFont::DemiBold);
+            item->setFont(0, face);
+        }
         AddTopics(topic.children, item);
     }
 }
