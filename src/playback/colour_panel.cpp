@@ -62,10 +62,16 @@ QRadioButton* Option(QButtonGroup* group, int id, const QString& name, const QSt
     return option;
 }
 
+// Tab goes to the option that is on, the arrow keys to the others.
 void Check(QButtonGroup* group, int id) {
+    if (group->button(id) == nullptr) {
+        return;
+    }
     const QSignalBlocker quiet(group);
-    if (QAbstractButton* button = group->button(id)) {
-        button->setChecked(true);
+    for (QAbstractButton* button : group->buttons()) {
+        const bool isOn = group->id(button) == id;
+        button->setChecked(isOn || button->isChecked());
+        button->setFocusPolicy(isOn ? Qt::StrongFocus : Qt::ClickFocus);
     }
 }
 
@@ -79,8 +85,8 @@ ColourPanel::ColourPanel(ValueOf valueOf, ChooseColour chooseColour, QWidget* pa
         chooseColour_ = [this](const QColor& seed) { return ChooseByDialog(seed, window()); };
     }
     MakeColours();
-    MakeChannels();
     MakeBorders();
+    MakeChannels();
     MakeNumbers();
     setFocusProxy(colours_);
     FillColourList();
