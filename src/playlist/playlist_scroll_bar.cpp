@@ -31,7 +31,7 @@ PlaylistScrollBar::PlaylistScrollBar(PlaylistView& view, QWidget* parent)
     downArrow_ = makeArrow(ScrollArrow::Down, tr("Scroll down"));
     connect(&view_, &PlaylistView::Scrolled, this, &PlaylistScrollBar::Follow);
     connect(this, &QScrollBar::valueChanged, &view_, [this](int value) { view_.SetFirstVisible(value + 1); });
-    resize(sizeHint());
+    resize(barWidth, thumbHeight + 2 * arrowHeight);
     Follow();
 }
 
