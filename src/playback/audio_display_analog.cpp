@@ -11,10 +11,14 @@ namespace kestrune {
 
 namespace {
 
-constexpr double gap = 3;               // pixels round and between the meters
-constexpr double halfSweepDegrees = 44; // of the needle, from upright to either end of the scale
-constexpr double leastMove = 0.0008;    // of the scale: less cannot be seen
+constexpr double gap = 3;             // pixels round and between the meters
+constexpr double leastHalfSweep = 38; // degrees of the needle from upright to either end of the scale
+constexpr double largestHalfSweep = 54;
+constexpr double numberRoom = 13.5;  // pixels above the scale
+constexpr double leastMove = 0.0008; // of the scale: less cannot be seen
 constexpr double largestFaceRatio = 1.9;
+constexpr double endRoom = 10.5;    // pixels beside either end of the scale, for its number
+constexpr double narrowRadius = 50; // below it some numbers are left out
 
 class AnalogPicture : public DisplayPicture {
 public:
@@ -28,9 +32,12 @@ private:
         QRectF face;
         QPointF pivot;
         double radius = 1; // of the scale's arc
+        double halfSweep = leastHalfSweep;
         double deflection = 0;
         bool overloaded = false;
     };
+    static double AngleOf(const Meter& meter, double deflection);
+    static void PlaceScale(Meter& meter);
     QPointF PointAt(const Meter& meter, double deflection, double radius) const;
     QRectF LampOf(const Meter& meter) const;
     QPainterPath Arc(const Meter& meter, double from, double to, double radius) const;
@@ -43,9 +50,7 @@ private:
     std::array<Meter, 2> meters_;
 };
 
-double AngleOf(double deflection) {
-    return (-halfSweepDegrees + deflection * halfSweepDegrees * 2) * std::numbers::pi / 180;
-}
+constexpr double degree = std::numbers::pi / 180;
 
 void AnalogPicture::Lay(const DisplayCanvas& canvas) {
     canvas_ = canvas;
@@ -59,16 +64,28 @@ void AnalogPicture::Lay(const DisplayCanvas& canvas) {
             face = QRectF(face.center().x() - widest / 2, face.top(), widest, face.height());
         }
         meter.face = face;
-        const double sine = std::sin(halfSweepDegrees * std::numbers::pi / 180);
-        // As wide as the face allows with the numbers at its ends, and no taller than leaves the pivot at its
-        // foot.
-        meter.radius = std::max(8.0, std::min((face.width() / 2 - 6) / sine, face.height() * 0.84));
-        meter.pivot = QPointF(face.center().x(), face.top() + 13.5 + meter.radius);
+        PlaceScale(meter);
     }
 }
 
+// The scale takes the width of the face where the sweep allows it, else what the height leaves.
+void AnalogPicture::PlaceScale(Meter& meter) {
+    const QRectF& face = meter.face;
+    const double halfWidth = std::max(4.0, face.width() / 2 - endRoom);
+    const double tallest = std::max(8.0, face.height() + 2 - numberRoom);
+    const double fitting = std::asin(std::min(1.0, halfWidth / tallest)) / degree;
+    meter.halfSweep = std::clamp(fitting, leastHalfSweep, largestHalfSweep);
+    meter.radius = std::min(tallest, halfWidth / std::sin(meter.halfSweep * degree));
+    const double spare = tallest - meter.radius;
+    meter.pivot = QPointF(face.center().x(), face.top() + numberRoom + spare * 0.4 + meter.radius);
+}
+
+double AnalogPicture::AngleOf(const Meter& meter, double deflection) {
+    return (deflection * 2 - 1) * meter.halfSweep * degree;
+}
+
 QPointF AnalogPicture::PointAt(const Meter& meter, double deflection, double radius) const {
-    const double angle = AngleOf(deflection);
+    const double angle = AngleOf(meter, deflection);
     return meter.pivot + QPointF(std::sin(angle) * radius, -std::cos(angle) * radius);
 }
 
@@ -78,7 +95,7 @@ QRectF AnalogPicture::LampOf(const Meter& meter) const {
 
 QPainterPath AnalogPicture::Arc(const Meter& meter, double from, double to, double radius) const {
     const QRectF circle(meter.pivot - QPointF(radius, radius), QSizeF(radius * 2, radius * 2));
-    const auto degrees = [](double deflection) { return 90 - AngleOf(deflection) * 180 / std::numbers::pi; };
+    const auto degrees = [&meter](double deflection) { return 90 - AngleOf(meter, deflection) / degree; };
     QPainterPath path;
     path.arcMoveTo(circle, degrees(from));
     path.arcTo(circle, degrees(from), degrees(to) - degrees(from));
@@ -121,7 +138,7 @@ void AnalogPicture::PaintFace(QPainter& painter, const Meter& meter) const {
     painter.fillRect(face, ground);
     QRadialGradient lamp(QPointF(face.center().x(), face.bottom() + face.height() * 0.10),
                          face.width() * 0.62);
-    lamp.setColorAt(0, Faded(Mixed(colours.levels, Qt::white, 0.45), 0.85));
+    lamp.setColorAt(0, Faded(Mixed(colours.levels, Qt::white, 0.62), 0.95));
     lamp.setColorAt(0.35, Faded(Mixed(colours.levels, Qt::white, 0.12), 0.45));
     lamp.setColorAt(1, Faded(colours.levels, 0));
     painter.fillRect(face, lamp);
@@ -129,6 +146,13 @@ void AnalogPicture::PaintFace(QPainter& painter, const Meter& meter) const {
     corners.setColorAt(0.55, QColor(0, 0, 0, 0));
     corners.setColorAt(1, QColor(0, 0, 0, 150));
     painter.fillRect(face, corners);
+    // The pane in front catches the light of the room aslant.
+    QPainterPath pane;
+    pane.moveTo(face.topLeft());
+    pane.lineTo(face.left() + face.width() * 0.62, face.top());
+    pane.lineTo(face.left() + face.width() * 0.30, face.bottom());
+    pane.lineTo(face.bottomLeft());
+    painter.fillPath(pane, QColor(255, 255, 255, 10));
 }
 
 void AnalogPicture::PaintScale(QPainter& painter, const Meter& meter) const {
@@ -167,7 +191,8 @@ void AnalogPicture::PaintScale(QPainter& painter, const Meter& meter) const {
             QPen(isHigh ? colours.maxLevel : line, isNamed ? 1.0 : 0.7, Qt::SolidLine, Qt::FlatCap));
         painter.drawLine(PointAt(meter, place, meter.radius),
                          PointAt(meter, place, meter.radius + (isNamed ? 3.2 : 2)));
-        const QString text = QString::fromLatin1(mark.text);
+        const bool isCrowded = meter.radius < narrowRadius && (mark.vu == -7 || mark.vu == -5);
+        const QString text = isCrowded ? QString() : QString::fromLatin1(mark.text);
         const QPointF at = PointAt(meter, place, meter.radius + 6.6);
         painter.setPen(isHigh ? Mixed(colours.maxLevel, Qt::white, 0.15) : colours.inscriptions);
         painter.drawText(at + QPointF(-metrics.horizontalAdvance(text) / 2, metrics.capHeight() / 2), text);
@@ -215,23 +240,23 @@ void AnalogPicture::PaintMoving(QPainter& painter) {
 }
 
 void AnalogPicture::PaintNeedle(QPainter& painter, const Meter& meter) const {
-    const double angle = AngleOf(meter.deflection);
+    const double angle = AngleOf(meter, meter.deflection);
     const QPointF tip = PointAt(meter, meter.deflection, meter.radius + 2);
     const QPointF across(std::cos(angle), std::sin(angle));
     const QPolygonF needle(
         {meter.pivot - across * 0.9, tip - across * 0.35, tip + across * 0.35, meter.pivot + across * 0.9});
     painter.setPen(Qt::NoPen);
     // The light comes from the foot and a little from the left: the shadow lies above and to the right.
-    painter.setBrush(QColor(0, 0, 0, 70));
+    painter.setBrush(QColor(0, 0, 0, 95));
     painter.drawPolygon(needle.translated(2.2, 1.2));
-    painter.setBrush(QColor(0, 0, 0, 70));
+    painter.setBrush(QColor(0, 0, 0, 95));
     painter.drawPolygon(needle.translated(1.5, 0.8));
     painter.setBrush(Mixed(canvas_.colours.inscriptions, Qt::white, 0.55));
     painter.drawPolygon(needle);
 }
 
 void AnalogPicture::PaintHub(QPainter& painter, const Meter& meter) const {
-    const QPointF centre(meter.face.center().x(), meter.face.bottom() + 3);
+    const QPointF centre = meter.pivot + QPointF(0, 1);
     const double radius = std::min(meter.face.width() * 0.16, 13.0);
     QRadialGradient body(centre - QPointF(radius * 0.3, radius * 0.8), radius * 1.5);
     body.setColorAt(0, Mixed(canvas_.colours.back, Qt::white, 0.28));

@@ -12,7 +12,9 @@ namespace {
 constexpr double sideRoom = 7;     // pixels left and right of the lamps
 constexpr double nameRoom = 9;     // for the name of the channel
 constexpr double overloadRoom = 6; // for the lamp at the end
-constexpr double scaleRoom = 13;
+constexpr double scaleRoom = 14;
+constexpr double verticalRoom = 12; // above and below, both together
+constexpr double tallestRow = 26;
 constexpr double lampPitch = 3;
 constexpr double lampWidth = 2;
 constexpr double bloom = 4; // how far a lit lamp shines
@@ -59,7 +61,9 @@ void BarsPicture::Lay(const DisplayCanvas& canvas) {
     lampCount_ = std::max(1, static_cast<int>(room / lampPitch));
     const double left = Snapped(field.left() + sideRoom + nameRoom, canvas.pixelRatio);
     const double width = lampCount_ * lampPitch;
-    const double height = Snapped(std::max(3.0, (field.height() - scaleRoom - 18) / 2), canvas.pixelRatio);
+    // A single row is as tall as its room, but no block.
+    const double rowRoom = (field.height() - scaleRoom - verticalRoom) / canvas.channels;
+    const double height = Snapped(std::clamp(rowRoom, 3.0, tallestRow), canvas.pixelRatio);
     const double used = height * canvas.channels + scaleRoom;
     const double top = Snapped(field.top() + (field.height() - used) / 2, canvas.pixelRatio);
     rows_[0].lamps = QRectF(left, top, width, height);
@@ -76,7 +80,7 @@ void BarsPicture::Lay(const DisplayCanvas& canvas) {
     for (int lamp = 0; lamp < lampCount_; ++lamp) {
         const QRectF at = LampRect(lamps, lamp);
         for (const double reach : {4.0, 2.5, 1.2}) {
-            painter.setBrush(Faded(LampColour(lamp), 0.055));
+            painter.setBrush(Faded(LampColour(lamp), 0.05));
             painter.drawRoundedRect(at.adjusted(-reach, -reach, reach, reach), reach, reach);
         }
     }
@@ -139,7 +143,7 @@ void BarsPicture::PaintScale(QPainter& painter) const {
         double db;
         const char* text; // empty for a line alone
     };
-    constexpr std::array<Mark, 11> marks = {{{-50, ""},
+    constexpr std::array<Mark, 10> marks = {{{-50, ""},
                                              {-40, "40"},
                                              {-30, "30"},
                                              {-25, ""},
@@ -148,7 +152,6 @@ void BarsPicture::PaintScale(QPainter& painter) const {
                                              {-10, "10"},
                                              {-6, "6"},
                                              {-3, "3"},
-                                             {-1, ""},
                                              {0, "0"}}};
     const QRectF lamps = rows_[0].lamps;
     const QFont font = DisplayFont(8, QFont::Medium);
@@ -159,17 +162,20 @@ void BarsPicture::PaintScale(QPainter& painter) const {
         const QString text = QString::fromLatin1(mark.text);
         const double x = Snapped(lamps.left() + place * lamps.width() - (lampPitch - lampWidth) / 2 - 0.5,
                                  canvas_.pixelRatio);
-        const double length = text.isEmpty() ? 1.5 : 2.0;
+        const double length = text.isEmpty() ? 2.5 : 1.0;
         const QColor line = place >= canvas_.highFrom ? canvas_.colours.maxLevel : canvas_.colours.scale;
-        painter.fillRect(QRectF(x, scaleTop_ + 2.5, 1, length), Faded(line, 0.9));
+        painter.fillRect(QRectF(x, scaleTop_ + 2, 1, length), line);
         if (canvas_.channels == 2) {
-            painter.fillRect(QRectF(x, scaleTop_ + scaleRoom - 2.5 - length, 1, length), Faded(line, 0.9));
+            painter.fillRect(QRectF(x, scaleTop_ + scaleRoom - 2 - length, 1, length), line);
         }
         painter.setPen(place >= canvas_.highFrom ? canvas_.colours.maxLevel
                                                  : Faded(canvas_.colours.inscriptions, 0.80));
         const double width = metrics.horizontalAdvance(text);
-        painter.drawText(QPointF(x + 0.5 - width / 2, scaleTop_ + scaleRoom / 2 + metrics.capHeight() / 2),
-                         text);
+        // On whole pixels, since small figures blur between them.
+        painter.drawText(
+            QPointF(Snapped(x + 0.5 - width / 2, canvas_.pixelRatio),
+                    Snapped(scaleTop_ + scaleRoom / 2 + metrics.capHeight() / 2, canvas_.pixelRatio)),
+            text);
     }
     painter.setPen(Faded(canvas_.colours.inscriptions, 0.55));
     painter.drawText(

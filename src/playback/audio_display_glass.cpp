@@ -10,10 +10,10 @@ namespace {
 
 constexpr double sideRoom = 4; // pixels
 constexpr double topRoom = 4;
-constexpr double pitch = 4;
-constexpr double tubeWidth = 3;
+constexpr double pitch = 5;
+constexpr double tubeWidth = 4;
 constexpr double bloom = 3;
-constexpr double floorShare = 0.80; // of the height, from the top
+constexpr double floorShare = 0.78; // of the height, from the top
 constexpr double mirrorShare = 0.20;
 
 // Of one tube, in device pixels.
@@ -75,18 +75,18 @@ void GlassPicture::DrawLit() {
     body.setColorAt(high, Mixed(colours.levels, Qt::white, 0.35));
     body.setColorAt(1, colours.maxLevel);
     const QRectF tube(bloom, 0, tubeWidth, height_);
-    painter.setOpacity(0.10);
+    painter.setOpacity(0.09);
     painter.fillRect(tube.adjusted(-bloom, 0, bloom, 0), body);
-    painter.setOpacity(0.14);
-    painter.fillRect(tube.adjusted(-1.5, 0, 1.5, 0), body);
     painter.setOpacity(1);
     painter.fillRect(tube, body);
     // The light of the room along the left side, the shade along the right.
     QLinearGradient round(tube.topLeft(), tube.topRight());
-    round.setColorAt(0, QColor(255, 255, 255, 40));
-    round.setColorAt(0.28, QColor(255, 255, 255, 130));
-    round.setColorAt(0.55, QColor(255, 255, 255, 0));
-    round.setColorAt(1, QColor(0, 0, 0, 110));
+    round.setColorAt(0, QColor(0, 0, 0, 60));
+    round.setColorAt(0.18, QColor(255, 255, 255, 60));
+    round.setColorAt(0.36, QColor(255, 255, 255, 175));
+    round.setColorAt(0.55, QColor(255, 255, 255, 20));
+    round.setColorAt(0.72, QColor(0, 0, 0, 40));
+    round.setColorAt(1, QColor(0, 0, 0, 135));
     painter.fillRect(tube, round);
 }
 
@@ -99,7 +99,7 @@ void GlassPicture::DrawMirror() {
     painter.resetTransform();
     painter.setCompositionMode(QPainter::CompositionMode_DestinationIn);
     QLinearGradient fade(0, 0, 0, depth);
-    fade.setColorAt(0, QColor(0, 0, 0, 120));
+    fade.setColorAt(0, QColor(0, 0, 0, 150));
     fade.setColorAt(1, QColor(0, 0, 0, 0));
     painter.fillRect(QRectF(0, 0, tubeWidth + bloom * 2, depth), fade);
 }

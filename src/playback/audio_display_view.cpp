@@ -155,8 +155,8 @@ void AudioDisplayView::PaintGlass(QPainter& painter) const {
         painter.drawRect(field.adjusted(inset, inset, -inset, -inset));
     }
     QLinearGradient light(field.topLeft(), QPointF(field.left(), field.top() + field.height() * 0.46));
-    light.setColorAt(0, QColor(255, 255, 255, 20));
-    light.setColorAt(1, QColor(255, 255, 255, 5));
+    light.setColorAt(0, QColor(255, 255, 255, 16));
+    light.setColorAt(1, QColor(255, 255, 255, 3));
     painter.fillRect(QRectF(field.topLeft(), QSizeF(field.width(), field.height() * 0.46)), light);
 }
 
