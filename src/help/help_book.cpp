@@ -21,7 +21,7 @@ QByteArray ReadAll(const QString& path) {
 
 QList<HelpTopic> TopicsOf(const QJsonArray& entries) {
     QList<HelpTopic> topics;
-    for (const QJsonValue& value : entries) {
+    for (const QJsonValueConstRef value : entries) {
         const QJsonObject entry = value.toObject();
         topics.append({entry.value(QLatin1String("title")).toString(),
                        entry.value(QLatin1String("target")).toString(),
@@ -32,7 +32,7 @@ QList<HelpTopic> TopicsOf(const QJsonArray& entries) {
 
 QList<HelpKeyword> KeywordsOf(const QJsonArray& entries) {
     QList<HelpKeyword> keywords;
-    for (const QJsonValue& value : entries) {
+    for (const QJsonValueConstRef value : entries) {
         const QJsonObject entry = value.toObject();
         keywords.append({entry.value(QLatin1String("keyword")).toString(),
                          entry.value(QLatin1String("target")).toString()});
