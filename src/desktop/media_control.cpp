@@ -1,6 +1,7 @@
 #include "desktop/media_control.h"
 
 #include "app/paths.h"
+#include "components/pcm.h"
 
 #include <QDir>
 #include <algorithm>
@@ -11,6 +12,14 @@ namespace kestrune {
 namespace {
 
 constexpr qint64 usPerMs = 1000;
+constexpr qint64 usPerSecond = 1000000;
+
+// Finer than the milliseconds of the player, so that a seek is told where it was asked for.
+qint64 UsOfBytes(qint64 bytes, const KSTAudioFile2& file) {
+    const qint32 rateHz = file.GetWaveFormat();
+    const qint32 channels = file.GetChannels();
+    return rateHz > 0 && channels > 0 ? bytes / frameBytes(channels) * usPerSecond / rateHz : 0;
+}
 
 // Album and the like are taken from the newer of two tags, or from the older where the newer has nothing.
 void FillFromTag(KSTAudioInformation2& info, TagKind kind, const QString& path, MediaTrack& track) {
@@ -57,7 +66,7 @@ void MediaControl::Watch() {
     watching_ = true;
     told_ = State();
     connect(&parts_.transport, &Transport::ButtonEnabled, this, &MediaControl::Refresh);
-    connect(&parts_.transport, &Transport::Sought, this, [this](qint64 ms) { emit Seeked(ms * usPerMs); });
+    connect(&parts_.transport, &Transport::Sought, this, [this] { emit Seeked(PositionUs()); });
     connect(&parts_.options, &Options::Changed, this, &MediaControl::Refresh);
     // The title stands in the row.
     connect(&parts_.rows, &PlaylistRows::dataChanged, this, &MediaControl::Refresh);
@@ -133,12 +142,12 @@ qint64 MediaControl::PositionUs() {
     if (status == PlaybackStatus::Stopped) {
         return 0;
     }
-    KSTAudioPlayer2& player = parts_.audioPlayer;
     // What was played before a pause is in PlayPos already.
-    const qint64 ofRun = status == PlaybackStatus::Playing ? player.GetPlayedBytes() : 0;
-    const qint64 ms = player.MsForBytes(parts_.transport.PlayPos + ofRun);
-    const qint64 lengthMs = parts_.audioFile.GetLengthMs();
-    return (lengthMs > 0 ? std::min(ms, lengthMs) : ms) * usPerMs;
+    const qint64 ofRun = status == PlaybackStatus::Playing ? parts_.audioPlayer.GetPlayedBytes() : 0;
+    KSTAudioFile2& file = parts_.audioFile;
+    const qint64 us = UsOfBytes(parts_.transport.PlayPos + ofRun, file);
+    const qint64 lengthUs = file.GetLengthMs() * usPerMs;
+    return lengthUs > 0 ? std::min(us, lengthUs) : us;
 }
 
 void MediaControl::Press(TransportButton button) {

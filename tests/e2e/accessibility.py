@@ -4,6 +4,7 @@ import os
 import re
 
 import harness
+import session_bus
 
 ROOT_PATH = "/org/a11y/atspi/accessible/root"
 REGISTRY = "org.a11y.atspi.Registry"
@@ -17,11 +18,7 @@ class Reader:
 
     def __init__(self, stage):
         self._stage = stage
-        address_file = stage.log("session-bus-address")
-        with open(address_file, "w", encoding="utf-8") as output:
-            stage.child(["dbus-daemon", "--session", "--nofork", "--nopidfile", "--print-address"], stdout=output,
-                        log=stage.log("session-bus"))
-        stage.env["DBUS_SESSION_BUS_ADDRESS"] = harness.wait_for(lambda: _first_line(address_file), "the session bus")
+        session_bus.start(stage)
         stage.env["QT_LINUX_ACCESSIBILITY_ALWAYS_ON"] = "1"
         stage.env.pop("NO_AT_BRIDGE", None)
         stage.child([_launcher(), "--launch-immediately"], log=stage.log("accessibility-bus"))
@@ -82,11 +79,6 @@ class Reader:
         answer = self._call(owner, path, ACCESSIBLE + ".GetState")
         words = [int(number) for number in re.findall(r"uint32 (\d+)", answer)]
         return bool(words) and bool(words[0] & 1 << STATE_SHOWING)
-
-
-def _first_line(path):
-    with open(path, encoding="utf-8") as file:
-        return file.readline().strip()
 
 
 def _launcher():
