@@ -214,9 +214,11 @@ void EqualizerPanel::PaintCurve(QPainter& painter) const {
     }
     QPainterPath stroke;
     stroke.addPolygon(line);
-    QPainterPath area;
-    area.addPolygon(QPolygonF({{double(line.last().x()), middleY}, {double(line.first().x()), middleY}}) +
-                    line);
+    QPainterPath area(QPointF(line.first().x(), middleY));
+    for (const QPointF& point : line) {
+        area.lineTo(point);
+    }
+    area.lineTo(line.last().x(), middleY);
     area.closeSubpath();
     QLinearGradient light(0, highestY, 0, lowestY);
     light.setColorAt(0, Faded(accent, 110));
