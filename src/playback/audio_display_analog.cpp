@@ -180,7 +180,8 @@ void AnalogPicture::PaintScale(QPainter& painter, const Meter& meter) const {
         painter.setPen(QPen(colours.maxLevel, 2.2, Qt::SolidLine, Qt::FlatCap));
         painter.drawPath(Arc(meter, canvas_.highFrom, 1, meter.radius + 0.6));
     }
-    const QFont font = DisplayFont(7, QFont::DemiBold);
+    QFont font = DisplayFont(7, QFont::DemiBold);
+    font.setLetterSpacing(QFont::AbsoluteSpacing, -0.3);
     painter.setFont(font);
     const QFontMetricsF metrics(font);
     for (const Mark& mark : marks) {

@@ -11,12 +11,18 @@ namespace kestrune {
 
 namespace {
 
-constexpr double bandPitch = 4; // pixels
+constexpr double bandPitch = 4;   // pixels
+constexpr double finestCells = 2; // a pixel
 constexpr int noiseWidth = 128;
 constexpr int noiseHeight = 128;
 constexpr int heatSteps = 256;
 constexpr double emberHeight = 0.075; // of the field, where nothing burns
 constexpr double keepsBurning = 0.45; // share of the heat that is still there at the next step
+
+// std::lerp without its care for infinities, which costs five times as much.
+float Between(float from, float to, float part) {
+    return from + (to - from) * part;
+}
 
 // Evenly distributed numbers that repeat: a flame looks the same in every run.
 class Dice {
@@ -50,6 +56,7 @@ private:
 
     DisplayCanvas canvas_;
     int bandRoom_ = 2;
+    float cellsOfPixel_ = 1;
     int width_ = 1; // cells
     int height_ = 1;
     float step_ = 0;
@@ -66,9 +73,10 @@ void FirePicture::Lay(const DisplayCanvas& canvas) {
     canvas_ = canvas;
     bandRoom_ = std::max(2, static_cast<int>(canvas.field.width() / bandPitch));
     bandRoom_ -= bandRoom_ % canvas.channels;
-    // One cell to a pixel; a finer screen gets it smoothed, as fire has no edges.
-    width_ = std::max(1, static_cast<int>(canvas.field.width()));
-    height_ = std::max(1, static_cast<int>(canvas.field.height()));
+    // A cell to a device pixel, but not beyond what the eye makes out in a flame.
+    cellsOfPixel_ = static_cast<float>(std::clamp(canvas.pixelRatio, 1.0, finestCells));
+    width_ = std::max(1, static_cast<int>(canvas.field.width() * cellsOfPixel_));
+    height_ = std::max(1, static_cast<int>(canvas.field.height() * cellsOfPixel_));
     flames_.assign(static_cast<size_t>(width_), 0);
     marks_.assign(static_cast<size_t>(width_), 0);
     heat_.assign(static_cast<size_t>(width_) * static_cast<size_t>(height_), 0);
@@ -111,9 +119,9 @@ void FirePicture::MakeNoise() {
                 const auto eased = [](float part) { return part * part * (3 - 2 * part); };
                 const float partX = eased(gridX - static_cast<float>(left));
                 const float partY = eased(gridY - static_cast<float>(top));
-                const float upper = std::lerp(at(left, top), at(left + 1, top), partX);
-                const float lower = std::lerp(at(left, top + 1), at(left + 1, top + 1), partX);
-                noise_[static_cast<size_t>(y * noiseWidth + x)] += weight * std::lerp(upper, lower, partY);
+                const float upper = Between(at(left, top), at(left + 1, top), partX);
+                const float lower = Between(at(left, top + 1), at(left + 1, top + 1), partX);
+                noise_[static_cast<size_t>(y * noiseWidth + x)] += weight * Between(upper, lower, partY);
             }
         }
         weight /= 2;
@@ -121,9 +129,17 @@ void FirePicture::MakeNoise() {
 }
 
 float FirePicture::Noise(float x, float y) const {
-    const auto column = static_cast<unsigned>(static_cast<int>(std::floor(x))) % noiseWidth;
-    const auto row = static_cast<unsigned>(static_cast<int>(std::floor(y))) % noiseHeight;
-    return noise_[row * noiseWidth + column];
+    const float floorX = std::floor(x);
+    const float floorY = std::floor(y);
+    const auto left = static_cast<unsigned>(static_cast<int>(floorX)) % noiseWidth;
+    const auto top = static_cast<unsigned>(static_cast<int>(floorY)) % noiseHeight;
+    const unsigned right = (left + 1) % noiseWidth;
+    const unsigned below = (top + 1) % noiseHeight;
+    const float upper =
+        Between(noise_[top * noiseWidth + left], noise_[top * noiseWidth + right], x - floorX);
+    const float lower =
+        Between(noise_[below * noiseWidth + left], noise_[below * noiseWidth + right], x - floorX);
+    return Between(upper, lower, y - floorY);
 }
 
 // From dark over embers to the colour of high levels and to white heat.
@@ -132,7 +148,7 @@ void FirePicture::MakePalette() {
     const QColor ember =
         QColor::fromHsvF(std::fmod(flame.hsvHueF() + 1.0F - 0.055F, 1.0F),
                          std::min(1.0F, flame.hsvSaturationF() * 1.18F), flame.valueF() * 0.80F);
-    const QColor deep = Mixed(ember, canvas_.colours.levels, 0.35);
+    const QColor deep = Mixed(ember, canvas_.colours.levels, 0.22);
     struct Stop {
         double heat;
         QColor colour;
@@ -190,7 +206,7 @@ void FirePicture::SpreadBands(const AudioDisplay& display) {
         const size_t right = std::min(left + 1, levels.size() - 1);
         const float part = inside - static_cast<float>(left);
         const float eased = part * part * (3 - 2 * part);
-        flames_[static_cast<size_t>(x)] = std::lerp(levels[left], levels[right], eased);
+        flames_[static_cast<size_t>(x)] = Between(levels[left], levels[right], eased);
         marks_[static_cast<size_t>(x)] = std::max(peaks[left], peaks[right]);
     }
 }
@@ -199,19 +215,24 @@ void FirePicture::SpreadBands(const AudioDisplay& display) {
 void FirePicture::Burn() {
     const auto rows = static_cast<float>(height_);
     for (int y = 0; y < height_; ++y) {
+        const float depth = static_cast<float>(y) / cellsOfPixel_;
         const float above = (rows - 0.5F - static_cast<float>(y)) / rows; // the floor is 0
         for (int x = 0; x < width_; ++x) {
-            const auto column = static_cast<float>(x);
-            const float wide = Noise(column * 1.3F, static_cast<float>(y) * 0.8F + step_ * 9);
-            const float fine = Noise(column * 3.1F + 40, static_cast<float>(y) * 1.7F + step_ * 17);
+            const float column = static_cast<float>(x) / cellsOfPixel_;
             const float flame = flames_[static_cast<size_t>(x)];
+            float& cell = heat_[static_cast<size_t>(y * width_ + x)];
+            if (above > emberHeight * 2 + flame * 1.7) {
+                cell *= static_cast<float>(keepsBurning);
+                continue;
+            }
+            const float wide = Noise(column * 1.05F, depth * 0.45F + step_ * 6);
+            const float fine = Noise(column * 2.3F + 40, depth * 1.1F + step_ * 13);
             const float reach = static_cast<float>(emberHeight) * (0.6F + fine) +
-                                flame * (0.42F + 0.85F * wide) * (0.75F + 0.5F * fine);
+                                flame * (0.25F + 1.05F * wide) * (0.70F + 0.6F * fine);
             const float left = 1 - above / reach;
             float heat =
-                left > 0 ? std::sqrt(left) * (0.42F + 0.58F * std::min(1.0F, 0.25F + flame * 1.3F)) : 0;
-            float& cell = heat_[static_cast<size_t>(y * width_ + x)];
-            heat = std::max(heat * (0.72F + 0.4F * fine), cell * static_cast<float>(keepsBurning));
+                left > 0 ? std::sqrt(left) * (0.40F + 0.52F * std::min(1.0F, 0.25F + flame * 1.3F)) : 0;
+            heat = std::max(heat * (0.62F + 0.6F * fine), cell * static_cast<float>(keepsBurning));
             cell = std::min(heat, 1.0F);
         }
     }
@@ -250,13 +271,13 @@ void FirePicture::PaintMoving(QPainter& painter) {
     // Sparks over the flames.
     const double height = canvas_.markHeight / 2.0;
     const QColor spark = Mixed(canvas_.colours.maxLevel, Qt::white, 0.2);
-    const double scale = canvas_.field.height() / height_;
-    for (int x = 1; x < width_; x += static_cast<int>(bandPitch)) {
-        const double mark = marks_[static_cast<size_t>(x)];
+    const QRectF& field = canvas_.field;
+    for (double x = 1; x < field.width() - 1; x += bandPitch) {
+        const double mark = marks_[static_cast<size_t>(x / field.width() * width_)];
         if (mark > emberHeight * 1.5) {
-            const double y = canvas_.field.bottom() - mark * height_ * scale * 0.97;
-            painter.fillRect(QRectF(canvas_.field.left() + x, y - height, 2, height),
-                             Faded(spark, 0.35 + 0.5 * mark));
+            painter.fillRect(
+                QRectF(field.left() + x, field.bottom() - mark * field.height() * 0.97 - height, 2, height),
+                Faded(spark, 0.35 + 0.5 * mark));
         }
     }
 }

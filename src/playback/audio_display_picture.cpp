@@ -32,7 +32,7 @@ QFont DisplayFont(double pixelSize, int weight) {
     QFont font(QStringLiteral("Inter"));
     font.setPixelSize(std::max(1, static_cast<int>(std::lround(pixelSize))));
     font.setWeight(static_cast<QFont::Weight>(weight));
-    font.setHintingPreference(QFont::PreferNoHinting);
+    font.setHintingPreference(QFont::PreferVerticalHinting);
     return font;
 }
 

@@ -80,8 +80,12 @@ void AudioDisplayView::TakeType() {
     picture_ = MakePicture(type);
 }
 
+// At once and not with the next paint, so that the blocks until then already find their bands.
 void AudioDisplayView::Relay() {
     laidRatio_ = 0;
+    if (isVisible()) {
+        LayIfNeeded();
+    }
     update();
 }
 
@@ -204,6 +208,10 @@ void AudioDisplayView::paintEvent(QPaintEvent* event) {
 }
 
 void AudioDisplayView::resizeEvent(QResizeEvent* /*event*/) {
+    Relay();
+}
+
+void AudioDisplayView::showEvent(QShowEvent* /*event*/) {
     Relay();
 }
 
