@@ -1,6 +1,7 @@
 #include "playback/band_fader_widget.h"
 
 #include "playback/equalizer_bands.h"
+#include "skin/skin_colours.h"
 
 #include <QMouseEvent>
 #include <QPainter>
@@ -18,7 +19,6 @@ constexpr double capHeight = 8;
 constexpr int wheelNotch = 120;
 constexpr int pageStepDb = 3;
 
-const QColor accent(128, 128, 255);
 const QColor capTop(0x5B, 0x62, 0x6E);
 const QColor capBottom(0x2A, 0x2E, 0x35);
 
@@ -39,10 +39,10 @@ void PaintLight(QPainter& painter, double middleX, double zeroY, double capY, bo
     }
     const double top = std::min(capY, zeroY);
     QLinearGradient fade(0, zeroY, 0, capY);
-    QColor dim = accent;
+    QColor dim = colours::accent;
     dim.setAlpha(90);
     fade.setColorAt(0, dim);
-    fade.setColorAt(1, isBright ? accent.lighter(112) : accent);
+    fade.setColorAt(1, isBright ? colours::accent.lighter(112) : colours::accent);
     painter.setPen(Qt::NoPen);
     painter.setBrush(fade);
     painter.drawRoundedRect(QRectF(middleX - slotWidth / 2 + 0.5, top, slotWidth - 1, length), 1, 1);
@@ -53,7 +53,7 @@ void PaintCap(QPainter& painter, double middleX, double capY, bool isHovered, bo
     painter.setPen(Qt::NoPen);
     if (isHovered || isDragged) {
         for (int ring = 3; ring >= 1; --ring) {
-            QColor halo = accent;
+            QColor halo = colours::accent;
             halo.setAlpha(isDragged ? 34 : 20);
             painter.setBrush(halo);
             painter.drawRoundedRect(cap.adjusted(-ring, -ring, ring, ring), 2.5 + ring, 2.5 + ring);
@@ -70,8 +70,10 @@ void PaintCap(QPainter& painter, double middleX, double capY, bool isHovered, bo
     painter.setPen(QPen(QColor(255, 255, 255, 46), 0.8));
     painter.drawLine(QPointF(cap.left() + 2.2, cap.top() + 1), QPointF(cap.right() - 2.2, cap.top() + 1));
     painter.setPen(Qt::NoPen);
-    painter.setBrush(isDragged ? QColor(226, 226, 255) : isHovered ? accent.lighter(115) : accent);
-    painter.drawRoundedRect(QRectF(cap.left() + 3, capY - 0.75, capWidth - 6, 1.5), 0.75, 0.75);
+    painter.setBrush(isDragged   ? QColor(226, 226, 255)
+                     : isHovered ? colours::accent.lighter(115)
+                                 : colours::accent);
+    painter.drawRoundedRect(QRectF(cap.left() + 3, capY - 1, capWidth - 6, 2), 1, 1);
 }
 
 } // namespace
@@ -243,11 +245,13 @@ void BandFaderWidget::paintEvent(QPaintEvent* /*event*/) {
     const double middleX = width() / 2.0;
     const bool isHovered = isEnabled() && underMouse();
     PaintSlot(painter, middleX, highestY_ - 2, lowestY_ + 2);
-    PaintLight(painter, middleX, YOf(0), CapY(), isHovered || isDragged_);
-    PaintCap(painter, middleX, CapY(), isHovered, isDragged_);
+    // On a whole pixel of the screen, so that its edges are sharp.
+    const double capY = std::round(CapY() * devicePixelRatioF()) / devicePixelRatioF();
+    PaintLight(painter, middleX, YOf(0), capY, isHovered || isDragged_);
+    PaintCap(painter, middleX, capY, isHovered, isDragged_);
     if (hasFocus() && isRingShown_) {
         painter.setBrush(Qt::NoBrush);
-        painter.setPen(QPen(accent, 1));
+        painter.setPen(QPen(colours::accent, 1));
         painter.drawRoundedRect(QRectF(rect()).adjusted(1.5, 1.5, -1.5, -1.5), 4, 4);
     }
 }

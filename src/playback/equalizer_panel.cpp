@@ -1,6 +1,7 @@
 #include "playback/equalizer_panel.h"
 
 #include "components/equalizer_response.h"
+#include "skin/skin_colours.h"
 
 #include <QPainter>
 #include <QPainterPath>
@@ -30,10 +31,6 @@ constexpr int bubbleMs = 1200;
 // The rate at which the curve is calculated. Only its very end would differ at another.
 constexpr int curveRateHz = 48000;
 
-const QColor accent(128, 128, 255);
-const QColor muted(0x8A, 0x90, 0x9C);
-const QColor textOnGlass(0xD7, 0xDA, 0xF5);
-
 QColor Faded(QColor colour, int alpha) {
     colour.setAlpha(alpha);
     return colour;
@@ -58,7 +55,7 @@ void PaintGlass(QPainter& painter, const QRectF& area) {
     painter.setBrush(QColor(255, 255, 255, 22)); // the lower edge catches the light
     painter.drawRoundedRect(area, 4, 4);
     const QRectF glass = area.adjusted(0, 0, 0, -1);
-    painter.setBrush(QColor(20, 20, 20));
+    painter.setBrush(colours::glass);
     painter.drawRoundedRect(glass, 4, 4);
     QPainterPath shape;
     shape.addRoundedRect(glass, 4, 4);
@@ -180,14 +177,14 @@ void EqualizerPanel::PaintScale(QPainter& painter) const {
             painter.drawLine(QPointF(plotLeft, std::round(y)), QPointF(plotRight, std::round(y)));
         }
     }
-    painter.setPen(Faded(accent, 70));
+    painter.setPen(Faded(colours::accent, 70));
     painter.drawLine(QPointF(plotLeft, middleY), QPointF(plotRight, middleY));
     painter.setRenderHint(QPainter::Antialiasing, true);
 }
 
 void EqualizerPanel::PaintLabels(QPainter& painter) const {
     painter.setFont(LabelFont(font(), 10));
-    painter.setPen(muted);
+    painter.setPen(colours::textMuted);
     const double largestDb = bands_.LargestGainDb();
     for (const double gainDb : {largestDb, 0.0, -largestDb}) {
         const QString text = GainText(static_cast<float>(gainDb)).section(u' ', 0, 0);
@@ -201,7 +198,7 @@ void EqualizerPanel::PaintLabels(QPainter& painter) const {
     for (int band = 0; band < equalizerBands; ++band) {
         const BandFaderWidget* fader = faders_[static_cast<size_t>(band)];
         const bool isActive = fader->IsDragged() || fader->hasFocus() || fader->underMouse();
-        painter.setPen(isActive ? textOnGlass : muted);
+        painter.setPen(isActive ? colours::textOnGlass : colours::textMuted);
         painter.drawText(QRectF(fader->x(), labelTop, columnWidth, labelHeight), Qt::AlignCenter,
                          BandLabel(band));
     }
@@ -221,16 +218,17 @@ void EqualizerPanel::PaintCurve(QPainter& painter) const {
     area.lineTo(line.last().x(), middleY);
     area.closeSubpath();
     QLinearGradient light(0, highestY, 0, lowestY);
-    light.setColorAt(0, Faded(accent, 110));
-    light.setColorAt(0.5, Faded(accent, 22));
-    light.setColorAt(1, Faded(accent, 110));
+    light.setColorAt(0, Faded(colours::accent, 110));
+    light.setColorAt(0.5, Faded(colours::accent, 22));
+    light.setColorAt(1, Faded(colours::accent, 110));
     painter.fillPath(area, light);
     painter.setBrush(Qt::NoBrush);
     for (const auto& [width, alpha] : {std::pair(10.0, 14), std::pair(6.5, 26), std::pair(3.5, 56)}) {
-        painter.setPen(QPen(Faded(accent, alpha), width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        painter.setPen(
+            QPen(Faded(colours::accent, alpha), width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
         painter.drawPath(stroke);
     }
-    painter.setPen(QPen(accent.lighter(118), 1.3, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.setPen(QPen(colours::accent.lighter(118), 1.3, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     painter.drawPath(stroke);
 }
 

@@ -1,5 +1,7 @@
 #include "playback/value_bubble_widget.h"
 
+#include "skin/skin_colours.h"
+
 #include <QFontMetrics>
 #include <QPainter>
 #include <QPainterPath>
@@ -61,7 +63,7 @@ void ValueBubbleWidget::paintEvent(QPaintEvent* /*event*/) {
     QLinearGradient body(plate.topLeft(), plate.bottomLeft());
     body.setColorAt(0, QColor(0x45, 0x4B, 0x56));
     body.setColorAt(1, QColor(0x24, 0x28, 0x2F));
-    painter.setPen(QPen(QColor(128, 128, 255), 1));
+    painter.setPen(QPen(colours::accent, 1));
     painter.setBrush(body);
     painter.drawPath(plateShape.united(tipShape));
     painter.setFont(TextFont(font()));
