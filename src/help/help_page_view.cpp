@@ -58,7 +58,6 @@ HelpPageView::HelpPageView(const HelpBook& book, QWidget* parent) : QTextBrowser
     setAccessibleName(tr("Help page"));
     setOpenLinks(true);
     setOpenExternalLinks(false);
-    setFrameShape(QFrame::NoFrame);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     setTextInteractionFlags(Qt::TextBrowserInteraction | Qt::TextSelectableByKeyboard);
     QPalette glass = palette();

@@ -7,6 +7,7 @@
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
+#include <QRegularExpression>
 #include <QShortcut>
 #include <QSignalBlocker>
 #include <QSplitter>
@@ -295,21 +296,26 @@ void HelpWindow::SwitchSide() {
     }
 }
 
+// Shows what holds the text at the start of a word, and goes to the first that begins with it.
 void HelpWindow::FilterIndex(const QString& text) {
-    QListWidgetItem* first = nullptr;
+    const QRegularExpression word(QStringLiteral("(^|[^\\p{L}\\p{N}])") +
+                                      QRegularExpression::escape(text.trimmed()),
+                                  QRegularExpression::CaseInsensitiveOption);
+    QListWidgetItem* holds = nullptr;
+    QListWidgetItem* begins = nullptr;
     for (int i = 0; i < index_->count(); ++i) {
         QListWidgetItem* item = index_->item(i);
-        const bool shown = item->text().contains(text.trimmed(), Qt::CaseInsensitive);
+        const bool shown = word.match(item->text()).hasMatch();
         item->setHidden(!shown);
-        // What begins with the text goes before what only holds it.
-        const bool begins = item->text().startsWith(text.trimmed(), Qt::CaseInsensitive);
-        const bool better =
-            first == nullptr || (begins && !first->text().startsWith(text, Qt::CaseInsensitive));
-        first = shown && better ? item : first;
+        holds = shown && holds == nullptr ? item : holds;
+        if (begins == nullptr && item->text().startsWith(text.trimmed(), Qt::CaseInsensitive)) {
+            begins = item;
+        }
     }
-    index_->setCurrentItem(text.isEmpty() ? nullptr : first);
-    if (first != nullptr) {
-        index_->scrollToItem(first);
+    QListWidgetItem* best = begins != nullptr ? begins : holds;
+    index_->setCurrentItem(text.isEmpty() ? nullptr : best);
+    if (best != nullptr) {
+        index_->scrollToItem(best);
     }
 }
 

@@ -147,11 +147,28 @@ TEST_F(HelpWindowTest, TheIndexFindsWhileOneTypes) {
     EXPECT_EQ(Shown(), "position.htm#seek");
 }
 
-TEST_F(HelpWindowTest, AWordAtTheStartGoesBeforeOneInside) {
+TEST_F(HelpWindowTest, TheIndexShowsWordsThatBeginWithTheTextAndGoesToTheFirstEntryThatDoes) {
     Open();
     Press(Qt::Key_2, Qt::ControlModifier);
-    Type(QStringLiteral("play"));
-    EXPECT_EQ(Find<QListWidget>("HelpIndex")->currentItem()->text(), QStringLiteral("play modes"));
+    Type(QStringLiteral("PLAY"));
+    auto* list = Find<QListWidget>("HelpIndex");
+    EXPECT_EQ(list->currentItem()->text(), QStringLiteral("play modes"));
+    const auto isShown = [list](const char* entry) {
+        const auto found = list->findItems(QString::fromLatin1(entry), Qt::MatchExactly);
+        return found.size() == 1 && !found.first()->isHidden();
+    };
+    EXPECT_TRUE(isShown("opening a playlist"));
+    EXPECT_FALSE(isShown("display"));
+    EXPECT_FALSE(isShown("volume"));
+}
+
+TEST_F(HelpWindowTest, SignsInTheIndexFieldStandForThemselves) {
+    Open();
+    Press(Qt::Key_2, Qt::ControlModifier);
+    Type(QStringLiteral("file!"));
+    EXPECT_EQ(Find<QListWidget>("HelpIndex")->currentItem()->text(), QStringLiteral("Invalid audio file!"));
+    Find<QLineEdit>("HelpIndexText")->setText(QStringLiteral("(["));
+    EXPECT_EQ(Find<QListWidget>("HelpIndex")->currentItem(), nullptr);
 }
 
 TEST_F(HelpWindowTest, ASearchShowsItsFirstPageAndMarksTheWords) {
