@@ -44,7 +44,8 @@ public:
     // Bands of each channel; two channels share the room of SetBandCount.
     int BandCount() const { return bands_.Count(); }
     const FallingLevel& Band(int channel, int band) const {
-        return levels_[static_cast<size_t>(channel * bands_.Count() + band)];
+        return levels_[static_cast<size_t>(channel) * static_cast<size_t>(bands_.Count()) +
+                       static_cast<size_t>(band)];
     }
     // How many bands there is room for in all, 2 to 512; 36 at the start. Another count clears the spectra.
     void SetBandCount(int count);

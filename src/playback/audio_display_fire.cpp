@@ -121,7 +121,8 @@ void FirePicture::MakeNoise() {
                 const float partY = eased(gridY - static_cast<float>(top));
                 const float upper = Between(at(left, top), at(left + 1, top), partX);
                 const float lower = Between(at(left, top + 1), at(left + 1, top + 1), partX);
-                noise_[static_cast<size_t>(y * noiseWidth + x)] += weight * Between(upper, lower, partY);
+                noise_[static_cast<size_t>(y) * noiseWidth + static_cast<size_t>(x)] +=
+                    weight * Between(upper, lower, partY);
             }
         }
         weight /= 2;
@@ -220,7 +221,8 @@ void FirePicture::Burn() {
         for (int x = 0; x < width_; ++x) {
             const float column = static_cast<float>(x) / cellsOfPixel_;
             const float flame = flames_[static_cast<size_t>(x)];
-            float& cell = heat_[static_cast<size_t>(y * width_ + x)];
+            float& cell =
+                heat_[static_cast<size_t>(y) * static_cast<size_t>(width_) + static_cast<size_t>(x)];
             if (above > emberHeight * 2 + flame * 1.7) {
                 cell *= static_cast<float>(keepsBurning);
                 continue;
