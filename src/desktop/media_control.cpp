@@ -238,10 +238,17 @@ void MediaControl::Open(const QString& uri) {
     if (parts_.isBlocked() || !CanOpen(uri)) {
         return;
     }
-    const int rowsBefore = parts_.rows.Count();
-    parts_.files.AddDroppedFiles({LocalFile(uri)});
-    if (parts_.rows.Count() > rowsBefore) {
-        parts_.state.ClickedIndex = rowsBefore + 1;
+    const QString path = LocalFile(uri);
+    const PlaylistRows& rows = parts_.rows;
+    const int rowsBefore = rows.Count();
+    parts_.files.AddDroppedFiles({path});
+    if (rows.Count() > rowsBefore) {
+        // The new row, or the first of a playlist. A list with gaps in its numbers may have sorted it in.
+        int row = rows.Count();
+        while (row > 0 && rows.FullPath(row) != path) {
+            --row;
+        }
+        parts_.state.ClickedIndex = row > 0 ? row : rowsBefore + 1;
         parts_.transport.ListViewPlaylist_DblClick();
     }
     // Nothing is started when the file plays already.

@@ -288,6 +288,16 @@ TEST_F(MediaOpenTest, AFileThatPlaysAlreadyGoesOnAndItsNeighbourCanBeReached) {
     EXPECT_TRUE(transport.IsButtonEnabled(ButtonNext));
 }
 
+TEST_F(MediaOpenTest, ARowThatIsSortedInIsFound) {
+    Load(2);
+    rows.SetField(1, RowText, QStringLiteral("5.a.wav"));
+    rows.SetField(2, RowText, QStringLiteral("6.b.wav"));
+    control.Open(MakeLoose(QStringLiteral("loose.wav")));
+    ASSERT_EQ(rows.Field(1, SubFileName), "loose.wav");
+    EXPECT_EQ(Playing(), "loose.wav");
+    EXPECT_THAT(Bold(), ElementsAre(1));
+}
+
 TEST_F(MediaOpenTest, APlaylistIsReadAndItsFirstEntryPlayed) {
     Load(1);
     MakeLoose(QStringLiteral("x.wav"));
