@@ -28,7 +28,8 @@ public:
 
     // --- When sound stops without an end ---
 
-    // No more blocks will come for now: Advance lets all parts fall to their rest. The next block ends this.
+    // No more blocks will come for now: by Advance, which the view then calls, all parts fall to their rest.
+    // The next block ends this.
     void FallToRest();
     bool IsFalling() const { return falling_; }
     // Goes on by the time since the last move. To be called some 30 times a second while IsFalling.

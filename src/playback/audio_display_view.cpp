@@ -65,13 +65,6 @@ AudioDisplayView::AudioDisplayView(AudioDisplay& display, QWidget* parent)
 
 AudioDisplayView::~AudioDisplayView() = default;
 
-void AudioDisplayView::FallToRest() {
-    display_.FallToRest();
-    if (display_.IsFalling()) {
-        fallTimer_.start();
-    }
-}
-
 void AudioDisplayView::TakeType() {
     const std::array<QString, displayTypeCount> names = {tr("Level Bars"), tr("Analog"), tr("FFT Fire"),
                                                          tr("FFT Glass"), tr("FFT Kryptonite")};
@@ -115,6 +108,9 @@ void AudioDisplayView::LayIfNeeded() {
 }
 
 void AudioDisplayView::Follow() {
+    if (display_.IsFalling() && !fallTimer_.isActive()) {
+        fallTimer_.start();
+    }
     if (!isVisible()) {
         return;
     }

@@ -23,10 +23,6 @@ public:
 
     QSize sizeHint() const override { return {150, 62}; }
 
-public slots:
-    // The sound stops without an end: all parts fall to their rest.
-    void FallToRest();
-
 protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;

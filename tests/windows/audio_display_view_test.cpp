@@ -224,7 +224,7 @@ TEST_F(AudioDisplayViewTest, TheFourBordersDiffer) {
 TEST_F(AudioDisplayViewTest, LeftAloneItFallsToRestAndThenStandsStill) {
     const QImage rest = Picture();
     Draw(Tone(25000), 5);
-    view.FallToRest();
+    display.FallToRest();
     for (int i = 0; i < 200 && display.IsFalling(); ++i) {
         clock.monotonicMs += 200;
         QTest::qWait(40);
