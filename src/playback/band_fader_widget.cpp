@@ -92,6 +92,9 @@ BandFaderWidget::BandFaderWidget(int highestY, int lowestY, QWidget* parent)
 }
 
 void BandFaderWidget::ShowGain(float gainDb) {
+    if (gainDb == gainDb_) {
+        return;
+    }
     const QSignalBlocker quiet(this);
     gainDb_ = gainDb;
     setValue(static_cast<int>(std::lround(gainDb)));

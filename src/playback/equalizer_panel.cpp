@@ -119,9 +119,15 @@ void EqualizerPanel::ShowGains(const EqualizerGains& gainsDb) {
 }
 
 void EqualizerPanel::ShowControl() {
+    if (shownLargestDb_ != bands_.LargestGainDb()) {
+        shownLargestDb_ = bands_.LargestGainDb();
+        glass_ = {};
+        for (BandFaderWidget* fader : faders_) {
+            fader->SetLargestGain(shownLargestDb_);
+        }
+    }
     const EqualizerGains gainsDb = bands_.Gains();
     for (size_t band = 0; band < faders_.size(); ++band) {
-        faders_[band]->SetLargestGain(bands_.LargestGainDb());
         faders_[band]->ShowGain(gainsDb[band]);
     }
     UpdateCurve();
@@ -232,11 +238,30 @@ void EqualizerPanel::PaintCurve(QPainter& painter) const {
     painter.drawPath(stroke);
 }
 
-void EqualizerPanel::paintEvent(QPaintEvent* /*event*/) {
-    QPainter painter(this);
+// What does not change from one picture to the next while a band moves.
+void EqualizerPanel::DrawGlass() {
+    const QSize pixels = (QSizeF(size()) * devicePixelRatioF()).toSize();
+    glass_ = QPixmap(pixels);
+    glass_.setDevicePixelRatio(devicePixelRatioF());
+    glass_.fill(Qt::transparent);
+    QPainter painter(&glass_);
     painter.setRenderHint(QPainter::Antialiasing);
     PaintGlass(painter, rect());
     PaintScale(painter);
+}
+
+void EqualizerPanel::resizeEvent(QResizeEvent* event) {
+    glass_ = {};
+    QWidget::resizeEvent(event);
+}
+
+void EqualizerPanel::paintEvent(QPaintEvent* /*event*/) {
+    if (glass_.isNull() || glass_.devicePixelRatio() != devicePixelRatioF()) {
+        DrawGlass();
+    }
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.drawPixmap(0, 0, glass_);
     PaintCurve(painter);
     PaintLabels(painter);
 }

@@ -6,6 +6,7 @@
 #include "playback/equalizer_bands.h"
 #include "playback/value_bubble_widget.h"
 
+#include <QPixmap>
 #include <QPolygonF>
 #include <QWidget>
 #include <array>
@@ -30,6 +31,7 @@ signals:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void timerEvent(QTimerEvent* event) override;
     void hideEvent(QHideEvent* event) override;
 
@@ -39,6 +41,7 @@ private:
     void Tell(int band);
     void UpdateCurve();
     double YOf(double gainDb) const;
+    void DrawGlass();
     void PaintScale(QPainter& painter) const;
     void PaintLabels(QPainter& painter) const;
     void PaintCurve(QPainter& painter) const;
@@ -46,6 +49,8 @@ private:
     EqualizerBands bands_;
     std::array<BandFaderWidget*, equalizerBands> faders_{};
     QPolygonF curve_; // of the response in dB, over x of the panel
+    QPixmap glass_;   // with the lines of the scale, at the screen's scale
+    float shownLargestDb_ = 0;
     ValueBubbleWidget* bubble_;
     int bubbleTimer_ = 0;
     bool isShowing_ = false; // gains are shown, not chosen
