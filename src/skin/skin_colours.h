@@ -14,5 +14,9 @@ inline constexpr QColor red(255, 90, 79);
 inline constexpr QColor textOnGlass(0xD7, 0xDA, 0xF5);
 inline constexpr QColor textOnBody(0xC3, 0xC8, 0xD2);
 inline constexpr QColor textMuted(0x8A, 0x90, 0x9C);
+inline constexpr QColor textMutedOnBody(0xA6, 0xAC,
+                                        0xB8); // the muted one is too dark on the body's upper part
+inline constexpr QColor textDisabled(0x6C, 0x72, 0x7D);
+inline constexpr QColor accentOnBody(0xA6, 0xA6, 0xFF); // the accent as a text on the body
 
 } // namespace kestrune::colours
