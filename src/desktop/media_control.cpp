@@ -116,7 +116,7 @@ MediaTrack MediaControl::Track() {
     track.title = row > 0 ? parts_.rows.Title(row).trimmed() : path.section(u'/', -1);
     // A row shows the artist too, which has a place of its own here.
     const QString head = tags_.artist + QStringLiteral(" - ");
-    if (!tags_.artist.isEmpty() && track.title.startsWith(head) && track.title.size() > head.size()) {
+    if (!tags_.artist.isEmpty() && track.title.startsWith(head)) {
         track.title.remove(0, head.size());
     }
     return track;

@@ -201,6 +201,10 @@ TEST_F(MediaTrackTest, TagsAreReadOnceForEachStart) {
     audioInfo.StoredTag(path, TagKind::Id3v2).album = QStringLiteral("New album");
     control.Previous();
     EXPECT_EQ(Track().album, "New album");
+    audioInfo.StoredTag(path, TagKind::Id3v2).album = QStringLiteral("Newest album");
+    control.Stop();
+    control.Play();
+    EXPECT_EQ(Track().album, "Newest album");
 }
 
 TEST_F(MediaTrackTest, ATitleOfNothingButTheArtistIsKept) {
