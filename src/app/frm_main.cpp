@@ -1,216 +1,122 @@
 #include "app/frm_main.h"
 
+#include "app/main_controls_builder.h"
+#include "app/program_icon.h"
+#include "playback/display_frame.h"
+#include "playback/format_lamps.h"
 #include "playback/position.h"
 #include "playlist/playlist_totals.h"
 
+#include <QApplication>
 #include <QCloseEvent>
-#include <QCoreApplication>
-#include <QGuiApplication>
-#include <QScreen>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMouseEvent>
+#include <algorithm>
 
 namespace kestrune {
 
 namespace {
 
-enum MenuLabel { MenuFile = 0, MenuPlay = 1, MenuOptions = 7 };
+constexpr int altKeyCode = 18;
 constexpr int nameGap = 10;
 constexpr int repaintPeriodMs = 33;
+constexpr int bigDigitTop = 238;
+constexpr int smallDigitTop = 257;
+constexpr int bigDigitStep = 12;
+constexpr int smallDigitStep = 9;
+constexpr int firstDigitLeft = 4;
+constexpr qint32 startLevelsColour = 0x8080FF;
+constexpr qint32 startFftSize = 4096;
+constexpr float startEqualizerRange = 30;
 
-const QString windowStyle = QStringLiteral(
-    "QWidget#frmMain { background: qlineargradient(x1:0,y1:0,x2:0,y2:1, stop:0 #353A42, stop:1 #1D2025); }"
-    "QLabel { color: #C3C8D2; font-size: 11px; }"
-    "QPushButton { color: #C3C8D2; background: transparent; border: none; font-size: 11px; }"
-    "QPushButton:hover { color: #8080ff; } QPushButton:disabled { color: #5A5F68; }"
-    "QPushButton:focus { border: 1px dotted #8080ff; } QPushButton:checked { color: #8080ff; }"
-    "QFrame#KSTAudioDisplay1 { background: #141414; }"
-    "QLabel[clock=\"true\"] { color: #8080ff; font-size: 20px; }"
-    "QLabel[ticks=\"true\"] { color: #8080ff; font-size: 13px; }");
+// The codes that the routing takes, 0 for other keys.
+int KeyCode(const QKeyEvent& event) {
+    if (event.key() == Qt::Key_Alt) {
+        return altKeyCode;
+    }
+    return event.key() >= Qt::Key_A && event.key() <= Qt::Key_Z ? event.key() : 0;
+}
 
 } // namespace
 
 FrmMain::FrmMain(const FrmMainParts& parts)
-    : parts_(parts),
-      controls_(MakeMainControls(this, parts_.rows, parts_.knob)),
-      menus_(this, parts_.options, parts_.rows) {
+    : SkinnedWindow(corners::mainWindow),
+      parts_(parts),
+      controls_(MakeMainControls(
+          this, {parts_.pictures, Chrome().Hover(), parts_.rows, parts_.knob, parts_.display})),
+      menus_(this, parts_.options, parts_.rows, parts_.routing) {
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(parts_.state.AppTitle);
-    setAttribute(Qt::WA_StyledBackground);
-    for (QLabel* digit : controls_.ImageData) {
-        digit->setProperty("clock", true);
-    }
-    for (QLabel* digit : controls_.ImageData1) {
-        digit->setProperty("ticks", true);
-    }
-    setStyleSheet(windowStyle);
-    for (const int menu : {2, 3, 4, 5, 6}) {
-        controls_.LabelMenu[static_cast<size_t>(menu)]->setEnabled(false);
-    }
-    for (const int command : {1, 4, 5}) {
-        controls_.ImageListCmd[static_cast<size_t>(command)]->setEnabled(false);
-    }
+    setWindowIcon(ProgramIcon());
+    Chrome().SetBackground(&parts_.pictures.Window());
+    TimerToolBar.setInterval(toolBarTickMs);
+    TimerVolume.setInterval(idleTickMs);
     ConnectTransport();
+    ConnectLooks();
     ConnectPlaylist();
+    ConnectListView();
     ConnectControls();
+    ConnectToolBar();
+    ConnectOptions();
+    ConnectMenus();
     for (int button = 0; button < transportButtonCount; ++button) {
         controls_.ImagePlayButton[static_cast<size_t>(button)]->setEnabled(
             parts_.transport.IsButtonEnabled(button));
     }
-    controls_.ImagePlayButton[ButtonRecord]->setEnabled(false);
+    QApplication::instance()->installEventFilter(this);
 }
 
-void FrmMain::ConnectTransport() {
-    Transport* transport = &parts_.transport;
-    connect(transport, &Transport::ButtonEnabled, this, [this](int index, bool enabled) {
-        // Recording has no window yet.
-        controls_.ImagePlayButton[static_cast<size_t>(index)]->setEnabled(enabled && index != ButtonRecord);
-    });
-    connect(transport, &Transport::LampShown, this, [this](Lamp lamp) {
-        for (size_t i = 0; i < controls_.ImageSmall.size(); ++i) {
-            controls_.ImageSmall[i]->setVisible(static_cast<int>(lamp) == static_cast<int>(i));
-        }
-    });
-    connect(transport, &Transport::PauseCaption, menus_.mnuPause, &QAction::setText);
-    connect(transport, &Transport::NameShown, this, &FrmMain::ShowName);
-    connect(transport, &Transport::ChangeColorEnabled, controls_.Command1, &QPushButton::setEnabled);
-    connect(transport, &Transport::ThumbVisible, controls_.positionBar, &PositionBar::SetThumbVisible);
-    connect(transport, &Transport::PositionReset, this, [this] { controls_.positionBar->SetLineWidth(0); });
-    connect(transport, &Transport::ClockCleared, this, &FrmMain::PaintSkin);
-    connect(transport, &Transport::KhzShown, this, &FrmMain::ShowKhz);
-    connect(transport, &Transport::RowShown, controls_.ListViewPlaylist, &PlaylistView::EnsureVisible);
-    connect(transport, &Transport::TimeShown, this, &FrmMain::ShowTime);
-}
-
-void FrmMain::ConnectPlaylist() {
-    Admission* admission = &parts_.admission;
-    PlaylistFiles* files = &parts_.files;
-    PlaylistView* list = controls_.ListViewPlaylist;
-    connect(admission, &Admission::RowShown, list, &PlaylistView::EnsureVisible);
-    connect(admission, &Admission::TotalsChanged, this, &FrmMain::GetFileLong);
-    connect(admission, &Admission::WaitCursor, this, &FrmMain::SetWaitCursor);
-    connect(files, &PlaylistFiles::TotalsChanged, this, &FrmMain::GetFileLong);
-    connect(files, &PlaylistFiles::WindowRepaint, this, &FrmMain::RepaintNow);
-    connect(files, &PlaylistFiles::FilesAdded, this,
-            [this] { parts_.transport.SetPlayButtonTrueFalse(ButtonPlay, true); });
-    connect(files, &PlaylistFiles::NeighboursChanged, &parts_.transport, &Transport::SetPreNextButton);
-    connect(files, &PlaylistFiles::ListLoaded, this, [this] {
-        const bool canStart = parts_.rows.Count() > 0 && !parts_.transport.IsPlaying;
-        parts_.transport.SetPlayButtonTrueFalse(ButtonPlay, canStart);
-        parts_.transport.SetPreNextButton();
-    });
-    connect(list, &PlaylistView::RowClicked, this, &FrmMain::RowClicked);
-    connect(list, &PlaylistView::RowActivated, this, [this](int row) {
-        parts_.state.ClickedIndex = row;
-        parts_.transport.ListViewPlaylist_DblClick();
-    });
-    connect(list, &PlaylistView::AddRequested, files, &PlaylistFiles::AddFilesByDialog);
-    // The program that the files come from waits until the drop has returned.
-    connect(list, &PlaylistView::FilesDropped, files, &PlaylistFiles::AddDroppedFiles, Qt::QueuedConnection);
-    connect(list, &PlaylistView::MenuRequested, menus_.popmn,
-            [this](const QPoint& at) { menus_.popmn->popup(at); });
-    connect(&parts_.options, &Options::ColumnsChanged, this,
-            [this] { controls_.ListViewPlaylist->SetColumns(parts_.options.Columns()); });
-}
-
-void FrmMain::ConnectControls() {
-    for (size_t i = 0; i < controls_.ImagePlayButton.size(); ++i) {
-        connect(controls_.ImagePlayButton[i], &QPushButton::clicked, this,
-                [this, i] { parts_.transport.ImagePlayButton_Click(static_cast<int>(i)); });
-    }
-    for (size_t i = 0; i < controls_.ImageRepeatModeBut.size(); ++i) {
-        connect(controls_.ImageRepeatModeBut[i], &QPushButton::clicked, this, [this, i] {
-            parts_.options.ImageRepeatModeBut_Click(static_cast<int>(i));
-            ShowModes();
-        });
-    }
-    for (const int menu : {MenuFile, MenuPlay, MenuOptions}) {
-        connect(controls_.LabelMenu[static_cast<size_t>(menu)], &QPushButton::clicked, this,
-                [this, menu] { PopUp(menu); });
-    }
-    connect(controls_.ImageWin[0], &QPushButton::clicked, this, &QWidget::close);
-    connect(controls_.ImageWin[1], &QPushButton::clicked, this, [this] {
-        setWindowTitle(controls_.LabelCaption->text());
-        showMinimized();
-    });
-    connect(controls_.ImageListCmd[0], &QPushButton::clicked, &parts_.files,
-            &PlaylistFiles::AddFilesByDialog);
-    connect(controls_.ImageListCmd[2], &QPushButton::clicked, this,
-            [this] { parts_.files.OpenSavePlayList(QStringLiteral("OPEN"), false); });
-    connect(controls_.ImageListCmd[3], &QPushButton::clicked, this, [this] {
-        if (parts_.rows.Count() > 0) {
-            parts_.files.OpenSavePlayList(QStringLiteral("SAVE"), false);
-        }
-    });
-    connect(controls_.positionBar, &PositionBar::DragStarted, this,
-            [this] { parts_.state.SeekDragging = true; });
-    connect(controls_.positionBar, &PositionBar::DragCancelled, this,
-            [this] { parts_.state.SeekDragging = false; });
-    connect(controls_.positionBar, &PositionBar::Sought, this,
-            [this](double lineWidth) { parts_.transport.SeekToLine(lineWidth, PositionBar::thumbWidth); });
-    connect(controls_.volumeKnob, &VolumeKnobView::VolumeChosen, this, &FrmMain::SetVolumeFromKnob);
-    connect(&menus_, &MainMenus::StartChosen, &parts_.transport, &Transport::PlayCurrentItem);
-    connect(&menus_, &MainMenus::PauseChosen, &parts_.transport, &Transport::PauseContinue);
-    connect(&menus_, &MainMenus::StopChosen, &parts_.transport, [this] {
-        parts_.transport.IsPaused = false;
-        parts_.transport.StopPlay();
-    });
-    connect(&menus_, &MainMenus::ExitChosen, this, &QWidget::close);
-    QWidget* display = controls_.KSTAudioDisplay1;
-    display->setContextMenuPolicy(Qt::CustomContextMenu);
-    connect(display, &QWidget::customContextMenuRequested, menus_.mnuOptions,
-            [this, display](const QPoint& at) { menus_.mnuOptions->popup(display->mapToGlobal(at)); });
-    connect(&parts_.options, &Options::Changed, this, &FrmMain::ShowModes);
-    connect(&parts_.options, &Options::FftTypeChosen, this,
-            [this](int /*type*/, int intervalMs) { parts_.audioPlayer.SetTimerInterval(intervalMs); });
-    connect(controls_.ImageChgLstBnd, &QPushButton::clicked, this, [this] {
-        const bool showList = controls_.ListViewPlaylist->isHidden();
-        controls_.ListViewPlaylist->setVisible(showList);
-        controls_.KSTEqualizer21->setVisible(!showList);
-    });
-    connect(controls_.KSTEqualizer21, &EqualizerPanel::GainsChanged, &parts_.options, &Options::SetBands);
-    connect(&parts_.options, &Options::BandsChanged, this, [this] {
-        controls_.KSTEqualizer21->ShowGains(parts_.options.Bands());
-        parts_.audioPlayer.EnableEqualizer(true);
-        parts_.audioPlayer.SetEqualizer(parts_.options.Bands());
-    });
-}
+// --- Steps of the start ---
 
 void FrmMain::FillColourList() {
-    controls_.ListView1->addItems({QStringLiteral("BackColor"), QStringLiteral("BorderColor"),
-                                   QStringLiteral("InscriptionsColor"), QStringLiteral("LevelsColor"),
-                                   QStringLiteral("MaxLevelColor"), QStringLiteral("ScaleColor")});
-    controls_.ListView1->setCurrentRow(0);
+    controls_.colourPanel->FillColourList();
+}
+
+void FrmMain::PrepareDisplay() {
+    parts_.display.SetProperty(DisplayLevelsColor, startLevelsColour);
+    parts_.display.SetProperty(DisplayBorderStyle, BorderLowered);
+    parts_.display.SetProperty(DisplayFftSize, startFftSize);
+    controls_.KSTEqualizer21->Control().SetProperty(equalizerRange, startEqualizerRange);
 }
 
 void FrmMain::PrepareSkin() {
+    Chrome().AddTitle(controls_.LabelTitle);
+    for (MenuLabel* label : controls_.LabelMenu) {
+        Chrome().AddHand(label);
+    }
+    for (ImageButton* button : findChildren<ImageButton*>()) {
+        Chrome().AddHand(button);
+    }
     controls_.positionBar->SetLineWidth(0);
 }
 
 void FrmMain::PaintSkin() {
-    for (QLabel* digit : controls_.ImageData) {
-        digit->setText(QStringLiteral("0"));
-    }
-    for (QLabel* digit : controls_.ImageData1) {
-        digit->setText(QStringLiteral("0"));
-    }
+    PutPicClip();
+    ClearTimer();
 }
 
 void FrmMain::SizeAndCentre() {
-    setFixedSize(mainWindowWidth, mainWindowHeight);
-    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
-    move(screen.center() - rect().center());
+    setFixedSize(layout::window);
+    Chrome().Centre();
 }
 
 void FrmMain::ShowKnob() {
     controls_.volumeKnob->ShowKnob();
-    SetVolumeFromKnob(parts_.knob.Volume());
+    VolumeTurned(parts_.knob.Volume());
 }
 
 void FrmMain::Show() {
     GetFileLong();
     ShowModes();
+    ShowToolBar();
+    ShowPanel(Panel::Playlist);
+    TimerVolume.start();
     controls_.ListViewPlaylist->setFocus();
     show();
 }
+
+// --- Keys and mouse ---
 
 void FrmMain::closeEvent(QCloseEvent* event) {
     UnloadMainWindow(parts_.rows, parts_.files);
@@ -218,31 +124,130 @@ void FrmMain::closeEvent(QCloseEvent* event) {
     QCoreApplication::quit();
 }
 
-void FrmMain::keyPressEvent(QKeyEvent* event) {
-    if (!event->modifiers().testFlag(Qt::AltModifier)) {
-        QWidget::keyPressEvent(event);
-        return;
+void FrmMain::changeEvent(QEvent* event) {
+    // The release of a key that is let go in another window never comes here.
+    if (event->type() == QEvent::ActivationChange && !isActiveWindow()) {
+        parts_.routing.KeyUp();
+        ShowLetters(false);
     }
-    switch (event->key()) {
-    case Qt::Key_F:
-        PopUp(MenuFile);
+    if (event->type() == QEvent::WindowStateChange) {
+        isMinimized() ? TimerVolume.stop() : TimerVolume.start();
+    }
+    SkinnedWindow::changeEvent(event);
+}
+
+// The window sees keys before its controls do.
+bool FrmMain::eventFilter(QObject* watched, QEvent* event) {
+    const auto* widget = qobject_cast<QWidget*>(watched);
+    if (widget == nullptr || widget->window() != this) {
+        return SkinnedWindow::eventFilter(watched, event);
+    }
+    switch (event->type()) {
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+        if (HandleKey(event)) {
+            return true;
+        }
         break;
-    case Qt::Key_P:
-        PopUp(MenuPlay);
-        break;
-    case Qt::Key_O:
-        PopUp(MenuOptions);
+    case QEvent::Enter:
+    case QEvent::MouseMove:
+        ToolBarMouse(widget);
         break;
     default:
-        QWidget::keyPressEvent(event);
         break;
+    }
+    return SkinnedWindow::eventFilter(watched, event);
+}
+
+bool FrmMain::HandleKey(QEvent* event) {
+    const auto* key = static_cast<QKeyEvent*>(event);
+    if (QApplication::activePopupWidget() != nullptr || QApplication::activeModalWidget() != nullptr) {
+        return false;
+    }
+    if (event->type() == QEvent::KeyPress) {
+        const int code = KeyCode(*key);
+        ShowLetters(code == altKeyCode || (parts_.routing.IsAltDown() && code != 0));
+        return code != 0 && parts_.routing.KeyDown(code) && code != altKeyCode;
+    }
+    if (key->isAutoRepeat()) {
+        return false;
+    }
+    parts_.routing.KeyUp();
+    ShowLetters(false);
+    // In a text the key deletes a letter.
+    if (key->key() == Qt::Key_Delete && qobject_cast<QLineEdit*>(QApplication::focusWidget()) == nullptr) {
+        parts_.editing.DeleteKey();
+        return true;
+    }
+    return false;
+}
+
+void FrmMain::ShowLetters(bool shown) {
+    for (MenuLabel* label : controls_.LabelMenu) {
+        label->ShowLetter(shown);
     }
 }
 
-void FrmMain::PopUp(int menu) {
-    const QPushButton* label = controls_.LabelMenu[static_cast<size_t>(menu)];
-    QMenu* chosen = menu == MenuFile ? menus_.mnuFile : menu == MenuPlay ? menus_.mnuPlay : menus_.mnuOptions;
-    chosen->popup(label->mapToGlobal(label->rect().bottomLeft()));
+void FrmMain::PopUpAtLabel(MainMenu menu) {
+    const MenuLabel* label = controls_.LabelMenu[static_cast<size_t>(menu)];
+    menus_.Menu(menu)->popup(label->mapToGlobal(QPoint(0, 0)));
+}
+
+void FrmMain::PopUpAtCursor(MainMenu menu) {
+    const MenuLabel* label = controls_.LabelMenu[static_cast<size_t>(menu)];
+    // A label pressed by a key has no cursor on it.
+    const bool byMouse = label->rect().contains(label->mapFromGlobal(QCursor::pos()));
+    menus_.Menu(menu)->popup(byMouse ? QCursor::pos() : label->mapToGlobal(label->rect().bottomLeft()));
+}
+
+void FrmMain::Raise() {
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    show();
+    raise();
+    activateWindow();
+}
+
+// --- What is shown ---
+
+void FrmMain::ShowPanel(Panel panel) {
+    controls_.ListViewPlaylist->setVisible(panel == Panel::Playlist);
+    controls_.listScrollBar->setVisible(panel == Panel::Playlist);
+    controls_.KSTEqualizer21->setVisible(panel == Panel::Equalizer);
+    controls_.colourPanel->setVisible(panel == Panel::Colours);
+    controls_.ImageChgLstBnd->setChecked(panel == Panel::Equalizer);
+    controls_.ImageColour->setChecked(panel == Panel::Colours);
+}
+
+void FrmMain::PutPicClip() {
+    for (size_t i = 0; i < controls_.PictureClp.size(); ++i) {
+        const FramePiece& piece = displayFramePieces[i];
+        controls_.PictureClp[i]->GetPicClip(piece.strip.x(), piece.strip.y(), piece.strip.width(),
+                                            piece.strip.height(), piece.window.x(), piece.window.y());
+    }
+    parts_.display.SetProperty(DisplayBackColor, DisplayGround(parts_.options.FftType()));
+}
+
+void FrmMain::ClearTimer() {
+    ShowDigits({});
+}
+
+void FrmMain::ShowDigits(const ClockDigits& digits) {
+    for (size_t i = 0; i < digits.ticks.size(); ++i) {
+        controls_.ImageData1[i]->SetCut(
+            {{digits.ticks[i] * smallDigitStep + firstDigitLeft, smallDigitTop}, layout::smallDigit});
+    }
+    for (size_t i = 0; i < digits.minutesSeconds.size(); ++i) {
+        controls_.ImageData[i]->SetCut(
+            {{digits.minutesSeconds[i] * bigDigitStep + firstDigitLeft, bigDigitTop}, layout::bigDigit});
+    }
+}
+
+void FrmMain::ShowTime(qint64 ms, qint64 totalMs) {
+    if (totalMs == 0) {
+        return;
+    }
+    ShowDigits(DigitsFor(ms));
+    controls_.positionBar->SetLineWidth(LineWidthFor(ms, totalMs, PositionBar::thumbWidth));
 }
 
 void FrmMain::GetFileLong() {
@@ -251,8 +256,8 @@ void FrmMain::GetFileLong() {
     controls_.LabelSeltal[1]->setText(texts.LabelSeltal1);
     controls_.PictureSelToal->setToolTip(texts.PictureSelToalTip);
     controls_.LabelTemp->setText(texts.LabelTemp);
-    controls_.PictureSelToal->setText(texts.LabelTemp);
-    int right = totalsRight;
+    controls_.PictureSelToal->SetText(texts.LabelTemp);
+    int right = layout::totalsRight;
     for (QLabel* label : controls_.LabelSeltal) {
         label->resize(label->sizeHint().width(), label->height());
         label->move(right - label->width(), label->y());
@@ -260,44 +265,34 @@ void FrmMain::GetFileLong() {
     }
 }
 
-void FrmMain::ShowTime(qint64 ms, qint64 totalMs) {
-    if (totalMs == 0) {
-        return;
-    }
-    const ClockDigits digits = DigitsFor(ms);
-    for (size_t i = 0; i < digits.ticks.size(); ++i) {
-        controls_.ImageData1[i]->setText(QString::number(digits.ticks[i]));
-    }
-    for (size_t i = 0; i < digits.minutesSeconds.size(); ++i) {
-        controls_.ImageData[i]->setText(QString::number(digits.minutesSeconds[i]));
-    }
-    controls_.positionBar->SetLineWidth(LineWidthFor(ms, totalMs, PositionBar::thumbWidth));
-}
-
 void FrmMain::ShowName(const QString& fileName) {
     QLabel* name = controls_.LabelName;
     name->setText(fileName + QStringLiteral(" - "));
     const int left = controls_.LabelCaption->geometry().right() + 1;
     int width = name->sizeHint().width();
-    const int closeLeft = controls_.ImageWin[1]->x();
-    if (left + width > closeLeft) {
-        width = closeLeft - nameGap - left;
+    const int limit = controls_.ImageWin[1]->x();
+    if (left + width > limit) {
+        width = limit - nameGap - left;
     }
     name->setGeometry(left, name->y(), width, name->height());
 }
 
-void FrmMain::ShowKhz(bool show, const QString& formatText) {
+void FrmMain::DispKhz(bool show, const QString& formatText) {
+    controls_.LabelFormat->setText(show ? formatText : QString());
     if (!show) {
-        controls_.Image44100->clear();
-        controls_.ImageKBPS->clear();
+        controls_.Image44100->Clear();
+        controls_.ImageKBPS->Clear();
         return;
     }
-    const QString upper = formatText.toUpper();
-    controls_.Image44100->setText(upper.contains(QLatin1String("44,100")) ? QStringLiteral("44.1 kHz")
-                                                                          : QStringLiteral("kHz"));
-    const qsizetype unit = upper.indexOf(QLatin1String(" KBPS"));
-    const QString rate = unit < 0 ? QString() : upper.left(unit).section(u' ', -1);
-    controls_.ImageKBPS->setText(rate.isEmpty() ? QString() : rate + QStringLiteral(" kbit"));
+    const LampCut rate = SampleRateLamp(formatText);
+    controls_.Image44100->GetPicClip(rate.left, lampTop, rate.width, lampHeight);
+    const LampCut bits = BitRateLamp(formatText);
+    // Narrow figures stand at the right, beside their unit.
+    controls_.ImageKBPS->GetPicClip(bits.left, lampTop, bits.width, lampHeight,
+                                    layout::ImageKBPS.x() + layout::ImageKBPS.width() - bits.width);
+    for (PictureLabel* lamp : {controls_.Image44100, controls_.ImageKBPS}) {
+        lamp->setAccessibleName(formatText);
+    }
 }
 
 void FrmMain::ShowModes() {
@@ -306,8 +301,32 @@ void FrmMain::ShowModes() {
     }
 }
 
-void FrmMain::SetVolumeFromKnob(qint32 volume) {
-    parts_.audioPlayer.SetVolume(PlayerVolumeFor(volume));
+void FrmMain::ToolBarMouse(const QWidget* under) {
+    for (int item = 0; item < toolBarItems; ++item) {
+        if (controls_.ImageToolBar[static_cast<size_t>(item)] == under) {
+            if (toolBar_.Move(item)) {
+                TimerToolBar.start();
+                ShowToolBar();
+            }
+            return;
+        }
+    }
+    if (toolBar_.Leave()) {
+        TimerToolBar.stop();
+        ShowToolBar();
+    }
+}
+
+void FrmMain::ShowToolBar() {
+    for (size_t item = 0; item < controls_.toolFrames.size(); ++item) {
+        const int frame = toolBar_.Frame(static_cast<int>(item));
+        PictureLabel* shown = controls_.toolFrames[item];
+        if (frame != ToolBarAnimation::blank) {
+            shown->GetImageClip(layout::toolFrameLefts[static_cast<size_t>(frame)],
+                                layout::toolFrameTops[item]);
+        }
+        shown->setVisible(frame != ToolBarAnimation::blank);
+    }
 }
 
 void FrmMain::RowClicked(int row) {
@@ -337,6 +356,16 @@ void FrmMain::SetWaitCursor(bool on) {
     } else {
         QGuiApplication::restoreOverrideCursor();
     }
+}
+
+void FrmMain::VolumeTurned(qint32 volume) {
+    parts_.audioPlayer.SetVolume(PlayerVolumeFor(volume));
+    emit VolumeChanged();
+}
+
+void FrmMain::SetVolume(qint32 volume) {
+    parts_.knob.SetVolume(volume);
+    ShowKnob();
 }
 
 } // namespace kestrune

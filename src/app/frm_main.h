@@ -3,67 +3,109 @@
 
 #include "app/main_controls.h"
 #include "app/main_menus.h"
+#include "app/menu_routing.h"
 #include "app/options.h"
 #include "app/start_up.h"
+#include "playback/audio_display.h"
 #include "playback/transport.h"
 #include "playback/volume_knob.h"
 #include "playlist/admission.h"
+#include "playlist/list_tip.h"
+#include "playlist/playlist_editing.h"
 #include "playlist/playlist_files.h"
+#include "skin/skinned_window.h"
 
 #include <QElapsedTimer>
+#include <QTimer>
 #include <QWidget>
 
 namespace kestrune {
 
 struct FrmMainParts {
+    const MainPictures& pictures;
     ProgramState& state;
     Options& options;
     PlaylistRows& rows;
     Admission& admission;
     PlaylistFiles& files;
+    PlaylistEditing& editing;
     Transport& transport;
+    MenuRouting& routing;
     VolumeKnob& knob;
+    ListTip& listTip;
+    AudioDisplay& display;
     KSTAudioPlayer2& audioPlayer;
 };
 
-// All that is passed in must outlive the window. Window thread.
-class FrmMain : public QWidget, public MainWindowSteps {
+// All parts must outlive the window. Window thread.
+class FrmMain : public SkinnedWindow, public MainWindowSteps {
     Q_OBJECT
 public:
     explicit FrmMain(const FrmMainParts& parts);
 
-    // MainWindowSteps
+    // --- Steps of the start ---
     void Hide() override { hide(); }
     void FillColourList() override;
-    void PrepareDisplay() override {}
+    void PrepareDisplay() override;
     void PrepareSkin() override;
     void PaintSkin() override;
     void SizeAndCentre() override;
     void ShowKnob() override;
     void Show() override;
 
+    // Sets the volume as the knob does, 0 to 65535.
+    void SetVolume(qint32 volume);
+    // Brings the window to the front.
+    void Raise();
+
+signals:
+    void VolumeChanged();
+
 protected:
     void closeEvent(QCloseEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    // What stands in the list's place.
+    enum class Panel { Playlist, Equalizer, Colours };
+
     void ConnectTransport();
+    void ConnectLooks();
     void ConnectPlaylist();
+    void ConnectListView();
     void ConnectControls();
-    void PopUp(int menu);
+    void ConnectToolBar();
+    void ConnectOptions();
+    void ConnectMenus();
+
+    bool HandleKey(QEvent* event);
+    void ShowLetters(bool shown);
+    void PopUpAtLabel(MainMenu menu);
+    void PopUpAtCursor(MainMenu menu);
+    void ShowPanel(Panel panel);
+    void PutPicClip();
+    void ClearTimer();
+    void ShowDigits(const ClockDigits& digits);
     void GetFileLong();
     void ShowTime(qint64 ms, qint64 totalMs);
     void ShowName(const QString& fileName);
-    void ShowKhz(bool show, const QString& formatText);
+    void DispKhz(bool show, const QString& formatText);
     void ShowModes();
-    void SetVolumeFromKnob(qint32 volume);
+    // The mouse is over this widget of the window.
+    void ToolBarMouse(const QWidget* under);
+    void ShowToolBar();
     void RowClicked(int row);
-    void SetWaitCursor(bool on);
     void RepaintNow();
+    void SetWaitCursor(bool on);
+    void VolumeTurned(qint32 volume);
 
     FrmMainParts parts_;
     MainControls controls_;
     MainMenus menus_;
+    ToolBarAnimation toolBar_;
+    QTimer TimerToolBar;
+    QTimer TimerVolume; // of the idle picture
     bool waiting_ = false;
     QElapsedTimer lastRepaint_;
 };

@@ -1,16 +1,51 @@
 // Puts the program together: the one place that knows both a window and a backend.
+#include "app/application_events.h"
 #include "app/folder_lock.h"
 #include "app/frm_main.h"
 #include "app/prompt_dialogs.h"
 #include "app/start_up.h"
 #include "app/system_clock.h"
+#include "app/tool_window_dialogs.h"
 #include "backends/codecs/codec_file.h"
+#include "backends/codecs/stereo_to_mono.h"
 #include "backends/sound/alsa_player.h"
+#include "backends/spectrum/tx_spectrum.h"
 #include "backends/tags/tag_information.h"
+#include "desktop/media_control.h"
+#include "desktop/mpris_service.h"
+#include "playback/audio_display.h"
+#include "playback/display_feed.h"
+#include "playback/volume_knob_view.h"
 
 #include <QApplication>
+#include <QDBusConnection>
 #include <QFont>
 #include <cstdlib>
+
+namespace kestrune {
+namespace {
+
+// Joins the window and the desktop's player controls. The bus is asked once the window is on screen.
+void ConnectDesktop(MediaControl& media, MprisService& mpris, FrmMain& window, VolumeKnob& knob) {
+    QObject::connect(&media, &MediaControl::VolumeRequested, &window, [&window, &knob](qint32 volume) {
+        knob.SetVolume(volume);
+        window.ShowKnob();
+    });
+    QObject::connect(window.findChild<VolumeKnobView*>(), &VolumeKnobView::VolumeChosen, &media,
+                     &MediaControl::Refresh);
+    QObject::connect(&media, &MediaControl::RaiseRequested, &window, [&window] {
+        window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+        window.show();
+        window.raise();
+        window.activateWindow();
+    });
+    QObject::connect(&media, &MediaControl::QuitRequested, &window, &QWidget::close);
+    QMetaObject::invokeMethod(
+        &mpris, [&mpris] { mpris.Start(QDBusConnection::sessionBus()); }, Qt::QueuedConnection);
+}
+
+} // namespace
+} // namespace kestrune
 
 int main(int argc, char** argv) {
     using namespace kestrune;
@@ -34,7 +69,9 @@ int main(int argc, char** argv) {
     }
 
     SystemClock clock;
+    ApplicationEvents pending;
     const auto audioPlayer = MakeAudioPlayer();
+    StereoToMonoTransform audioTransform;
     const auto audioFile = MakeAudioFile();
     const auto audioInfo = MakeAudioInformation();
     PlaylistRows rows;
@@ -42,13 +79,30 @@ int main(int argc, char** argv) {
     Admission admission(rows, *audioInfo, prompts);
     PlaylistFiles files(state, options, rows, admission, prompts);
     Transport transport({state, rows, options, *audioFile, *audioPlayer, prompts, clock});
+    PlaylistEditing editing(
+        state, rows, files, prompts,
+        {[&transport] { return transport.PlayFile; }, [&transport] { transport.StopPlay(); }});
+    TxSpectrum spectrum;
+    AudioDisplay display(spectrum, clock);
+    const DisplayFeed feed({transport, *audioFile, *audioPlayer, audioTransform, display, pending});
+    ToolWindowDialogs tools(state);
+    MenuRouting routing(state, transport, rows, tools, prompts);
     VolumeKnob knob{KnobGeometry{}};
-    FrmMain window({state, options, rows, admission, files, transport, knob, *audioPlayer});
+    ListTip listTip(clock);
+    const MainPictures pictures;
+    FrmMain window({pictures, state, options, rows, admission, files, editing, transport, routing, knob,
+                    listTip, display, *audioPlayer});
     prompts.SetOwner(&window);
+    tools.SetOwner(&window);
 
     if (!LoadMainWindow(
             {state, options, rows, files, transport, knob, *audioFile, *audioPlayer, prompts, window})) {
         return EXIT_SUCCESS;
     }
+    const auto playingInfo = MakeAudioInformation();
+    MediaControl media({state, options, rows, admission, files, transport, knob, *audioFile, *audioPlayer,
+                        *playingInfo, [] { return QApplication::activeModalWidget() != nullptr; }});
+    MprisService mpris(media);
+    ConnectDesktop(media, mpris, window, knob);
     return QApplication::exec();
 }

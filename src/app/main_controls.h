@@ -1,52 +1,64 @@
 // The controls of the main window, each under its name, at its place.
 #pragma once
 
+#include "app/main_layout.h"
+#include "app/main_pictures.h"
+#include "app/menu_label.h"
+#include "app/small_total_view.h"
+#include "app/tool_bar_animation.h"
+#include "playback/audio_display_view.h"
+#include "playback/colour_panel.h"
+#include "playback/display_frame.h"
 #include "playback/equalizer_panel.h"
 #include "playback/position_bar_widget.h"
 #include "playback/transport.h"
 #include "playback/volume_knob_view.h"
+#include "playlist/playlist_scroll_bar.h"
 #include "playlist/playlist_view.h"
+#include "skin/hover_keeper.h"
+#include "skin/image_button.h"
+#include "skin/picture_label.h"
 
 #include <QLabel>
-#include <QListWidget>
-#include <QPushButton>
 #include <array>
 
 namespace kestrune {
 
-inline constexpr int mainWindowWidth = 393;
-inline constexpr int mainWindowHeight = 385;
-inline constexpr int totalsRight = 383;
 inline constexpr int menuLabelCount = 8;
 inline constexpr int listButtonCount = 6;
+inline constexpr int stateLampCount = 3;
 
 // All of them are children of the window and go with it.
 struct MainControls {
+    QWidget* LabelTitle; // what the window is dragged by
     QLabel* LabelCaption;
     QLabel* LabelName;
-    std::array<QPushButton*, 2> ImageWin;
-    std::array<QPushButton*, menuLabelCount> LabelMenu;
-    std::array<QPushButton*, transportButtonCount> ImagePlayButton;
-    std::array<QLabel*, 3> ImageSmall;
-    std::array<QPushButton*, 3> ImageRepeatModeBut;
-    std::array<QPushButton*, listButtonCount> ImageListCmd;
-    std::array<QLabel*, 4> ImageData;
-    std::array<QLabel*, 2> ImageData1;
-    QLabel* Image44100;
-    QLabel* ImageKBPS;
+    std::array<ImageButton*, 2> ImageWin;
+    std::array<MenuLabel*, menuLabelCount> LabelMenu;
+    std::array<ImageButton*, toolBarItems> ImageToolBar;
+    std::array<PictureLabel*, toolBarItems> toolFrames; // the moving pictures over the tool bar's buttons
+    QLabel* LabelFormat;                                // what is playing, in words
+    std::array<ImageButton*, transportButtonCount> ImagePlayButton;
+    std::array<PictureLabel*, stateLampCount> ImageSmall;
+    std::array<ImageButton*, 3> ImageRepeatModeBut;
+    std::array<ImageButton*, listButtonCount> ImageListCmd;
+    std::array<PictureLabel*, 4> ImageData;
+    std::array<PictureLabel*, 2> ImageData1;
+    PictureLabel* Image44100;
+    PictureLabel* ImageKBPS;
     std::array<QLabel*, 2> LabelSeltal;
-    QLabel* PictureSelToal;
+    SmallTotalView* PictureSelToal;
     QLabel* LabelTemp;
-    QFrame* KSTAudioDisplay1;
-    QListWidget* ListView1;
-    QPushButton* Command1;
+    std::array<PictureLabel*, framePieceCount> PictureClp; // the display's frame
+    AudioDisplayView* KSTAudioDisplay1;
+    ColourPanel* colourPanel; // in the list's place
     PositionBar* positionBar;
     VolumeKnobView* volumeKnob;
     PlaylistView* ListViewPlaylist;
+    PlaylistScrollBar* listScrollBar;
     EqualizerPanel* KSTEqualizer21; // in the list's place
-    QPushButton* ImageChgLstBnd;    // shows the one or the other
+    ImageButton* ImageChgLstBnd;    // shows the list or the equalizer
+    ImageButton* ImageColour;       // shows the colour panel
 };
-
-MainControls MakeMainControls(QWidget* window, PlaylistRows& rows, VolumeKnob& knob);
 
 } // namespace kestrune

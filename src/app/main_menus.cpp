@@ -6,26 +6,67 @@ namespace kestrune {
 
 namespace {
 
-QString Indexed(const QString& name, size_t index) {
+struct Entry {
+    int index;
+    QString caption; // "-" is a separator
+};
+
+template <typename Index>
+QString Indexed(const QString& name, Index index) {
     return QStringLiteral("%1(%2)").arg(name).arg(index);
 }
 
 } // namespace
 
-MainMenus::MainMenus(QWidget* window, Options& options, PlaylistRows& rows)
+MainMenus::MainMenus(QWidget* window, Options& options, PlaylistRows& rows, MenuRouting& routing)
     : QObject(window),
       mnuFile(new QMenu(window)),
       mnuPlay(new QMenu(window)),
+      mnuBurn(new QMenu(window)),
+      mnuConvert(new QMenu(window)),
+      mnuHelp(new QMenu(window)),
       mnuOptions(new QMenu(window)),
       popmn(new QMenu(window)),
       mnuPause(nullptr),
       options_(options),
-      rows_(rows) {
+      rows_(rows),
+      routing_(routing) {
     FillFile(window);
     FillPlay();
+    FillTools();
+    FillPopup(window);
     FillOptions();
     connect(&options_, &Options::Changed, this, &MainMenus::ShowChecks);
     ShowChecks();
+}
+
+QMenu* MainMenus::Menu(MainMenu menu) const {
+    switch (menu) {
+    case MainMenu::File:
+        return mnuFile;
+    case MainMenu::Play:
+        return mnuPlay;
+    case MainMenu::Burn:
+        return mnuBurn;
+    case MainMenu::Convert:
+        return mnuConvert;
+    case MainMenu::Help:
+        return mnuHelp;
+    case MainMenu::Options:
+        break;
+    }
+    return mnuOptions;
+}
+
+void MainMenus::Add(QMenu* menu, const QString& array, int index, const QString& caption,
+                    void (MenuRouting::*run)(int)) {
+    if (caption == QLatin1String("-")) {
+        menu->addSeparator();
+        return;
+    }
+    QAction* entry = menu->addAction(caption);
+    entry->setObjectName(Indexed(array, index));
+    connect(entry, &QAction::triggered, &routing_, [this, run, index] { (routing_.*run)(index); });
 }
 
 QMenu* MainMenus::SortMenu(QWidget* parent, const QString& name) {
@@ -72,13 +113,63 @@ void MainMenus::FillFile(QWidget* window) {
     mnuFile->addSeparator();
     mnuFile->addMenu(ItemMenu(window, QStringLiteral("mnplaylistitem")));
     mnuFile->addSeparator();
+    QAction* edit = mnuFile->addAction(QStringLiteral("Ed&it Tags"));
+    edit->setObjectName(QStringLiteral("mnfile(8)"));
+    connect(edit, &QAction::triggered, &routing_, &MenuRouting::EditTags);
+    mnuFile->addSeparator();
     QAction* exit = mnuFile->addAction(QStringLiteral("E&xit"));
     exit->setObjectName(QStringLiteral("mnfile(10)"));
     connect(exit, &QAction::triggered, this, &MainMenus::ExitChosen);
+}
+
+void MainMenus::FillTools() {
+    mnuBurn->setObjectName(QStringLiteral("mnuBurn"));
+    const std::array<QString, 5> burn = {
+        QStringLiteral("Open Burning Window"), QStringLiteral("-"), QStringLiteral("Burn Selected Files"),
+        QStringLiteral("Burn Unselected Files"), QStringLiteral("Burn All Files")};
+    mnuConvert->setObjectName(QStringLiteral("mnuConvert"));
+    const std::array<QString, 5> convert = {QStringLiteral("Open Converting Window"), QStringLiteral("-"),
+                                            QStringLiteral("Convert Selected Files"),
+                                            QStringLiteral("Convert UnSelected Files"),
+                                            QStringLiteral("Convert All Files")};
+    for (size_t i = 0; i < burn.size(); ++i) {
+        Add(mnuBurn, QStringLiteral("mBurn"), static_cast<int>(i), burn[i], &MenuRouting::mBurn_Click);
+        Add(mnuConvert, QStringLiteral("mConvert"), static_cast<int>(i), convert[i],
+            &MenuRouting::mConvert_Click);
+    }
+    mnuHelp->setObjectName(QStringLiteral("mnuHelp"));
+    const std::array<Entry, 9> help = {{{1, QStringLiteral("&Help")},
+                                        {2, QStringLiteral("-")},
+                                        {3, QStringLiteral("Home&page")},
+                                        {8, QStringLiteral("-")},
+                                        {9, QStringLiteral("&Subscription Newsletters")},
+                                        {10, QStringLiteral("-")},
+                                        {11, QStringLiteral("&Live Update")},
+                                        {12, QStringLiteral("-")},
+                                        {13, QStringLiteral("&About")}}};
+    for (const Entry& entry : help) {
+        Add(mnuHelp, QStringLiteral("mHelp"), entry.index, entry.caption, &MenuRouting::mHelp_Click);
+    }
+}
+
+void MainMenus::FillPopup(QWidget* window) {
     popmn->setObjectName(QStringLiteral("popmn"));
     popmn->addMenu(SortMenu(window, QStringLiteral("mnpopsort")));
     popmn->addSeparator();
     popmn->addMenu(ItemMenu(window, QStringLiteral("popplaylistitem")));
+    const std::array<Entry, 10> entries = {{{6, QStringLiteral("-")},
+                                            {7, QStringLiteral("Edit Tags")},
+                                            {8, QStringLiteral("-")},
+                                            {9, QStringLiteral("Burn Selected Files")},
+                                            {10, QStringLiteral("Burn UnSelected Files")},
+                                            {11, QStringLiteral("Burn All Files")},
+                                            {12, QStringLiteral("-")},
+                                            {13, QStringLiteral("Convert Selected Files")},
+                                            {14, QStringLiteral("Convert UnSelected Files")},
+                                            {15, QStringLiteral("Convert All Files")}}};
+    for (const Entry& entry : entries) {
+        Add(popmn, QStringLiteral("mnpop"), entry.index, entry.caption, &MenuRouting::mnpop_Click);
+    }
 }
 
 void MainMenus::FillPlay() {

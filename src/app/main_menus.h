@@ -1,6 +1,8 @@
-// The menus of the main window. They show the check marks of the options and run the options' actions.
+// The menus of the main window. They show the check marks of the options and run the options' and the
+// routing's actions.
 #pragma once
 
+#include "app/menu_routing.h"
 #include "app/options.h"
 #include "playlist/playlist_rows.h"
 
@@ -14,14 +16,19 @@ namespace kestrune {
 class MainMenus : public QObject {
     Q_OBJECT
 public:
-    // The menus are children of the window. Options and rows must outlive this object.
-    MainMenus(QWidget* window, Options& options, PlaylistRows& rows);
+    // The menus are children of the window. What is passed in must outlive this object.
+    MainMenus(QWidget* window, Options& options, PlaylistRows& rows, MenuRouting& routing);
 
     QMenu* mnuFile;
     QMenu* mnuPlay;
+    QMenu* mnuBurn;
+    QMenu* mnuConvert;
+    QMenu* mnuHelp;
     QMenu* mnuOptions;
     QMenu* popmn; // of the list
     QAction* mnuPause;
+
+    QMenu* Menu(MainMenu menu) const;
 
 signals:
     void StartChosen();
@@ -32,13 +39,19 @@ signals:
 private:
     void FillFile(QWidget* window);
     void FillPlay();
+    void FillTools();
+    void FillPopup(QWidget* window);
     void FillOptions();
+    // An entry with its index; `run` is called with the index.
+    void Add(QMenu* menu, const QString& array, int index, const QString& caption,
+             void (MenuRouting::*run)(int));
     QMenu* SortMenu(QWidget* parent, const QString& name);
     QMenu* ItemMenu(QWidget* parent, const QString& name);
     void ShowChecks();
 
     Options& options_;
     PlaylistRows& rows_;
+    MenuRouting& routing_;
     std::array<QAction*, fftTypeCount> mOptions1_{};
     std::array<QAction*, fftResolutionCount> mOptions2_{};
     std::array<QAction*, 15> mOptions_{};

@@ -165,6 +165,10 @@ void MenuRouting::EditTags() {
     Open(ToolWindow::frmInfo);
 }
 
+void MenuRouting::Record() {
+    Open(ToolWindow::frmRecord);
+}
+
 void MenuRouting::RunHtmlHelp(const QString& topic) {
     state_.HelpOpened = true;
     windows_.ShowHelp(topic);

@@ -16,6 +16,7 @@ enum class MainMenu { File = 0, Play = 1, Burn = 3, Convert = 4, Help = 6, Optio
 
 // The windows that open over the main window.
 enum class ToolWindow {
+    frmRecord,
     RipfrmMain,
     CDWriterMain,
     ConverterfrmDialog,
@@ -57,6 +58,8 @@ public:
     void ImageToolBar_Click(int index);
     // Nothing for an empty list; without a current row the first one is taken.
     void EditTags();
+    // The record button: its window comes first.
+    void Record();
     void RunHtmlHelp(const QString& topic);
 
 signals:

@@ -1,41 +1,67 @@
 // The position bar: elapsed line, track and thumb.
 #pragma once
 
+#include "playback/position.h"
+#include "skin/picture_label.h"
+#include "skin/skin_picture.h"
+
+#include <QPoint>
+#include <QTimer>
 #include <QWidget>
 
 namespace kestrune {
 
-// Its children are PictureStepLine1 (elapsed), PictureStepLine2 (track) and PictureStep (thumb). Window
-// thread.
+// Where the strip holds the bar's pictures. The track is part of the window's own picture.
+struct PositionPictures {
+    const SkinPicture& strip;
+    QPoint line;    // the whole lit line, positionBarWidth wide
+    int lineHeight; // pixels
+    QPoint thumb;
+    QPoint thumbHeld; // while the mouse is on it
+};
+
+// The widths are those of the elapsed line, in pixels from 0 to positionBarWidth - thumbWidth. Window thread.
 class PositionBar : public QWidget {
     Q_OBJECT
 public:
     static constexpr int thumbWidth = 12;
 
-    explicit PositionBar(QWidget* parent = nullptr);
+    explicit PositionBar(const PositionPictures& pictures, QWidget* parent = nullptr);
 
-    // Thumb and line to a width of the elapsed line, in pixels.
     void SetLineWidth(double width);
     double LineWidth() const { return lineWidth_; }
+    // Moves thumb and line back to the start in a quick glide.
+    void WalkToStart();
+    // Hiding the thumb ends a drag without a seek.
     void SetThumbVisible(bool visible);
 
 signals:
     void DragStarted();
-    // The thumb was hidden while it was held; its release will not be told.
     void DragCancelled();
     // The thumb was let go, or moved by a key.
     void Sought(double lineWidth);
 
 protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
 
 private:
     void Place();
+    void DragTo(double mouseX);
+    void SeekBy(double change);
+    void ShowThumb();
 
-    QWidget* line_;
+    PositionPictures pictures_;
     QWidget* track_;
-    QWidget* thumb_;
+    PictureLabel* line_;
+    PictureLabel* thumb_;
+    QTimer walk_;
     double lineWidth_ = 0;
     bool dragging_ = false;
 };

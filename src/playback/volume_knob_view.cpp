@@ -1,10 +1,13 @@
 #include "playback/volume_knob_view.h"
 
 #include "components/audio_player.h"
+#include "playback/volume_mark_button.h"
+#include "skin/skin_colours.h"
 
+#include <QAccessible>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QToolButton>
+#include <algorithm>
 #include <cmath>
 
 namespace kestrune {
@@ -12,14 +15,18 @@ namespace kestrune {
 namespace {
 
 constexpr qint32 keyStep = fullVolume / 32;
-constexpr int markSize = 8;
+constexpr qint32 pageStep = fullVolume / 8;
 constexpr int wheelNotch = 120;
-const QColor accent(128, 128, 255);
 
 } // namespace
 
-VolumeKnobView::VolumeKnobView(VolumeKnob& knob, const KnobGeometry& geometry, QWidget* parent)
-    : QWidget(parent), knob_(knob), geometry_(geometry), dot_(new QWidget(this)) {
+VolumeKnobView::VolumeKnobView(VolumeKnob& knob, const KnobGeometry& geometry, const KnobPictures& pictures,
+                               QWidget* parent)
+    : QWidget(parent),
+      knob_(knob),
+      geometry_(geometry),
+      pictures_(pictures),
+      dot_(new PictureLabel(pictures.strip, this)) {
     setObjectName(QStringLiteral("ImageVolumeButtonB"));
     setAccessibleName(tr("Volume"));
     setFocusPolicy(Qt::StrongFocus);
@@ -27,23 +34,15 @@ VolumeKnobView::VolumeKnobView(VolumeKnob& knob, const KnobGeometry& geometry, Q
                 static_cast<int>(geometry.knobWidth), static_cast<int>(geometry.knobWidth));
     // The mouse goes through the dot to the knob, whose own coordinates the rule takes.
     dot_->setObjectName(QStringLiteral("ImageVolumeButtonA"));
-    dot_->setAttribute(Qt::WA_TransparentForMouseEvents);
-    dot_->setStyleSheet(QStringLiteral("background:#8080ff;border-radius:4px"));
+    const QSize dotSize(static_cast<int>(geometry.dotSize), static_cast<int>(geometry.dotSize));
+    dot_->resize(dotSize);
+    dot_->SetCut({pictures.dot, dotSize});
     for (size_t i = 0; i < marks_.size(); ++i) {
-        auto* mark = new QToolButton(parent);
+        auto* mark = new VolumeMarkButton(pictures.strip, pictures.litMarks[i], parent);
         mark->setObjectName(QStringLiteral("ImageVol(%1)").arg(i));
         mark->setAccessibleName(tr("Volume mark %1").arg(i + 1));
-        mark->setAutoRaise(true);
-        // The marks stand outside the rim, on the line from the centre through the place of their dot.
-        const double centreX = geometry.knobLeft + geometry.knobWidth / 2;
-        const double centreY = geometry.knobTop + geometry.knobWidth / 2;
-        const double dx = knobMarks[i].dotLeft + geometry.dotSize / 2 - centreX;
-        const double dy = knobMarks[i].dotTop + geometry.dotSize / 2 - centreY;
-        const double scale = (geometry.knobWidth / 2 + markSize) / std::max(1.0, std::hypot(dx, dy));
-        mark->setGeometry(static_cast<int>(std::lround(centreX + dx * scale)) - markSize / 2,
-                          static_cast<int>(std::lround(centreY + dy * scale)) - markSize / 2, markSize,
-                          markSize);
-        connect(mark, &QToolButton::clicked, this, [this, i] {
+        mark->setGeometry(pictures.markPlaces[i]);
+        connect(mark, &QAbstractButton::clicked, this, [this, i] {
             knob_.ChooseMark(static_cast<int>(i));
             Chosen();
         });
@@ -51,21 +50,25 @@ VolumeKnobView::VolumeKnobView(VolumeKnob& knob, const KnobGeometry& geometry, Q
     }
 }
 
+int VolumeKnobView::Percent() const {
+    return static_cast<int>(std::lround(100.0 * knob_.Volume() / fullVolume));
+}
+
 void VolumeKnobView::ShowKnob() {
-    const std::array<bool, 4> lit = LitMarks(knob_.Volume());
+    const std::array<bool, volumeMarkCount> lit = LitMarks(knob_.Volume());
     for (size_t i = 0; i < marks_.size(); ++i) {
-        marks_[i]->setStyleSheet(lit[i] ? QStringLiteral("background:#8080ff;border-radius:3px")
-                                        : QStringLiteral("background:#141414;border-radius:3px"));
+        static_cast<VolumeMarkButton*>(marks_[i])->SetLit(lit[i]);
     }
-    dot_->setGeometry(static_cast<int>(std::lround(knob_.Dot().left - geometry_.knobLeft)),
-                      static_cast<int>(std::lround(knob_.Dot().top - geometry_.knobTop)),
-                      static_cast<int>(geometry_.dotSize), static_cast<int>(geometry_.dotSize));
-    update();
+    dot_->move(static_cast<int>(std::lround(knob_.Dot().left - geometry_.knobLeft)),
+               static_cast<int>(std::lround(knob_.Dot().top - geometry_.knobTop)));
+    setToolTip(tr("Volume %1 %").arg(Percent()));
 }
 
 void VolumeKnobView::Chosen() {
     ShowKnob();
     emit VolumeChosen(knob_.Volume());
+    QAccessibleValueChangeEvent changed(this, Percent());
+    QAccessible::updateAccessibility(&changed);
 }
 
 void VolumeKnobView::Turn(const QPointF& position) {
@@ -106,6 +109,12 @@ void VolumeKnobView::keyPressEvent(QKeyEvent* event) {
     case Qt::Key_Left:
         Step(-keyStep);
         break;
+    case Qt::Key_PageUp:
+        Step(pageStep);
+        break;
+    case Qt::Key_PageDown:
+        Step(-pageStep);
+        break;
     case Qt::Key_Home:
         Step(-fullVolume);
         break;
@@ -119,11 +128,13 @@ void VolumeKnobView::keyPressEvent(QKeyEvent* event) {
 }
 
 void VolumeKnobView::paintEvent(QPaintEvent* /*event*/) {
+    if (!hasFocus()) {
+        return;
+    }
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(hasFocus() ? QPen(accent, 1) : QPen(QColor(20, 20, 20), 1));
-    painter.setBrush(QColor(0x2A, 0x2E, 0x35));
-    painter.drawEllipse(rect().adjusted(1, 1, -1, -1));
+    painter.setPen(QPen(colours::accent, 1));
+    painter.drawEllipse(QRectF(rect()).adjusted(1, 1, -1, -1));
 }
 
 } // namespace kestrune

@@ -1,31 +1,49 @@
-// The volume knob on screen: the knob, its dot and its four marks.
+// The volume knob on screen, with its dot and the marks round it.
 #pragma once
 
 #include "playback/volume_knob.h"
+#include "skin/picture_label.h"
+#include "skin/skin_picture.h"
 
+#include <QAbstractButton>
+#include <QRect>
 #include <QWidget>
 #include <array>
 
 namespace kestrune {
 
-// Lies over the whole window's knob place; its children are ImageVolumeButtonB (knob), ImageVolumeButtonA
-// (dot) and ImageVol(0..3) (marks). The knob must outlive it. Window thread.
+inline constexpr int volumeMarkCount = 4;
+
+// The knob itself is part of the window's picture.
+struct KnobPictures {
+    const SkinPicture& strip;
+    QPoint dot;
+    std::array<QRect, volumeMarkCount> markPlaces; // in the window
+    std::array<QPoint, volumeMarkCount> litMarks;  // in the strip
+};
+
+// Wheel and keys change the volume in steps. Knob and strip must outlive the view. Window thread.
 class VolumeKnobView : public QWidget {
     Q_OBJECT
 public:
-    VolumeKnobView(VolumeKnob& knob, const KnobGeometry& geometry, QWidget* parent = nullptr);
-    // Shows what the knob holds.
+    // The marks become children of the parent, since they stand outside the knob.
+    VolumeKnobView(VolumeKnob& knob, const KnobGeometry& geometry, const KnobPictures& pictures,
+                   QWidget* parent);
+
+    // After the rule was changed by somebody else.
     void ShowKnob();
+    // 0 to 100.
+    int Percent() const;
 
 signals:
-    void VolumeChosen(qint32 volume); // of the knob, 0 to 65535
+    void VolumeChosen(qint32 volume);
 
 protected:
-    void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
 
 private:
     void Turn(const QPointF& position);
@@ -34,8 +52,9 @@ private:
 
     VolumeKnob& knob_;
     KnobGeometry geometry_;
-    QWidget* dot_;
-    std::array<QWidget*, 4> marks_{};
+    KnobPictures pictures_;
+    PictureLabel* dot_;
+    std::array<QAbstractButton*, volumeMarkCount> marks_{};
 };
 
 } // namespace kestrune

@@ -1,25 +1,13 @@
 #include "app/menu_routing.h"
 
 #include "rules/transport_fixture.h"
+#include "support/fake_tool_windows.h"
 
 namespace kestrune {
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-class FakeToolWindows : public ToolWindows {
-public:
-    bool Show(ToolWindow tool) override {
-        shown.append(tool);
-        return exists;
-    }
-    void ShowHelp(const QString& topic) override { topics.append(topic); }
-
-    QList<ToolWindow> shown;
-    QStringList topics;
-    bool exists = true;
-};
 
 class MenuRoutingTest : public TransportFixture {
 protected:

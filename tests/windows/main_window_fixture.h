@@ -7,6 +7,8 @@
 #include "support/fake_audio_information.h"
 #include "support/fake_audio_player.h"
 #include "support/fake_clock.h"
+#include "support/fake_spectrum.h"
+#include "support/fake_tool_windows.h"
 #include "support/fake_user_prompts.h"
 
 #include <QAbstractButton>
@@ -128,8 +130,20 @@ protected:
     Admission admission{rows, audioInfo, prompts};
     PlaylistFiles files{state, options, rows, admission, prompts};
     Transport transport{{state, rows, options, audioFile, player, prompts, clock}};
+    PlaylistEditing editing{state,
+                            rows,
+                            files,
+                            prompts,
+                            {[this] { return transport.PlayFile; }, [this] { transport.StopPlay(); }}};
+    FakeSpectrum spectrum;
+    AudioDisplay display{spectrum, clock};
+    FakeToolWindows tools;
+    MenuRouting routing{state, transport, rows, tools, prompts};
     VolumeKnob knob{KnobGeometry{}};
-    FrmMain window{{state, options, rows, admission, files, transport, knob, player}};
+    ListTip listTip{clock};
+    MainPictures pictures;
+    FrmMain window{{pictures, state, options, rows, admission, files, editing, transport, routing, knob,
+                    listTip, display, player}};
 };
 
 } // namespace kestrune

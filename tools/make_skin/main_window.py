@@ -191,6 +191,10 @@ def position_line(picture, x, y, lit):
 def thumb(picture, x, y, lit):
     width, height = at.THUMB
     centre_x, centre_y = x + width / 2, y + height / 2
+    # The lit line goes on under the round thumb, up to its middle.
+    line_top = y + (height - at.POSITION_LINE[3]) / 2
+    picture.box(x, line_top, width / 2, at.POSITION_LINE[3],
+                fill=picture.down(line_top, line_top + at.POSITION_LINE[3], (0, "#b0b0ff"), (0.5, ACCENT), (1, "#5a5ad0")))
     if lit:
         picture.disc(centre_x, centre_y, 6, fill=picture.glow(centre_x, centre_y, 6, (0, ACCENT, 0.8), (1, ACCENT, 0)))
     picture.disc(centre_x, centre_y + 0.4, 5.4, fill="#08090a", fill_opacity=0.75)
@@ -294,7 +298,7 @@ def strip():
     display_frame(picture, *at.DISPLAY_FRAME_IN_STRIP)
     position_line(picture, *at.POSITION_IN_STRIP, True)
     thumb(picture, *at.THUMB_IN_STRIP, False)
-    thumb(picture, at.THUMB_IN_STRIP[0] + 14, at.THUMB_IN_STRIP[1], True)
+    thumb(picture, *at.THUMB_HELD_IN_STRIP, True)
     dot(picture, *at.DOT_IN_STRIP)
     return picture
 

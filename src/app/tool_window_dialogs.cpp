@@ -1,0 +1,34 @@
+#include "app/tool_window_dialogs.h"
+
+#include "app/frm_splash.h"
+#include "app/program_icon.h"
+#include "help/help_window.h"
+
+namespace kestrune {
+
+ToolWindowDialogs::ToolWindowDialogs(const ProgramState& state) : state_(state) {}
+
+ToolWindowDialogs::~ToolWindowDialogs() = default;
+
+bool ToolWindowDialogs::Show(ToolWindow tool) {
+    if (tool != ToolWindow::frmSplash) {
+        return false;
+    }
+    if (!frmSplash_) {
+        frmSplash_ = std::make_unique<FrmSplash>(state_);
+    }
+    frmSplash_->setWindowIcon(owner_ != nullptr ? owner_->windowIcon() : ProgramIcon());
+    frmSplash_->setWindowModality(Qt::ApplicationModal);
+    frmSplash_->exec();
+    return true;
+}
+
+void ToolWindowDialogs::ShowHelp(const QString& topic) {
+    if (!help_) {
+        help_ = std::make_unique<HelpWindow>();
+        help_->setWindowIcon(ProgramIcon());
+    }
+    help_->ShowTopic(topic);
+}
+
+} // namespace kestrune

@@ -1,0 +1,35 @@
+// The windows that open over the main window, each made when it is first asked for.
+#pragma once
+
+#include "app/menu_routing.h"
+#include "app/program_state.h"
+
+#include <QPointer>
+#include <QWidget>
+#include <memory>
+
+namespace kestrune {
+
+class FrmSplash;
+class HelpWindow;
+
+// Window thread.
+class ToolWindowDialogs : public ToolWindows {
+public:
+    // The state must outlive it.
+    explicit ToolWindowDialogs(const ProgramState& state);
+    ~ToolWindowDialogs() override;
+
+    // The window over which they open.
+    void SetOwner(QWidget* owner) { owner_ = owner; }
+    bool Show(ToolWindow tool) override;
+    void ShowHelp(const QString& topic) override;
+
+private:
+    const ProgramState& state_;
+    QPointer<QWidget> owner_;
+    std::unique_ptr<FrmSplash> frmSplash_;
+    std::unique_ptr<HelpWindow> help_;
+};
+
+} // namespace kestrune

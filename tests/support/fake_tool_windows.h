@@ -1,0 +1,23 @@
+// Tool windows that are only noted.
+#pragma once
+
+#include "app/menu_routing.h"
+
+#include <QList>
+
+namespace kestrune {
+
+class FakeToolWindows : public ToolWindows {
+public:
+    bool Show(ToolWindow tool) override {
+        shown.append(tool);
+        return exists;
+    }
+    void ShowHelp(const QString& topic) override { topics.append(topic); }
+
+    QList<ToolWindow> shown;
+    QStringList topics;
+    bool exists = true;
+};
+
+} // namespace kestrune
