@@ -102,6 +102,10 @@ QLabel* ColourPanel::Caption(const QString& text, const QRect& place) {
     return caption;
 }
 
+void ColourPanel::Heading(const QString& text, const QRect& place) {
+    Caption(text, place)->setForegroundRole(QPalette::PlaceholderText); // muted
+}
+
 void ColourPanel::MakeColours() {
     colours_ = new QListWidget(this);
     colours_->setObjectName(QStringLiteral("ListView1"));
@@ -127,7 +131,7 @@ void ColourPanel::MakeColours() {
 }
 
 void ColourPanel::MakeChannels() {
-    Caption(tr("Channels"), CaptionPlace(channelsTop));
+    Heading(tr("Channels"), CaptionPlace(channelsTop));
     channels_ = new QButtonGroup(this);
     Option(channels_, 1, QStringLiteral("Option10"), tr("Mono"), tr("Channels: Mono"),
            OptionPlace(channelsTop, 0), this);
@@ -141,7 +145,7 @@ void ColourPanel::MakeChannels() {
 }
 
 void ColourPanel::MakeBorders() {
-    Caption(tr("Border"), CaptionPlace(borderTop));
+    Heading(tr("Border"), CaptionPlace(borderTop));
     borders_ = new QButtonGroup(this);
     const std::array<QString, 4> names = {tr("None"), tr("Single"), tr("Lowered"), tr("Raised")};
     for (int style = 0; style < 4; ++style) {

@@ -51,6 +51,7 @@ private:
     void MakeChannels();
     void MakeNumbers();
     QLabel* Caption(const QString& text, const QRect& place);
+    void Heading(const QString& text, const QRect& place);
     QSpinBox* Number(const QString& name, const QString& caption, int property, int largest,
                      const QRect& place);
     void ShowColour(int row);
