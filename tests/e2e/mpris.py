@@ -134,6 +134,21 @@ def check_modes(remote):
         remote.await_answer(shuffle, "shuffle")
 
 
+def check_dialog(stage, remote, program):
+    """While a dialog keeps the user from the buttons, the remote cannot press them either."""
+    program.click(*harness.LIST_EMPTY_PLACE)
+    stage.key("Insert")
+    harness.wait_for(lambda: stage.active_window() not in (0, program.window), "the file dialog")
+    remote.ask("pause")
+    time.sleep(0.3)
+    harness.check(remote.ask("status") == "Playing", "the remote paused behind a dialog")
+    stage.key("Escape")
+    harness.wait_for(lambda: stage.active_window() == program.window, "the dialog to go")
+    for command, status in (("pause", "Paused"), ("play", "Playing")):
+        remote.ask(command)
+        remote.await_told("status", status)
+
+
 def check_open(remote, path):
     remote.ask("open", path)
     remote.await_told("metadata", "third one")
@@ -174,11 +189,12 @@ def test(program_path):
         check_sound(capture.stop(), first, second, target_ms)
         check_volume(stage, remote, program)
         check_modes(remote)
+        check_dialog(stage, remote, program)
         check_open(remote, paths[2])
         remote.ask("stop")
         remote.await_told("status", "Stopped")
         changes = re.sub(r"(\b\w+\b)( \1)+", r"\1", " ".join(remote.told("status")))
-        harness.check(changes == "Stopped Playing Paused Playing Stopped", f"the status went: {changes}")
+        harness.check(changes == "Stopped Playing Paused Playing Paused Playing Stopped", f"the status went: {changes}")
         check_window(stage, remote, program)
 
 
