@@ -1,62 +1,27 @@
 #include "app/frm_splash.h"
 
 #include "app/program_icon.h"
+#include "skin/skin_colours.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPainterPath>
-#include <QRandomGenerator>
-#include <QScreen>
 #include <cmath>
 
 namespace kestrune {
 
 namespace {
 
-const QColor bodyTop(0x35, 0x3A, 0x42);
-const QColor bodyBottom(0x1D, 0x20, 0x25);
-const QColor glass(20, 20, 20);
-const QColor accent(128, 128, 255);
-const QColor onGlass(0xD7, 0xDA, 0xF5);
-const QColor onBody(0xC3, 0xC8, 0xD2);
-const QColor muted(0x9A, 0xA0, 0xAC);
-constexpr double cornerRadius = 10;
 constexpr double glassRadius = 7;
 constexpr QRectF glassPlace(14, 14, 372, 158);
 constexpr int emblemSize = 124;
 constexpr QPoint emblemPlace(28, 30);
 
-// Fine horizontal strokes, the same at each start, as a tool leaves them on metal.
-void PaintBody(QPainter& painter, const QRectF& panel) {
-    QPainterPath outline;
-    outline.addRoundedRect(panel, cornerRadius, cornerRadius);
-    QLinearGradient body(panel.topLeft(), panel.bottomLeft());
-    body.setColorAt(0, bodyTop);
-    body.setColorAt(1, bodyBottom);
-    painter.setClipPath(outline);
-    painter.fillRect(panel, body);
-    QRandomGenerator strokes(5);
-    for (double y = 0; y < panel.height(); y += 0.5) {
-        const bool light = strokes.bounded(2) == 0;
-        const int strength = static_cast<int>(strokes.bounded(7));
-        painter.fillRect(QRectF(0, y, panel.width(), 0.5),
-                         QColor(light ? 255 : 0, light ? 255 : 0, light ? 255 : 0, strength));
-    }
-    painter.setClipping(false);
-    QLinearGradient edge(panel.topLeft(), panel.bottomLeft());
-    edge.setColorAt(0, QColor(255, 255, 255, 60));
-    edge.setColorAt(0.2, QColor(255, 255, 255, 12));
-    edge.setColorAt(1, QColor(0, 0, 0, 150));
-    painter.setPen(QPen(QBrush(edge), 1));
-    painter.setBrush(Qt::NoBrush);
-    painter.drawRoundedRect(panel.adjusted(0.5, 0.5, -0.5, -0.5), cornerRadius, cornerRadius);
-}
-
 void PaintGlass(QPainter& painter) {
     QPainterPath outline;
     outline.addRoundedRect(glassPlace, glassRadius, glassRadius);
-    painter.fillPath(outline, glass);
+    painter.fillPath(outline, colours::glass);
     painter.save();
     painter.setClipPath(outline);
     QLinearGradient shadow(glassPlace.topLeft(), glassPlace.topLeft() + QPointF(0, 14));
@@ -64,7 +29,7 @@ void PaintGlass(QPainter& painter) {
     shadow.setColorAt(1, QColor(0, 0, 0, 0));
     painter.fillRect(glassPlace, shadow);
     QRadialGradient glow(QPointF(emblemPlace) + QPointF(emblemSize / 2.0, emblemSize / 2.0), 150);
-    QColor light = accent;
+    QColor light = colours::accent;
     light.setAlphaF(0.26F);
     glow.setColorAt(0, light);
     light.setAlphaF(0);
@@ -101,7 +66,7 @@ void PaintWave(QPainter& painter) {
         const double along = (x - left) / (right - left);
         const double height =
             2 + 26 * (1 - along) * std::abs(std::sin(along * 17) * std::cos(along * 6.3 + 0.4));
-        QColor colour = accent;
+        QColor colour = colours::accent;
         colour.setAlphaF(static_cast<float>(0.85 - 0.7 * along));
         painter.setBrush(colour);
         painter.drawRoundedRect(QRectF(x, middle - height / 2, 3, height), 1.5, 1.5);
@@ -122,7 +87,7 @@ void PaintName(QPainter& painter) {
     painter.setPen(QColor(0xF2, 0xF3, 0xFF));
     painter.drawText(QRect(164, 42, 214, 46), Qt::AlignLeft | Qt::AlignVCenter, QStringLiteral("Kestrune"));
     painter.setFont(Face(12, QFont::Normal));
-    painter.setPen(onGlass);
+    painter.setPen(colours::textOnGlass);
     painter.drawText(QRect(166, 90, 212, 18), Qt::AlignLeft | Qt::AlignVCenter,
                      FrmSplash::tr("Audio workbench for the desktop"));
 }
@@ -130,29 +95,29 @@ void PaintName(QPainter& painter) {
 } // namespace
 
 FrmSplash::FrmSplash(const ProgramState& state, QWidget* parent)
-    : QDialog(parent, Qt::Dialog | Qt::FramelessWindowHint),
+    : SkinnedDialog(corners::dialog, parent),
       state_(state),
-      labelVer_(MakeLabel(QStringLiteral("LabelVer"), {22, 184, 178, 20}, 13, onBody)),
-      labelBuild_(MakeLabel(QStringLiteral("LabelBuild"), {200, 184, 178, 20}, 13, onBody)) {
+      labelVer_(MakeLabel(QStringLiteral("LabelVer"), {22, 184, 178, 20}, 13, colours::textOnBody)),
+      labelBuild_(MakeLabel(QStringLiteral("LabelBuild"), {200, 184, 178, 20}, 13, colours::textOnBody)) {
     setObjectName(QStringLiteral("frmSplash"));
     setWindowTitle(tr("About Kestrune"));
     setAccessibleName(windowTitle());
     setWindowIcon(ProgramIcon());
-    setAttribute(Qt::WA_TranslucentBackground);
     setFixedSize(windowSize);
     labelBuild_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    QLabel* licence = MakeLabel(QStringLiteral("LabelLicence"), {22, 210, 356, 18}, 11, muted);
+    QLabel* licence =
+        MakeLabel(QStringLiteral("LabelLicence"), {22, 210, 356, 18}, 11, colours::textMutedOnBody);
     licence->setText(tr("Free software under the GNU GPL, version 3 or later"));
 }
 
-QLabel* FrmSplash::MakeLabel(const QString& name, const QRect& place, int pixels, const QColor& colour) {
+QLabel* FrmSplash::MakeLabel(const QString& name, const QRect& place, int pixels, const QColor& ink) {
     auto* label = new QLabel(this);
     label->setObjectName(name);
     label->setGeometry(place);
     label->setFont(Face(pixels, pixels > 11 ? QFont::DemiBold : QFont::Normal));
-    QPalette colours;
-    colours.setColor(QPalette::WindowText, colour);
-    label->setPalette(colours);
+    QPalette inks;
+    inks.setColor(QPalette::WindowText, ink);
+    label->setPalette(inks);
     // A click on a label is a click on the window.
     label->setAttribute(Qt::WA_TransparentForMouseEvents);
     return label;
@@ -162,10 +127,8 @@ void FrmSplash::showEvent(QShowEvent* event) {
     labelVer_->setText(state_.AppVersion);
     labelBuild_->setText(QStringLiteral("Build %1").arg(state_.BuildNumber));
     setAccessibleDescription(QStringLiteral("Kestrune %1, %2").arg(labelVer_->text(), labelBuild_->text()));
-    if (const QScreen* on = screen()) {
-        move(on->geometry().center() - rect().center());
-    }
-    QDialog::showEvent(event);
+    Chrome().Centre();
+    SkinnedDialog::showEvent(event);
 }
 
 void FrmSplash::paintEvent(QPaintEvent* /*event*/) {
@@ -175,7 +138,6 @@ void FrmSplash::paintEvent(QPaintEvent* /*event*/) {
         panel_.fill(Qt::transparent);
         QPainter painter(&panel_);
         painter.setRenderHint(QPainter::Antialiasing);
-        PaintBody(painter, QRectF(rect()));
         PaintGlass(painter);
         PaintWave(painter);
         PaintName(painter);
@@ -192,7 +154,7 @@ void FrmSplash::keyPressEvent(QKeyEvent* event) {
         accept();
         break;
     default:
-        QDialog::keyPressEvent(event);
+        SkinnedDialog::keyPressEvent(event);
         break;
     }
 }

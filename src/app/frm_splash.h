@@ -2,8 +2,8 @@
 #pragma once
 
 #include "app/program_state.h"
+#include "skin/skinned_window.h"
 
-#include <QDialog>
 #include <QLabel>
 #include <QPixmap>
 
@@ -11,7 +11,7 @@ namespace kestrune {
 
 // Object "frmSplash" with the labels LabelVer and LabelBuild. Shown by exec(); a click anywhere, Escape,
 // Enter or the space bar closes it. Each showing centres it on the screen and writes version and build anew.
-class FrmSplash : public QDialog {
+class FrmSplash : public SkinnedDialog {
     Q_OBJECT
 public:
     static constexpr QSize windowSize{400, 250};
@@ -26,12 +26,12 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
-    QLabel* MakeLabel(const QString& name, const QRect& place, int pixels, const QColor& colour);
+    QLabel* MakeLabel(const QString& name, const QRect& place, int pixels, const QColor& ink);
 
     const ProgramState& state_;
     QLabel* labelVer_;
     QLabel* labelBuild_;
-    QPixmap panel_; // everything but the labels, for the scale of the screen
+    QPixmap panel_; // what lies on the body, without the labels, for the scale of the screen
 };
 
 } // namespace kestrune

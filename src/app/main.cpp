@@ -16,29 +16,21 @@
 #include "playback/audio_display.h"
 #include "playback/display_feed.h"
 #include "playback/volume_knob_view.h"
+#include "skin/dialog_frame.h"
+#include "skin/skin_style.h"
 
 #include <QApplication>
 #include <QDBusConnection>
-#include <QFont>
 #include <cstdlib>
 
 namespace kestrune {
 namespace {
 
 // Joins the window and the desktop's player controls. The bus is asked once the window is on screen.
-void ConnectDesktop(MediaControl& media, MprisService& mpris, FrmMain& window, VolumeKnob& knob) {
-    QObject::connect(&media, &MediaControl::VolumeRequested, &window, [&window, &knob](qint32 volume) {
-        knob.SetVolume(volume);
-        window.ShowKnob();
-    });
-    QObject::connect(window.findChild<VolumeKnobView*>(), &VolumeKnobView::VolumeChosen, &media,
-                     &MediaControl::Refresh);
-    QObject::connect(&media, &MediaControl::RaiseRequested, &window, [&window] {
-        window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
-        window.show();
-        window.raise();
-        window.activateWindow();
-    });
+void ConnectDesktop(MediaControl& media, MprisService& mpris, FrmMain& window) {
+    QObject::connect(&media, &MediaControl::VolumeRequested, &window, &FrmMain::SetVolume);
+    QObject::connect(&window, &FrmMain::VolumeChanged, &media, &MediaControl::Refresh);
+    QObject::connect(&media, &MediaControl::RaiseRequested, &window, &FrmMain::Raise);
     QObject::connect(&media, &MediaControl::QuitRequested, &window, &QWidget::close);
     QMetaObject::invokeMethod(
         &mpris, [&mpris] { mpris.Start(QDBusConnection::sessionBus()); }, Qt::QueuedConnection);
@@ -56,9 +48,8 @@ int main(int argc, char** argv) {
     QApplication::setApplicationName(QStringLiteral("Kestrune"));
     QApplication::setDesktopFileName(QStringLiteral("kestrune"));
     QApplication::setQuitOnLastWindowClosed(false);
-    QFont face(QStringLiteral("Inter"));
-    face.setPixelSize(11);
-    QApplication::setFont(face);
+    ApplySkinStyle(application);
+    FrameAllDialogs(application);
 
     ProgramState state;
     PromptDialogs prompts;
@@ -103,6 +94,6 @@ int main(int argc, char** argv) {
     MediaControl media({state, options, rows, admission, files, transport, knob, *audioFile, *audioPlayer,
                         *playingInfo, [] { return QApplication::activeModalWidget() != nullptr; }});
     MprisService mpris(media);
-    ConnectDesktop(media, mpris, window, knob);
+    ConnectDesktop(media, mpris, window);
     return QApplication::exec();
 }

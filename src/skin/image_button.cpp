@@ -91,7 +91,7 @@ std::optional<QPoint> ImageButton::PressedPlace() const {
 }
 
 std::optional<QRect> ImageButton::ShownPiece() const {
-    if (!isEnabled()) {
+    if (!isEnabled() && !pressedLook_) {
         return std::nullopt;
     }
     if (const auto pressed = PressedPlace()) {
@@ -128,7 +128,7 @@ void ImageButton::PaintLooks(QPainter& painter) const {
 
 void ImageButton::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
-    if (!isEnabled()) {
+    if (!isEnabled() && !pressedLook_) {
         PaintOff(painter);
         return;
     }

@@ -23,10 +23,10 @@ struct ButtonLooks {
         std::nullopt; // the same under the mouse; without one, the lit look stays
 };
 
-// Which look is seen: off (disabled), else pressed, else lit, else hover, else none. The hover look comes
-// with the mouse, through the window's HoverKeeper, and goes when the mouse moves over something else.
-// Pictures must outlive the button. Takes the focus by Tab, not by the mouse; Space and Enter press it.
-// Window thread.
+// Which look is seen: one that the program holds, else off (disabled), else pressed, else lit, else hover,
+// else none. The hover look comes with the mouse, through the window's HoverKeeper, and goes when the mouse
+// moves over something else. Pictures must outlive the button. Takes the focus by Tab, not by the mouse;
+// Space and Enter press it. Window thread.
 class ImageButton : public QAbstractButton {
     Q_OBJECT
     // Hover looks come and go in a short fade. Off, they change at once.
@@ -41,7 +41,7 @@ public:
     // The window's background with all glyphs dimmed. A disabled button shows it at its own place in the
     // window. With none it stays transparent.
     void SetOffPicture(const SkinPicture* background);
-    // Holds the pressed look by program, as Play does while it plays.
+    // Holds the pressed look by program, as Play does while it plays, also on a disabled button.
     void SetPressedLook(bool pressed);
     bool HasPressedLook() const { return pressedLook_; }
 
