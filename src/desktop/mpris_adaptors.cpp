@@ -172,11 +172,11 @@ void MprisPlayer::Previous() {
 }
 
 void MprisPlayer::Seek(qlonglong Offset) {
-    Later([this, Offset] { control_.SeekBy(Offset); });
+    Later([&control = control_, Offset] { control.SeekBy(Offset); });
 }
 
 void MprisPlayer::SetPosition(const QDBusObjectPath& TrackId, qlonglong Position) {
-    Later([this, id = TrackId.path(), Position] { control_.SetPosition(id, Position); });
+    Later([&control = control_, id = TrackId.path(), Position] { control.SetPosition(id, Position); });
 }
 
 void MprisPlayer::OpenUri(const QString& Uri, const QDBusMessage& message) {
@@ -187,7 +187,7 @@ void MprisPlayer::OpenUri(const QString& Uri, const QDBusMessage& message) {
             QStringLiteral("Not the address of an audio file or playlist that exists on this machine")));
         return;
     }
-    Later([this, Uri] { control_.Open(Uri); });
+    Later([&control = control_, Uri] { control.Open(Uri); });
 }
 
 } // namespace kestrune
