@@ -24,7 +24,7 @@ class AnalogPicture : public DisplayPicture {
 public:
     void Lay(const DisplayCanvas& canvas) override;
     void PaintGround(QPainter& painter) override;
-    QRegion Follow(const AudioDisplay& display) override;
+    QRegion Follow(const AudioDisplay& display, double part) override;
     void PaintMoving(QPainter& painter) override;
 
 private:
@@ -204,7 +204,7 @@ void AnalogPicture::PaintScale(QPainter& painter, const Meter& meter) const {
     painter.drawText(name, Qt::AlignCenter, QStringLiteral("VU"));
 }
 
-QRegion AnalogPicture::Follow(const AudioDisplay& display) {
+QRegion AnalogPicture::Follow(const AudioDisplay& display, double /*part*/) {
     QRegion changed;
     for (int channel = 0; channel < canvas_.channels; ++channel) {
         Meter& meter = meters_[static_cast<size_t>(channel)];

@@ -32,7 +32,7 @@ class BarsPicture : public DisplayPicture {
 public:
     void Lay(const DisplayCanvas& canvas) override;
     void PaintGround(QPainter& painter) override;
-    QRegion Follow(const AudioDisplay& display) override;
+    QRegion Follow(const AudioDisplay& display, double part) override;
     void PaintMoving(QPainter& painter) override;
 
 private:
@@ -187,7 +187,7 @@ QRect BarsPicture::AreaOf(const Row& row) const {
     return row.lamps.adjusted(-bloom - 1, -bloom - 1, overloadRoom + bloom + 1, bloom + 1).toAlignedRect();
 }
 
-QRegion BarsPicture::Follow(const AudioDisplay& display) {
+QRegion BarsPicture::Follow(const AudioDisplay& display, double /*part*/) {
     QRegion changed;
     for (int channel = 0; channel < canvas_.channels; ++channel) {
         const FallingLevel& bar = display.Bar(channel);

@@ -17,7 +17,7 @@ constexpr int noiseWidth = 128;
 constexpr int noiseHeight = 128;
 constexpr int heatSteps = 256;
 constexpr double emberHeight = 0.075; // of the field, where nothing burns
-constexpr double keepsBurning = 0.45; // share of the heat that is still there at the next step
+constexpr double keepsBurning = 0.66; // share of the heat that is still there at the next step
 
 // std::lerp without its care for infinities, which costs five times as much.
 float Between(float from, float to, float part) {
@@ -42,7 +42,7 @@ public:
     int BandRoom() const override { return bandRoom_; }
     void Lay(const DisplayCanvas& canvas) override;
     void PaintGround(QPainter& painter) override;
-    QRegion Follow(const AudioDisplay& display) override;
+    QRegion Follow(const AudioDisplay& display, double part) override;
     void Clear() override;
     void PaintMoving(QPainter& painter) override;
 
@@ -50,7 +50,7 @@ private:
     void MakeNoise();
     void MakePalette();
     float Noise(float x, float y) const;
-    void SpreadBands(const AudioDisplay& display);
+    void SpreadBands();
     void Burn();
     void Colour();
 
@@ -61,6 +61,7 @@ private:
     int height_ = 1;
     float step_ = 0;
     bool isBurning_ = false;
+    ShownBands shown_;
     std::vector<float> noise_;
     std::vector<float> flames_; // height of each column, 0 to 1
     std::vector<float> marks_;
@@ -77,6 +78,7 @@ void FirePicture::Lay(const DisplayCanvas& canvas) {
     cellsOfPixel_ = static_cast<float>(std::clamp(canvas.pixelRatio, 1.0, finestCells));
     width_ = std::max(1, static_cast<int>(canvas.field.width() * cellsOfPixel_));
     height_ = std::max(1, static_cast<int>(canvas.field.height() * cellsOfPixel_));
+    shown_.Lay(bandRoom_);
     flames_.assign(static_cast<size_t>(width_), 0);
     marks_.assign(static_cast<size_t>(width_), 0);
     heat_.assign(static_cast<size_t>(width_) * static_cast<size_t>(height_), 0);
@@ -86,6 +88,7 @@ void FirePicture::Lay(const DisplayCanvas& canvas) {
 }
 
 void FirePicture::Clear() {
+    shown_.Clear();
     std::fill(flames_.begin(), flames_.end(), 0.0F);
     std::fill(marks_.begin(), marks_.end(), 0.0F);
     std::fill(heat_.begin(), heat_.end(), 0.0F);
@@ -187,28 +190,20 @@ void FirePicture::PaintGround(QPainter& painter) {
 }
 
 // From bands to columns, without steps between neighbours.
-void FirePicture::SpreadBands(const AudioDisplay& display) {
-    const int bands = display.BandCount();
-    const int columns = bands * display.Channels();
-    std::vector<float> levels(static_cast<size_t>(columns));
-    std::vector<float> peaks(static_cast<size_t>(columns));
-    for (int channel = 0; channel < display.Channels(); ++channel) {
-        for (int band = 0; band < bands; ++band) {
-            const auto column = static_cast<size_t>(ColumnOfBand(channel, band, bands, display.Channels()));
-            levels[column] = static_cast<float>(display.Band(channel, band).Level());
-            peaks[column] = static_cast<float>(display.Band(channel, band).Peak());
-        }
-    }
+void FirePicture::SpreadBands() {
+    const int columns = shown_.Count();
+    const auto level = [this](int column) { return static_cast<float>(shown_.At(column).level); };
     for (int x = 0; x < width_; ++x) {
         const float place =
             (static_cast<float>(x) + 0.5F) * static_cast<float>(columns) / static_cast<float>(width_) - 0.5F;
         const float inside = std::clamp(place, 0.0F, static_cast<float>(columns - 1));
-        const auto left = static_cast<size_t>(inside);
-        const size_t right = std::min(left + 1, levels.size() - 1);
+        const auto left = static_cast<int>(inside);
+        const int right = std::min(left + 1, columns - 1);
         const float part = inside - static_cast<float>(left);
         const float eased = part * part * (3 - 2 * part);
-        flames_[static_cast<size_t>(x)] = Between(levels[left], levels[right], eased);
-        marks_[static_cast<size_t>(x)] = std::max(peaks[left], peaks[right]);
+        flames_[static_cast<size_t>(x)] = Between(level(left), level(right), eased);
+        marks_[static_cast<size_t>(x)] =
+            static_cast<float>(std::max(shown_.At(left).peak, shown_.At(right).peak));
     }
 }
 
@@ -227,8 +222,8 @@ void FirePicture::Burn() {
                 cell *= static_cast<float>(keepsBurning);
                 continue;
             }
-            const float wide = Noise(column * 1.05F, depth * 0.45F + step_ * 6);
-            const float fine = Noise(column * 2.3F + 40, depth * 1.1F + step_ * 13);
+            const float wide = Noise(column * 1.05F, depth * 0.45F + step_ * 3);
+            const float fine = Noise(column * 2.3F + 40, depth * 1.1F + step_ * 6.5F);
             const float reach = static_cast<float>(emberHeight) * (0.6F + fine) +
                                 flame * (0.25F + 1.05F * wide) * (0.70F + 0.6F * fine);
             const float left = 1 - above / reach;
@@ -251,14 +246,14 @@ void FirePicture::Colour() {
     }
 }
 
-QRegion FirePicture::Follow(const AudioDisplay& display) {
-    SpreadBands(display);
-    const auto isAlive = [](float level) { return level > 0; };
-    const bool burns = std::any_of(marks_.begin(), marks_.end(), isAlive);
+QRegion FirePicture::Follow(const AudioDisplay& display, double part) {
+    shown_.Approach(display, part);
+    const bool burns = !shown_.AreAtRest();
     if (!burns && !isBurning_) {
         return {};
     }
     isBurning_ = burns;
+    SpreadBands();
     Burn();
     Colour();
     return canvas_.field.toAlignedRect();

@@ -28,7 +28,8 @@ public:
     int BandRoom() const override { return columns_; }
     void Lay(const DisplayCanvas& canvas) override;
     void PaintGround(QPainter& painter) override;
-    QRegion Follow(const AudioDisplay& display) override;
+    QRegion Follow(const AudioDisplay& display, double part) override;
+    void Clear() override { shown_.Clear(); }
     void PaintMoving(QPainter& painter) override;
 
 private:
@@ -44,6 +45,7 @@ private:
     double height_ = 1; // of a full tube
     QPixmap lit_;       // a full tube with its bloom to both sides
     QPixmap mirror_;    // its reflection, the foot at the top
+    ShownBands shown_;
     std::vector<TubeState> tubes_;
 };
 
@@ -58,6 +60,7 @@ void GlassPicture::Lay(const DisplayCanvas& canvas) {
     floor_ = Snapped(field.top() + field.height() * floorShare, canvas.pixelRatio);
     height_ = Snapped(std::max(1.0, floor_ - field.top() - topRoom), canvas.pixelRatio);
     tubes_.assign(static_cast<size_t>(columns_), {});
+    shown_.Lay(columns_);
     DrawLit();
     DrawMirror();
 }
@@ -138,21 +141,17 @@ void GlassPicture::PaintGround(QPainter& painter) {
     }
 }
 
-QRegion GlassPicture::Follow(const AudioDisplay& display) {
+QRegion GlassPicture::Follow(const AudioDisplay& display, double part) {
+    shown_.Approach(display, part);
     const double devicePixels = height_ * canvas_.pixelRatio;
     bool changed = false;
-    for (int channel = 0; channel < display.Channels(); ++channel) {
-        for (int band = 0; band < display.BandCount(); ++band) {
-            const int column = ColumnOfBand(channel, band, display.BandCount(), display.Channels());
-            if (column >= columns_) {
-                continue;
-            }
-            const FallingLevel& level = display.Band(channel, band);
-            const TubeState state = {static_cast<int>(std::lround(level.Level() * devicePixels)),
-                                     static_cast<int>(std::lround(level.Peak() * devicePixels))};
-            changed = changed || !(state == tubes_[static_cast<size_t>(column)]);
-            tubes_[static_cast<size_t>(column)] = state;
-        }
+    for (int column = 0; column < columns_; ++column) {
+        const ShownBands::Column& shown = shown_.At(column);
+        const TubeState state = {static_cast<int>(std::lround(shown.level * devicePixels)),
+                                 static_cast<int>(std::lround(shown.peak * devicePixels))};
+        TubeState& tube = tubes_[static_cast<size_t>(column)];
+        changed = changed || !(state == tube);
+        tube = state;
     }
     return changed ? QRegion(canvas_.field.toAlignedRect()) : QRegion();
 }

@@ -42,7 +42,8 @@ public:
     int BandRoom() const override { return static_cast<int>(crystals_.size()); }
     void Lay(const DisplayCanvas& canvas) override;
     void PaintGround(QPainter& painter) override;
-    QRegion Follow(const AudioDisplay& display) override;
+    QRegion Follow(const AudioDisplay& display, double part) override;
+    void Clear() override { shown_.Clear(); }
     void PaintMoving(QPainter& painter) override;
 
 private:
@@ -62,6 +63,7 @@ private:
     QBrush lightSideBehind_;
     QBrush darkSideBehind_;
     QPixmap glow_;
+    ShownBands shown_;
     std::vector<Crystal> crystals_;
 };
 
@@ -92,6 +94,7 @@ void KryptonitePicture::PlantCrystals() {
     count -= count % canvas_.channels;
     const double left = canvas_.field.center().x() - (count - 1) * pitch / 2;
     crystals_.assign(static_cast<size_t>(count), {});
+    shown_.Lay(count);
     for (int i = 0; i < count; ++i) {
         Crystal& crystal = crystals_[static_cast<size_t>(i)];
         // Irregular, and the same each time: the fraction of a multiple of the golden ratio.
@@ -131,24 +134,17 @@ void KryptonitePicture::PaintGround(QPainter& painter) {
     painter.fillRect(QRectF(QPointF(field.left(), floor_), field.bottomRight()), ground);
 }
 
-QRegion KryptonitePicture::Follow(const AudioDisplay& display) {
+QRegion KryptonitePicture::Follow(const AudioDisplay& display, double part) {
+    shown_.Approach(display, part);
     const double units = height_ * canvas_.pixelRatio * 2;
     bool changed = false;
-    for (int channel = 0; channel < display.Channels(); ++channel) {
-        for (int band = 0; band < display.BandCount(); ++band) {
-            const auto column =
-                static_cast<size_t>(ColumnOfBand(channel, band, display.BandCount(), display.Channels()));
-            if (column >= crystals_.size()) {
-                continue;
-            }
-            Crystal& crystal = crystals_[column];
-            const FallingLevel& shown = display.Band(channel, band);
-            const auto level = static_cast<int>(std::lround(shown.Level() * units));
-            const auto mark = static_cast<int>(std::lround(shown.Peak() * units));
-            changed = changed || level != crystal.level || mark != crystal.mark;
-            crystal.level = level;
-            crystal.mark = mark;
-        }
+    for (int column = 0; column < shown_.Count(); ++column) {
+        Crystal& crystal = crystals_[static_cast<size_t>(column)];
+        const auto level = static_cast<int>(std::lround(shown_.At(column).level * units));
+        const auto mark = static_cast<int>(std::lround(shown_.At(column).peak * units));
+        changed = changed || level != crystal.level || mark != crystal.mark;
+        crystal.level = level;
+        crystal.mark = mark;
     }
     return changed ? QRegion(canvas_.field.toAlignedRect()) : QRegion();
 }

@@ -40,11 +40,29 @@ double Snapped(double length, double pixelRatio) {
     return std::round(length * pixelRatio) / pixelRatio;
 }
 
-int ColumnOfBand(int channel, int band, int bandsOfChannel, int channels) {
-    if (channels == 1) {
-        return band;
+void ShownBands::Approach(const AudioDisplay& display, double part) {
+    constexpr double unseen = 0.0005;
+    const auto approach = [part](double& shown, double target) {
+        shown += (target - shown) * part;
+        shown = std::abs(shown - target) < unseen ? target : shown;
+    };
+    const int bands = display.BandCount();
+    const int channels = display.Channels();
+    for (int channel = 0; channel < channels; ++channel) {
+        for (int band = 0; band < bands; ++band) {
+            const int fromMiddle = channel == 0 ? bands - 1 - band : bands + band;
+            const auto column = static_cast<size_t>(channels == 1 ? band : fromMiddle);
+            if (column < columns_.size()) {
+                approach(columns_[column].level, display.Band(channel, band).Level());
+                approach(columns_[column].peak, display.Band(channel, band).Peak());
+            }
+        }
     }
-    return channel == 0 ? bandsOfChannel - 1 - band : bandsOfChannel + band;
+}
+
+bool ShownBands::AreAtRest() const {
+    return std::all_of(columns_.begin(), columns_.end(),
+                       [](const Column& column) { return column.level <= 0 && column.peak <= 0; });
 }
 
 } // namespace kestrune

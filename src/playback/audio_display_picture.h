@@ -8,6 +8,7 @@
 #include <QPixmap>
 #include <QRegion>
 #include <memory>
+#include <vector>
 
 namespace kestrune {
 
@@ -38,8 +39,9 @@ public:
     virtual int BandRoom() const { return 0; }
     virtual void Lay(const DisplayCanvas& canvas) = 0;
     virtual void PaintGround(QPainter& painter) = 0;
-    // Takes what is to be seen now; returns what differs from before, empty if nothing does.
-    virtual QRegion Follow(const AudioDisplay& display) = 0;
+    // Goes a part of the way, 0 to 1, from what was seen to what is to be seen now; meters go all the way.
+    // Returns what differs from before, empty if nothing does.
+    virtual QRegion Follow(const AudioDisplay& display, double part) = 0;
     // Back to rest at once.
     virtual void Clear() {}
     virtual void PaintMoving(QPainter& painter) = 0;
@@ -62,8 +64,24 @@ QPixmap EmptyLayer(const QSizeF& size, double pixelRatio);
 QFont DisplayFont(double pixelSize, int weight);
 // Rounded to whole device pixels.
 double Snapped(double length, double pixelRatio);
-// Two channels stand with their low ends together in the middle, so the order of the left one is turned
-// round.
-int ColumnOfBand(int channel, int band, int bandsOfChannel, int channels);
+
+// The bands from left to right as they are seen. Two channels stand with their low ends together in the
+// middle.
+class ShownBands {
+public:
+    struct Column {
+        double level = 0;
+        double peak = 0;
+    };
+    void Lay(int columns) { columns_.assign(static_cast<size_t>(columns), {}); }
+    void Clear() { Lay(Count()); }
+    int Count() const { return static_cast<int>(columns_.size()); }
+    const Column& At(int column) const { return columns_[static_cast<size_t>(column)]; }
+    void Approach(const AudioDisplay& display, double part);
+    bool AreAtRest() const;
+
+private:
+    std::vector<Column> columns_;
+};
 
 } // namespace kestrune

@@ -11,6 +11,9 @@ namespace kestrune {
 namespace {
 
 constexpr int fallStepMs = 33;
+// Spectra come in wide steps; each is shown in two, so that it moves twice as smoothly.
+constexpr int secondStepMs = 40;
+constexpr double firstPart = 0.6;
 const QColor accent(128, 128, 255);
 
 QColor ColourOf(const AudioDisplay& display, int number) {
@@ -48,10 +51,14 @@ AudioDisplayView::AudioDisplayView(AudioDisplay& display, QWidget* parent)
             fallTimer_.stop();
         }
     });
-    connect(&display_, &AudioDisplay::Drawn, this, &AudioDisplayView::Follow);
+    secondStep_.setInterval(secondStepMs);
+    secondStep_.setSingleShot(true);
+    connect(&secondStep_, &QTimer::timeout, this, [this] { Follow(1); });
+    connect(&display_, &AudioDisplay::Drawn, this, &AudioDisplayView::TakeDrawn);
     connect(&display_, &AudioDisplay::Cleared, this, [this] {
+        secondStep_.stop();
         picture_->Clear();
-        Follow();
+        Follow(1);
         update();
     });
     connect(&display_, &KSTAudioDisplay1::PropertyChanged, this, [this](int number) {
@@ -104,13 +111,24 @@ void AudioDisplayView::LayIfNeeded() {
     PaintGlass(sheen);
     PaintBorder(sheen);
     sheen.end();
-    picture_->Follow(display_);
+    picture_->Follow(display_, 1);
 }
 
-void AudioDisplayView::Follow() {
-    if (display_.IsFalling() && !fallTimer_.isActive()) {
-        fallTimer_.start();
+void AudioDisplayView::TakeDrawn() {
+    if (display_.IsFalling()) {
+        if (!fallTimer_.isActive()) {
+            fallTimer_.start();
+        }
+        Follow(1);
+        return;
     }
+    Follow(firstPart);
+    if (picture_->BandRoom() > 0) {
+        secondStep_.start();
+    }
+}
+
+void AudioDisplayView::Follow(double part) {
     if (!isVisible()) {
         return;
     }
@@ -118,7 +136,7 @@ void AudioDisplayView::Follow() {
         update();
         return;
     }
-    const QRegion changed = picture_->Follow(display_);
+    const QRegion changed = picture_->Follow(display_, part);
     if (!changed.isEmpty()) {
         update(changed);
     }

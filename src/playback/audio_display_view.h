@@ -12,8 +12,9 @@
 namespace kestrune {
 
 // KSTAudioDisplay1, of any size. Paints what stands still once for each size and scale of the screen, and of
-// the rest only what has changed. While the display falls to its rest it keeps it falling; otherwise nothing
-// runs here. customContextMenuRequested tells a right click, the Menu key and Shift+F10. Window thread.
+// the rest only what has changed. While the display falls to its rest it keeps it falling, and a block of a
+// spectrum is shown in two steps; otherwise nothing runs here. customContextMenuRequested tells a right
+// click, the Menu key and Shift+F10. Window thread.
 class AudioDisplayView : public QWidget {
     Q_OBJECT
 public:
@@ -35,7 +36,8 @@ private:
     void TakeType();
     void Relay();
     void LayIfNeeded();
-    void Follow();
+    void TakeDrawn();
+    void Follow(double part);
     DisplayCanvas Canvas() const;
     QRectF Field() const;
     void PaintGlass(QPainter& painter) const;
@@ -47,6 +49,7 @@ private:
     QPixmap sheen_; // the reflection on the glass, over all that moves
     double laidRatio_ = 0;
     QTimer fallTimer_;
+    QTimer secondStep_;
 };
 
 } // namespace kestrune

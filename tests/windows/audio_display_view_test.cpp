@@ -237,6 +237,30 @@ TEST_F(AudioDisplayViewTest, LeftAloneItFallsToRestAndThenStandsStill) {
     EXPECT_TRUE(view.painted.isEmpty());
 }
 
+TEST_F(AudioDisplayViewTest, ABlockOfASpectrumIsShownInTwoSteps) {
+    for (const qint32 type : {FftFire, FftGlass, FftKryptonite}) {
+        display.SetProperty(DisplayKind, type);
+        QApplication::processEvents();
+        Draw(Tone(25000));
+        const QImage first = Picture();
+        QTest::qWait(120);
+        EXPECT_GT(Difference(Picture(), first), 20) << type;
+        view.painted = {};
+        QTest::qWait(120);
+        EXPECT_TRUE(view.painted.isEmpty()) << type;
+    }
+}
+
+TEST_F(AudioDisplayViewTest, AClearedSpectrumTakesNoSecondStep) {
+    display.SetProperty(DisplayKind, FftGlass);
+    QApplication::processEvents();
+    const QImage rest = Picture();
+    Draw(Tone(25000));
+    Draw({});
+    QTest::qWait(120);
+    EXPECT_EQ(Difference(Picture(), rest), 0);
+}
+
 TEST_F(AudioDisplayViewTest, ARightClickAndTheKeysAskForTheMenu) {
     QList<QPoint> asked;
     QObject::connect(&view, &QWidget::customContextMenuRequested, &view,
