@@ -9,13 +9,18 @@
 #include <QDialog>
 #include <QEvent>
 #include <QFileDialog>
+#include <QHeaderView>
 #include <QLayout>
+#include <QTreeView>
 
 namespace kestrune {
 
 namespace {
 
 const QString frameName = QStringLiteral("kestruneDialogFrame");
+constexpr QSize fileDialogSize(680, 440);
+constexpr int dateColumn = 3;
+constexpr int dateWidth = 150;
 constexpr int bodyMargin = 3; // beside what the dialog keeps itself
 
 // Keeps the title and the edges where the dialog's size puts them.
@@ -38,6 +43,9 @@ public:
         switch (event->type()) {
         case QEvent::Show:
             MakeEdges();
+            // The file dialog restores its columns while it is being shown.
+            QMetaObject::invokeMethod(
+                this, [this] { WidenDates(); }, Qt::QueuedConnection);
             [[fallthrough]];
         case QEvent::Resize:
         case QEvent::WindowTitleChange:
@@ -54,6 +62,13 @@ public:
     }
 
 private:
+    void WidenDates() {
+        if (auto* details = dialog_.findChild<QTreeView*>(QStringLiteral("treeView"))) {
+            if (qobject_cast<QFileDialog*>(&dialog_) != nullptr) {
+                details->header()->resizeSection(dateColumn, dateWidth);
+            }
+        }
+    }
     void MakeEdges() {
         if (!edges_.isEmpty() || dialog_.minimumSize() == dialog_.maximumSize() ||
             (dialog_.layout() != nullptr && dialog_.layout()->sizeConstraint() == QLayout::SetFixedSize)) {
@@ -78,6 +93,17 @@ private:
     QList<ResizeEdge*> edges_;
 };
 
+void DressFileDialog(QFileDialog& files) {
+    // The dialog doesn't own its provider.
+    class OwnedIcons : public QObject, public SkinFileIcons {
+    public:
+        using QObject::QObject;
+    };
+    files.setOption(QFileDialog::DontUseNativeDialog);
+    files.setIconProvider(new OwnedIcons(&files));
+    files.resize(files.size().expandedTo(fileDialogSize));
+}
+
 class EveryDialog : public QObject {
 public:
     using QObject::QObject;
@@ -101,13 +127,7 @@ void FrameDialog(QDialog& dialog) {
     }
     new DialogFrame(dialog);
     if (auto* files = qobject_cast<QFileDialog*>(&dialog)) {
-        files->setOption(QFileDialog::DontUseNativeDialog);
-        // The dialog doesn't own its provider.
-        class OwnedIcons : public QObject, public SkinFileIcons {
-        public:
-            using QObject::QObject;
-        };
-        files->setIconProvider(new OwnedIcons(files));
+        DressFileDialog(*files);
     }
 }
 

@@ -56,6 +56,11 @@ void DrawTicks(QPainter& painter, const QStyleOptionSlider& slider, int handleLe
     }
 }
 
+int GroupTitleHeight(const QStyleOptionGroupBox& box) {
+    constexpr int air = 4;
+    return std::max(box.fontMetrics.height(), 14) + air;
+}
+
 } // namespace
 
 QRect SkinStyle::ScrollBarRect(const QStyleOptionComplex& option, SubControl part) const {
@@ -222,6 +227,13 @@ QRect SkinStyle::subControlRect(ComplexControl control, const QStyleOptionComple
                                 const QWidget* widget) const {
     if (control == CC_ScrollBar) {
         return ScrollBarRect(*option, part);
+    }
+    if (control == CC_GroupBox && part == SC_GroupBoxFrame) {
+        // The title stands above the panel, not across its edge.
+        const auto* box = qstyleoption_cast<const QStyleOptionGroupBox*>(option);
+        const bool titled =
+            box != nullptr && box->subControls.testAnyFlags(SC_GroupBoxLabel | SC_GroupBoxCheckBox);
+        return titled ? option->rect.adjusted(0, GroupTitleHeight(*box), 0, 0) : option->rect;
     }
     return QProxyStyle::subControlRect(control, option, part, widget);
 }

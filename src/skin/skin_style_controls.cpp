@@ -131,17 +131,25 @@ void SkinStyle::DrawTab(const QStyleOption& option, QPainter& painter) const {
 }
 
 void SkinStyle::DrawHeaderSection(const QStyleOption& option, QPainter& painter) const {
+    const auto* header = qstyleoption_cast<const QStyleOptionHeader*>(&option);
     const Look look(option);
     const QRectF rect(option.rect);
+    const QColor light(0x39, 0x3E, 0x46);
+    const QColor dark(0x2A, 0x2E, 0x34);
+    if (header != nullptr && header->orientation == Qt::Vertical) {
+        painter.fillRect(rect, look.hover ? light : dark);
+        painter.fillRect(QRectF(rect.left(), rect.bottom() - 1, rect.width(), 1), QColor(0, 0, 0, 90));
+        painter.fillRect(QRectF(rect.right() - 1, rect.top(), 1, rect.height()), QColor(0, 0, 0, 130));
+        return;
+    }
     QLinearGradient shade(rect.topLeft(), rect.bottomLeft());
-    shade.setColorAt(0, look.hover ? QColor(0x45, 0x4B, 0x55) : QColor(0x39, 0x3E, 0x46));
-    shade.setColorAt(1, look.pressed ? QColor(0x22, 0x25, 0x2A) : QColor(0x2A, 0x2E, 0x34));
+    shade.setColorAt(0, look.hover ? light.lighter(120) : light);
+    shade.setColorAt(1, look.pressed ? dark.darker(125) : dark);
     painter.fillRect(rect, shade);
     painter.fillRect(QRectF(rect.left(), rect.bottom() - 1, rect.width(), 1), QColor(0, 0, 0, 150));
     painter.fillRect(QRectF(rect.left(), rect.top(), rect.width(), 1), QColor(255, 255, 255, 20));
-    const bool upright = option.rect.height() <= option.rect.width() * 4;
-    if (upright) {
-        painter.fillRect(QRectF(rect.right() - 1, rect.top() + 3, 1, rect.height() - 7),
+    if (header != nullptr) {
+        painter.fillRect(QRectF(rect.right() - 1, rect.top() + 4, 1, rect.height() - 8),
                          QColor(0, 0, 0, 130));
     }
 }

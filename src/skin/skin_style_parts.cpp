@@ -242,7 +242,8 @@ bool SkinStyle::DrawItemPart(PrimitiveElement element, const QStyleOption& optio
         return true;
     case PE_IndicatorHeaderArrow: {
         const auto* header = qstyleoption_cast<const QStyleOptionHeader*>(&option);
-        const bool up = header != nullptr && header->sortIndicator == QStyleOptionHeader::SortUp;
+        // Rising order points up, though the toolkit calls it down.
+        const bool up = header != nullptr && header->sortIndicator == QStyleOptionHeader::SortDown;
         Chevron(painter, option.rect, up ? Direction::Up : Direction::Down, colours::accent);
         return true;
     }

@@ -13,6 +13,7 @@ namespace {
 constexpr QColor keyTop(0x43, 0x49, 0x53);
 constexpr QColor keyBottom(0x2C, 0x30, 0x37);
 constexpr QColor darkEdge(0x0E, 0x0F, 0x12);
+constexpr QColor switchEdge(0x6A, 0x71, 0x7E);
 constexpr qreal keyRadius = 5;
 
 QLinearGradient Shade(const QRectF& rect, const QColor& top, const QColor& bottom) {
@@ -148,23 +149,26 @@ void Panel(QPainter& painter, const QRectF& rect, qreal radius) {
 }
 
 void SwitchGround(QPainter& painter, const QRectF& rect, const Look& look, bool round) {
-    const qreal radius = round ? rect.width() / 2 : 3.5;
+    const QRectF body = rect.adjusted(0.5, 0.5, -0.5, -0.5);
+    const qreal radius = round ? body.width() / 2 : 3.5;
+    const bool lit = look.enabled && (look.on || look.partly);
     painter.save();
-    painter.setOpacity(look.enabled ? 1 : 0.6);
-    Field(painter, rect, look, look.focus, radius);
-    if (look.enabled && (look.on || look.partly)) {
-        painter.setRenderHint(QPainter::Antialiasing);
-        QColor lit = colours::accent;
-        lit.setAlphaF(look.pressed ? 0.34F : 0.22F);
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(lit);
-        painter.drawRoundedRect(rect.adjusted(1, 1, -1, -1), radius - 1, radius - 1);
-    } else if (look.pressed) {
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(QColor(255, 255, 255, 22));
-        painter.drawRoundedRect(rect.adjusted(1, 1, -1, -1), radius - 1, radius - 1);
+    painter.setRenderHint(QPainter::Antialiasing);
+    QColor edge = switchEdge;
+    if (look.focus || look.hover) {
+        edge = colours::accent;
+    } else if (lit) {
+        edge = Mixed(switchEdge, colours::accent, 0.45);
+    } else if (!look.enabled) {
+        edge = Mixed(colours::bodyBottom, switchEdge, 0.4);
     }
+    QColor ground = look.enabled ? colours::glass : Mixed(colours::glass, colours::bodyTop, 0.35);
+    if (lit || look.pressed) {
+        ground = Mixed(ground, colours::accent, look.pressed ? 0.34 : 0.22);
+    }
+    painter.setPen(QPen(edge, 1));
+    painter.setBrush(ground);
+    painter.drawRoundedRect(body, radius, radius);
     painter.restore();
 }
 

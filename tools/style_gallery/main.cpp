@@ -12,7 +12,9 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMessageBox>
+#include <QMouseEvent>
 #include <QPushButton>
+#include <QThread>
 #include <QToolTip>
 #include <cstdlib>
 #include <memory>
@@ -39,6 +41,9 @@ void PutMouseOn(QWidget* widget, const QPointF& at) {
         QHoverEvent enter(QEvent::HoverEnter, at, widget->mapToGlobal(at), QPointF(-1, -1));
         QCoreApplication::sendEvent(widget, &enter);
         widget->setAttribute(Qt::WA_UnderMouse);
+        QMouseEvent move(QEvent::MouseMove, at, widget->mapToGlobal(at), Qt::NoButton, Qt::NoButton,
+                         Qt::NoModifier);
+        QCoreApplication::sendEvent(widget, &move);
         widget->update();
     }
 }
@@ -50,6 +55,8 @@ void TakePages(const Album& album) {
         const std::unique_ptr<QDialog> page(make());
         page->show();
         page->activateWindow();
+        // As if the keyboard had been used last.
+        page->setAttribute(Qt::WA_KeyboardFocusChange);
         QCoreApplication::processEvents();
         for (const char* focused : {"focus", "line", "list"}) {
             if (auto* widget = page->findChild<QWidget*>(QString::fromLatin1(focused))) {
@@ -61,6 +68,7 @@ void TakePages(const Album& album) {
         if (auto* list = page->findChild<QListWidget*>(QStringLiteral("list"))) {
             PutMouseOn(list->viewport(), list->visualItemRect(list->item(4)).center());
         }
+        QThread::msleep(500); // until the bar without an end has moved into sight
         album.Take(*page, QString::fromLatin1(name));
     }
     const std::unique_ptr<QMenu> menu(MenuPage());

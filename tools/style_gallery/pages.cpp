@@ -145,7 +145,7 @@ QDialog* FieldsPage() {
         int row = 0;
         for (QWidget* field :
              std::initializer_list<QWidget*>{line, empty, combo, editable, spin, slider, progress, busy}) {
-            form->addWidget(new QLabel(QStringLiteral("&Label"), holder), row, 0);
+            form->addWidget(new QLabel(QStringLiteral("Label"), holder), row, 0);
             form->addWidget(field, row++, 1);
         }
         auto* upright = new QSlider(Qt::Vertical, holder);
