@@ -115,14 +115,18 @@ TEST_F(SkinStyleTest, SwitchesLookDifferentInEveryState) {
 }
 
 TEST_F(SkinStyleTest, ARealButtonShowsTheMouse) {
-    QPushButton button(QStringLiteral("Play"));
+    QWidget window;
+    window.resize(200, 60);
+    QPushButton button(QStringLiteral("Play"), &window);
     button.setStyle(&style);
-    button.resize(90, 30);
-    button.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&button));
+    button.setGeometry(10, 10, 90, 30);
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+    QTest::mouseMove(window.windowHandle(), {180, 50});
+    ASSERT_FALSE(button.underMouse());
     const QImage normal = button.grab().toImage();
-    QTest::mouseMove(button.windowHandle(), {30, 15});
-    QTest::mouseMove(button.windowHandle(), {40, 15});
+    QTest::mouseMove(window.windowHandle(), {40, 20});
+    QTest::mouseMove(window.windowHandle(), {45, 22});
     ASSERT_TRUE(button.underMouse());
     EXPECT_NE(button.grab().toImage(), normal);
 }
