@@ -15,8 +15,8 @@ constexpr double overloadRoom = 6; // for the lamp at the end
 constexpr double scaleRoom = 14;
 constexpr double verticalRoom = 12; // above and below, both together
 constexpr double tallestRow = 26;
-constexpr double lampPitch = 3;
-constexpr double lampWidth = 2;
+constexpr double usualPitch = 3; // of the lamps, and their width, before they meet the pixels of the screen
+constexpr double usualWidth = 2;
 constexpr double bloom = 4; // how far a lit lamp shines
 constexpr int partSteps = 6;
 
@@ -50,6 +50,8 @@ private:
     DisplayCanvas canvas_;
     std::array<Row, 2> rows_;
     double scaleTop_ = 0;
+    double pitch_ = usualPitch;
+    double lampWidth_ = usualWidth;
     int lampCount_ = 1;
     QPixmap lit_; // one row, all lamps on, with room for its bloom all round
 };
@@ -57,10 +59,12 @@ private:
 void BarsPicture::Lay(const DisplayCanvas& canvas) {
     canvas_ = canvas;
     const QRectF field = canvas.field;
+    pitch_ = Snapped(usualPitch, canvas.pixelRatio);
+    lampWidth_ = Snapped(usualWidth, canvas.pixelRatio);
     const double room = field.width() - sideRoom * 2 - nameRoom - overloadRoom;
-    lampCount_ = std::max(1, static_cast<int>(room / lampPitch));
+    lampCount_ = std::max(1, static_cast<int>(room / pitch_));
     const double left = Snapped(field.left() + sideRoom + nameRoom, canvas.pixelRatio);
-    const double width = lampCount_ * lampPitch;
+    const double width = lampCount_ * pitch_;
     // A single row is as tall as its room, but no block.
     const double rowRoom = (field.height() - scaleRoom - verticalRoom) / canvas.channels;
     const double height = Snapped(std::clamp(rowRoom, 3.0, tallestRow), canvas.pixelRatio);
@@ -107,7 +111,7 @@ QColor BarsPicture::LampColour(int lamp) const {
 }
 
 QRectF BarsPicture::LampRect(const QRectF& lamps, int lamp) const {
-    return {lamps.left() + lamp * lampPitch, lamps.top(), lampWidth, lamps.height()};
+    return {lamps.left() + lamp * pitch_, lamps.top(), lampWidth_, lamps.height()};
 }
 
 QRectF BarsPicture::OverloadRect(const QRectF& lamps) const {
@@ -160,7 +164,7 @@ void BarsPicture::PaintScale(QPainter& painter) const {
     for (const Mark& mark : marks) {
         const double place = MeterScale(mark.db);
         const QString text = QString::fromLatin1(mark.text);
-        const double x = Snapped(lamps.left() + place * lamps.width() - (lampPitch - lampWidth) / 2 - 0.5,
+        const double x = Snapped(lamps.left() + place * lamps.width() - (pitch_ - lampWidth_) / 2 - 0.5,
                                  canvas_.pixelRatio);
         const double length = text.isEmpty() ? 2.5 : 1.0;
         const QColor line = place >= canvas_.highFrom ? canvas_.colours.maxLevel : canvas_.colours.scale;
@@ -220,13 +224,13 @@ void BarsPicture::PaintRow(QPainter& painter, const Row& row) const {
     };
     const int whole = row.state.steps / partSteps;
     const int part = row.state.steps % partSteps;
-    const double end = bloom + whole * lampPitch - (lampPitch - lampWidth) / 2;
+    const double end = bloom + whole * pitch_ - Snapped((pitch_ - lampWidth_) / 2, canvas_.pixelRatio);
     if (whole > 0) {
         copy(0, end);
     }
     if (part > 0 && whole < lampCount_) {
         painter.setOpacity(static_cast<double>(part) / partSteps);
-        copy(std::max(end, 0.0), end + lampPitch);
+        copy(std::max(end, 0.0), end + pitch_);
         painter.setOpacity(1);
     }
     if (row.state.mark >= 0 && canvas_.markHeight > 0) {

@@ -10,9 +10,9 @@ namespace {
 
 constexpr double sideRoom = 4; // pixels
 constexpr double topRoom = 4;
-constexpr double pitch = 5;
-constexpr double tubeWidth = 4;
-constexpr double bloom = 3;
+constexpr double usualPitch = 5; // of the tubes, and their width, before they meet the pixels of the screen
+constexpr double usualWidth = 4;
+constexpr double bloom = 4;
 constexpr double floorShare = 0.78; // of the height, from the top
 constexpr double mirrorShare = 0.20;
 
@@ -33,13 +33,15 @@ public:
     void PaintMoving(QPainter& painter) override;
 
 private:
-    double ColumnLeft(int column) const { return left_ + column * pitch; }
+    double ColumnLeft(int column) const { return left_ + column * pitch_; }
     void DrawLit();
     void DrawMirror();
     void PaintTube(QPainter& painter, int column, const TubeState& state) const;
 
     DisplayCanvas canvas_;
     int columns_ = 2;
+    double pitch_ = usualPitch;
+    double tubeWidth_ = usualWidth;
     double left_ = 0;
     double floor_ = 0;  // y of the floor
     double height_ = 1; // of a full tube
@@ -53,10 +55,12 @@ void GlassPicture::Lay(const DisplayCanvas& canvas) {
     canvas_ = canvas;
     const QRectF& field = canvas.field;
     const int groups = canvas.channels;
-    columns_ = std::max(2, static_cast<int>((field.width() - sideRoom * 2) / pitch));
+    pitch_ = Snapped(usualPitch, canvas.pixelRatio);
+    tubeWidth_ = Snapped(usualWidth, canvas.pixelRatio);
+    columns_ = std::max(2, static_cast<int>((field.width() - sideRoom * 2) / pitch_));
     columns_ -= columns_ % groups;
-    left_ =
-        Snapped(field.left() + (field.width() - columns_ * pitch + pitch - tubeWidth) / 2, canvas.pixelRatio);
+    left_ = Snapped(field.left() + (field.width() - columns_ * pitch_ + pitch_ - tubeWidth_) / 2,
+                    canvas.pixelRatio);
     floor_ = Snapped(field.top() + field.height() * floorShare, canvas.pixelRatio);
     height_ = Snapped(std::max(1.0, floor_ - field.top() - topRoom), canvas.pixelRatio);
     tubes_.assign(static_cast<size_t>(columns_), {});
@@ -67,7 +71,7 @@ void GlassPicture::Lay(const DisplayCanvas& canvas) {
 
 void GlassPicture::DrawLit() {
     const DisplayColours& colours = canvas_.colours;
-    lit_ = EmptyLayer(QSizeF(tubeWidth + bloom * 2, height_), canvas_.pixelRatio);
+    lit_ = EmptyLayer(QSizeF(tubeWidth_ + bloom * 2, height_), canvas_.pixelRatio);
     QPainter painter(&lit_);
     painter.setRenderHint(QPainter::Antialiasing);
     // From the foot up: deep, clear, and the colour of high levels at the top.
@@ -77,7 +81,7 @@ void GlassPicture::DrawLit() {
     body.setColorAt(high * 0.55, colours.levels);
     body.setColorAt(high, Mixed(colours.levels, Qt::white, 0.35));
     body.setColorAt(1, colours.maxLevel);
-    const QRectF tube(bloom, 0, tubeWidth, height_);
+    const QRectF tube(bloom, 0, tubeWidth_, height_);
     painter.setOpacity(0.09);
     painter.fillRect(tube.adjusted(-bloom, 0, bloom, 0), body);
     painter.setOpacity(1);
@@ -95,7 +99,7 @@ void GlassPicture::DrawLit() {
 
 void GlassPicture::DrawMirror() {
     const double depth = std::max(1.0, canvas_.field.bottom() - floor_ - 1);
-    mirror_ = EmptyLayer(QSizeF(tubeWidth + bloom * 2, depth), canvas_.pixelRatio);
+    mirror_ = EmptyLayer(QSizeF(tubeWidth_ + bloom * 2, depth), canvas_.pixelRatio);
     QPainter painter(&mirror_);
     painter.scale(1, -1);
     painter.drawPixmap(QPointF(0, -height_), lit_);
@@ -104,7 +108,8 @@ void GlassPicture::DrawMirror() {
     QLinearGradient fade(0, 0, 0, depth);
     fade.setColorAt(0, QColor(0, 0, 0, 150));
     fade.setColorAt(1, QColor(0, 0, 0, 0));
-    painter.fillRect(QRectF(0, 0, tubeWidth + bloom * 2, depth), fade);
+    // Over the last part of a pixel too.
+    painter.fillRect(QRectF(0, 0, tubeWidth_ + bloom * 2 + 1, depth + 1), fade);
 }
 
 void GlassPicture::PaintGround(QPainter& painter) {
@@ -125,19 +130,19 @@ void GlassPicture::PaintGround(QPainter& painter) {
         painter.fillRect(QRectF(field.left(), y, field.width(), line), Faded(canvas_.colours.scale, 0.28));
     }
     for (int column = 0; column < columns_; ++column) {
-        const QRectF tube(ColumnLeft(column), floor_ - height_, tubeWidth, height_);
+        const QRectF tube(ColumnLeft(column), floor_ - height_, tubeWidth_, height_);
         QLinearGradient glass(tube.topLeft(), tube.topRight());
         glass.setColorAt(0, QColor(255, 255, 255, 26));
         glass.setColorAt(0.35, QColor(255, 255, 255, 12));
         glass.setColorAt(1, QColor(255, 255, 255, 5));
         painter.fillRect(tube, glass);
         const double foot = std::max(1.0, line);
-        painter.fillRect(QRectF(tube.left(), floor_ - foot, tubeWidth, foot),
+        painter.fillRect(QRectF(tube.left(), floor_ - foot, tubeWidth_, foot),
                          Faded(canvas_.colours.levels, 0.75));
         QLinearGradient under(QPointF(0, floor_), QPointF(0, floor_ + height_ * mirrorShare));
         under.setColorAt(0, Faded(canvas_.colours.levels, 0.25));
         under.setColorAt(1, Faded(canvas_.colours.levels, 0));
-        painter.fillRect(QRectF(tube.left(), floor_ + line, tubeWidth, height_ * mirrorShare), under);
+        painter.fillRect(QRectF(tube.left(), floor_ + line, tubeWidth_, height_ * mirrorShare), under);
     }
 }
 
@@ -166,9 +171,10 @@ void GlassPicture::PaintMoving(QPainter& painter) {
     for (int column = 0; column < columns_; ++column) {
         const int mark = tubes_[static_cast<size_t>(column)].mark;
         if (mark > 0) {
-            const double height = canvas_.markHeight / 2.0;
+            const double height =
+                std::max(1 / canvas_.pixelRatio, Snapped(canvas_.markHeight / 2.0, canvas_.pixelRatio));
             const double y = floor_ - mark / canvas_.pixelRatio;
-            painter.fillRect(QRectF(ColumnLeft(column), y - height, tubeWidth, height),
+            painter.fillRect(QRectF(ColumnLeft(column), y - height, tubeWidth_, height),
                              Mixed(canvas_.colours.maxLevel, Qt::white, 0.15));
         }
     }
@@ -181,13 +187,13 @@ void GlassPicture::PaintTube(QPainter& painter, int column, const TubeState& sta
     const double ratio = canvas_.pixelRatio;
     const double level = state.level / ratio;
     const double x = ColumnLeft(column) - bloom;
-    const double width = tubeWidth + bloom * 2;
+    const double width = tubeWidth_ + bloom * 2;
     painter.drawPixmap(QRectF(x, floor_ - level, width, level), lit_,
                        QRectF(0, (height_ - level) * ratio, width * ratio, level * ratio));
     const double depth = std::min(level, mirror_.height() / ratio);
     painter.drawPixmap(QRectF(x, floor_, width, depth), mirror_, QRectF(0, 0, width * ratio, depth * ratio));
     // The surface of the light in the tube.
-    painter.fillRect(QRectF(x + bloom, floor_ - level, tubeWidth, 1), QColor(255, 255, 255, 120));
+    painter.fillRect(QRectF(x + bloom, floor_ - level, tubeWidth_, 1), QColor(255, 255, 255, 120));
 }
 
 } // namespace
