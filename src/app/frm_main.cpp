@@ -209,13 +209,42 @@ void FrmMain::Raise() {
 
 // --- What is shown ---
 
+QWidget* FrmMain::FirstOf(Panel panel) const {
+    if (panel == Panel::Playlist) {
+        return controls_.ListViewPlaylist;
+    }
+    QWidget* whole =
+        panel == Panel::Equalizer ? static_cast<QWidget*>(controls_.KSTEqualizer21) : controls_.colourPanel;
+    for (QWidget* next = whole; next != nullptr; next = next->nextInFocusChain()) {
+        if (whole->isAncestorOf(next) && (next->focusPolicy() & Qt::TabFocus) != 0) {
+            return next;
+        }
+        if (next->nextInFocusChain() == whole) {
+            break;
+        }
+    }
+    return whole;
+}
+
 void FrmMain::ShowPanel(Panel panel) {
+    bool keysInPanel = false;
+    for (const QWidget* shown : std::initializer_list<QWidget*>{
+             controls_.ListViewPlaylist, controls_.KSTEqualizer21, controls_.colourPanel}) {
+        const QWidget* focused = QApplication::focusWidget();
+        keysInPanel =
+            keysInPanel || (focused != nullptr && (focused == shown || shown->isAncestorOf(focused)));
+    }
     controls_.ListViewPlaylist->setVisible(panel == Panel::Playlist);
     controls_.listScrollBar->setVisible(panel == Panel::Playlist);
     controls_.KSTEqualizer21->setVisible(panel == Panel::Equalizer);
     controls_.colourPanel->setVisible(panel == Panel::Colours);
     controls_.ImageChgLstBnd->setChecked(panel == Panel::Equalizer);
     controls_.ImageColour->setChecked(panel == Panel::Colours);
+    // The keys were in what has gone.
+    if (keysInPanel) {
+        QWidget* first = FirstOf(panel);
+        first->setFocus(Qt::OtherFocusReason);
+    }
 }
 
 void FrmMain::PutPicClip() {
@@ -278,7 +307,10 @@ void FrmMain::ShowName(const QString& fileName) {
 }
 
 void FrmMain::DispKhz(bool show, const QString& formatText) {
-    controls_.LabelFormat->setText(show ? formatText : QString());
+    QLabel* words = controls_.LabelFormat;
+    words->setText(show ? words->fontMetrics().elidedText(formatText, Qt::ElideRight, words->width())
+                        : QString());
+    words->setToolTip(show ? formatText : QString());
     if (!show) {
         controls_.Image44100->Clear();
         controls_.ImageKBPS->Clear();

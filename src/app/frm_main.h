@@ -84,6 +84,8 @@ private:
     void PopUpAtLabel(MainMenu menu);
     void PopUpAtCursor(MainMenu menu);
     void ShowPanel(Panel panel);
+    // What takes the keys in a panel.
+    QWidget* FirstOf(Panel panel) const;
     void PutPicClip();
     void ClearTimer();
     void ShowDigits(const ClockDigits& digits);

@@ -9,6 +9,7 @@ namespace {
 
 constexpr int bodyFontPixels = 11;
 constexpr int titleFontPixels = 12;
+constexpr int smallFontPixels = 10;
 
 template <typename Index>
 QString Indexed(const QString& name, Index index) {
@@ -140,8 +141,8 @@ void Builder::MakeToolBar() {
     // The first one only moves; it is no button.
     controls_.ImageToolBar[0]->hide();
     controls_.ImageToolBar[0]->setFocusPolicy(Qt::NoFocus);
-    controls_.LabelFormat =
-        Text(QStringLiteral("LabelFormat"), QString(), layout::formatLine, colours::textOnGlass);
+    controls_.LabelFormat = Text(QStringLiteral("LabelFormat"), QString(), layout::formatLine,
+                                 colours::textOnGlass, smallFontPixels);
 }
 
 void Builder::MakeClock() {

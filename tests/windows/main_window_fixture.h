@@ -141,8 +141,8 @@ protected:
     MenuRouting routing{state, transport, rows, tools, prompts};
     VolumeKnob knob{KnobGeometry{}};
     ListTip listTip{clock};
-    MainPictures pictures;
-    FrmMain window{{pictures, state, options, rows, admission, files, editing, transport, routing, knob,
+    MainPictures skinPictures;
+    FrmMain window{{skinPictures, state, options, rows, admission, files, editing, transport, routing, knob,
                     listTip, display, player}};
 };
 
