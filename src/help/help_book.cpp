@@ -69,6 +69,13 @@ Outcome HelpBook::Open(const QString& folder) {
             qCWarning(helpLog) << name << "is damaged";
         }
     }
+    for (HelpPage& page : pages_) {
+        for (const HelpKeyword& entry : index_) {
+            if (SplitHelpTarget(entry.target).page == page.name) {
+                page.keywords.append(entry.keyword);
+            }
+        }
+    }
     return Outcome::Ok;
 }
 

@@ -16,6 +16,7 @@ struct HelpPage {
     QStringList anchors;  // names of places in the page
     QStringList links;    // href of each <a>, as written
     QStringList pictures; // src of each <img>, as written
+    QStringList keywords; // entries of the index that lead here; the book knows them, the page does not
 };
 
 // Pages are XHTML in UTF-8. Nothing when the bytes are not well formed or hold no title.

@@ -35,7 +35,7 @@ int CountWord(const QString& text, const QString& word) {
 int ScoreOf(const HelpPage& page, const QString& word) {
     int score = CountWord(page.text, word);
     score += FindWord(page.title, word, 0) >= 0 ? titleWeight : 0;
-    for (const QString& heading : page.headings) {
+    for (const QString& heading : page.headings + page.keywords) {
         score += FindWord(heading, word, 0) >= 0 ? headingWeight : 0;
     }
     return score;

@@ -18,9 +18,10 @@ struct HelpHit {
 // hyphens between them, so that "m3u", "44.1" and "Default.ksl" are words.
 QStringList HelpQueryWords(const QString& query);
 
-// Pages that hold every word of the query; a word is found at the start of a word of the page, in any case.
-// The best come first: each place in the text counts 1, each heading that holds the word 5, a title that
-// holds it 20; the page's name decides between equals. An empty query finds nothing.
+// Pages that hold every word of the query, in themselves or in the index; a word is found at the start of a
+// word of the page, in any case. The best come first: each place in the text counts 1, each heading that
+// holds the word 5, a title that holds it 20; the page's name decides between equals. An empty query finds
+// nothing.
 QList<HelpHit> SearchHelp(const QList<HelpPage>& pages, const QString& query);
 
 } // namespace kestrune

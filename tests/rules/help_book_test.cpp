@@ -193,6 +193,8 @@ TEST_F(BuiltInHelp, ASearchForASubjectFindsItsPageFirst) {
         {QStringLiteral("sort"), QStringLiteral("sorting.htm")},
         {QStringLiteral("KESTRUNE_HOME"), QStringLiteral("files.htm")},
         {QStringLiteral("media keys"), QStringLiteral("mediakeys.htm")},
+        {QStringLiteral("seek"), QStringLiteral("position.htm")},
+        {QStringLiteral("random"), QStringLiteral("modes.htm")},
     };
     for (const auto& [query, page] : subjects) {
         const QStringList found = PagesFound(query);

@@ -98,6 +98,15 @@ TEST(HelpSearchTest, ATitleGoesBeforeAHeadingAndAHeadingBeforeText) {
     EXPECT_THAT(Names(SearchHelp(pages, QStringLiteral("red"))), testing::ElementsAre("c", "b", "a"));
 }
 
+TEST(HelpSearchTest, AWordOfTheIndexFindsAPageThatLacksIt) {
+    HelpPage page = Page(QStringLiteral("a"), QStringLiteral("A"), QStringLiteral("jump to a place"));
+    page.keywords = {QStringLiteral("seeking")};
+    const QList<HelpHit> hits = SearchHelp({page}, QStringLiteral("seek"));
+    ASSERT_EQ(hits.size(), 1);
+    EXPECT_EQ(hits[0].score, 5);
+    EXPECT_EQ(Utf8(hits[0].excerpt), "jump to a place");
+}
+
 TEST(HelpSearchTest, MorePlacesGoFirst) {
     const QList<HelpPage> pages = {
         Page(QStringLiteral("a"), QStringLiteral("A"), QStringLiteral("red")),
