@@ -191,12 +191,13 @@ void AudioDisplayView::PaintBorder(QPainter& painter) const {
     const QRectF inner = outer.adjusted(1, 1, -1, -1);
     const QColor dark = Mixed(colour, Qt::black, 0.72);
     const QColor light = Mixed(colour, Qt::white, 0.18);
+    const QColor dim = Mixed(colour, Qt::black, 0.35);
     if (style == BorderSingle) {
         painter.setPen(QPen(colour, 1));
         painter.drawRect(outer);
     } else if (style == BorderLowered) {
-        edges(outer, dark, light);
-        edges(inner, Mixed(dark, Qt::black, 0.5), Mixed(colour, Qt::black, 0.45));
+        edges(outer, dark, dim);
+        edges(inner, Mixed(dark, Qt::black, 0.5), Mixed(colour, Qt::black, 0.68));
     } else if (style == BorderRaised) {
         edges(outer, light, dark);
         edges(inner, colour, Mixed(colour, Qt::black, 0.5));
