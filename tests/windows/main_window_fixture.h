@@ -136,14 +136,14 @@ protected:
                             prompts,
                             {[this] { return transport.PlayFile; }, [this] { transport.StopPlay(); }}};
     FakeSpectrum spectrum;
-    AudioDisplay display{spectrum, clock};
+    AudioDisplay audioDisplay{spectrum, clock};
     FakeToolWindows tools;
     MenuRouting routing{state, transport, rows, tools, prompts};
     VolumeKnob knob{KnobGeometry{}};
     ListTip listTip{clock};
     MainPictures skinPictures;
     FrmMain window{{skinPictures, state, options, rows, admission, files, editing, transport, routing, knob,
-                    listTip, display, player}};
+                    listTip, audioDisplay, player}};
 };
 
 } // namespace kestrune
