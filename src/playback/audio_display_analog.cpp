@@ -40,6 +40,7 @@ private:
     static void PlaceScale(Meter& meter);
     QPointF PointAt(const Meter& meter, double deflection, double radius) const;
     QRectF LampOf(const Meter& meter) const;
+    QRect NeedleArea(const Meter& meter) const;
     QPainterPath Arc(const Meter& meter, double from, double to, double radius) const;
     void PaintFace(QPainter& painter, const Meter& meter) const;
     void PaintScale(QPainter& painter, const Meter& meter) const;
@@ -204,17 +205,28 @@ void AnalogPicture::PaintScale(QPainter& painter, const Meter& meter) const {
     painter.drawText(name, Qt::AlignCenter, QStringLiteral("VU"));
 }
 
+QRect AnalogPicture::NeedleArea(const Meter& meter) const {
+    constexpr double aside = 4; // the shadow, and the thickness of the needle
+    const QRectF needle =
+        QRectF(PointAt(meter, meter.deflection, meter.radius + 2), meter.pivot).normalized();
+    return (needle.adjusted(-aside, -aside, aside, aside) & meter.face).toAlignedRect();
+}
+
 QRegion AnalogPicture::Follow(const AudioDisplay& display, double /*part*/) {
     QRegion changed;
     for (int channel = 0; channel < canvas_.channels; ++channel) {
         Meter& meter = meters_[static_cast<size_t>(channel)];
         const double deflection = display.NeedleDeflection(channel);
         const bool overloaded = display.IsOverloaded(channel);
-        if (std::abs(deflection - meter.deflection) > leastMove || overloaded != meter.overloaded ||
-            (deflection == 0 && meter.deflection > 0)) {
-            meter.deflection = deflection;
+        if (overloaded != meter.overloaded) {
             meter.overloaded = overloaded;
-            changed += meter.face.toAlignedRect();
+            changed += LampOf(meter).adjusted(-3, -3, 3, 3).toAlignedRect();
+        }
+        if (std::abs(deflection - meter.deflection) > leastMove ||
+            (deflection == 0 && meter.deflection > 0)) {
+            changed += NeedleArea(meter);
+            meter.deflection = deflection;
+            changed += NeedleArea(meter);
         }
     }
     return changed;
