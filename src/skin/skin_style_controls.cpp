@@ -51,6 +51,30 @@ void DrawGlow(QPainter& painter, const QRectF& rect, qreal radius) {
     painter.drawRoundedRect(rect, radius, radius);
 }
 
+void DrawDots(QPainter& painter, const QStyleOption& option, std::initializer_list<QPointF> places) {
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(option.state.testFlag(QStyle::State_MouseOver) ? colours::accent
+                                                                    : QColor(255, 255, 255, 60));
+    for (const QPointF& place : places) {
+        painter.drawEllipse(QRectF(option.rect).center() + place, 1.1, 1.1);
+    }
+    painter.restore();
+}
+
+void DrawSplitter(const QStyleOption& option, QPainter& painter) {
+    if (option.state.testFlag(QStyle::State_Horizontal)) {
+        DrawDots(painter, option, {{0, -5}, {0, 0}, {0, 5}});
+    } else {
+        DrawDots(painter, option, {{-5, 0}, {0, 0}, {5, 0}});
+    }
+}
+
+void DrawSizeGrip(const QStyleOption& option, QPainter& painter) {
+    DrawDots(painter, option, {{4, -4}, {0, 0}, {4, 0}, {-4, 4}, {0, 4}, {4, 4}});
+}
+
 } // namespace
 
 void SkinStyle::DrawMenuItem(const QStyleOption& option, QPainter& painter, const QWidget* widget) const {
@@ -256,8 +280,6 @@ void SkinStyle::drawControl(ControlElement element, const QStyleOption* option, 
         DrawTab(*option, *painter);
         return;
     case CE_HeaderSection:
-        DrawHeaderSection(*option, *painter);
-        return;
     case CE_HeaderEmptyArea:
         DrawHeaderSection(*option, *painter);
         return;
@@ -268,28 +290,11 @@ void SkinStyle::drawControl(ControlElement element, const QStyleOption* option, 
         DrawProgress(*option, *painter);
         return;
     case CE_Splitter:
-    case CE_SizeGrip: {
-        const bool grip = element == CE_SizeGrip;
-        const bool hover = option->state.testFlag(State_MouseOver);
-        painter->save();
-        painter->setRenderHint(QPainter::Antialiasing);
-        painter->setPen(Qt::NoPen);
-        painter->setBrush(hover ? colours::accent : QColor(255, 255, 255, 60));
-        const QPointF centre = QRectF(option->rect).center();
-        const bool level = option->state.testFlag(State_Horizontal);
-        for (int i = -1; i <= 1; ++i) {
-            for (int j = -1; j <= (grip ? 1 : -1); ++j) {
-                if (grip && i + j >= 0) {
-                    painter->drawEllipse(centre + QPointF(i * 4, j * 4), 1, 1);
-                }
-            }
-            if (!grip) {
-                painter->drawEllipse(centre + (level ? QPointF(0, i * 5) : QPointF(i * 5, 0)), 1.2, 1.2);
-            }
-        }
-        painter->restore();
+        DrawSplitter(*option, *painter);
         return;
-    }
+    case CE_SizeGrip:
+        DrawSizeGrip(*option, *painter);
+        return;
     default:
         if (!DrawLabelled(element, *option, *painter, widget)) {
             QProxyStyle::drawControl(element, option, painter, widget);

@@ -72,8 +72,9 @@ void DrawFrame(const QStyleOption& option, QPainter& painter, const QWidget* wid
         return;
     }
     const Look look(option);
-    const bool focused = look.enabled && option.state.testFlag(QStyle::State_HasFocus) &&
-                         option.state.testFlag(QStyle::State_KeyboardFocusChange);
+    // A list with a current row shows the focus there.
+    const auto* view = qobject_cast<const QAbstractItemView*>(widget);
+    const bool focused = look.focus && (view == nullptr || !view->currentIndex().isValid());
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setBrush(Qt::NoBrush);
