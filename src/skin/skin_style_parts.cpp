@@ -14,6 +14,7 @@ using namespace shapes;
 
 namespace {
 
+constexpr QColor floatingEdge(0x45, 0x49, 0x5C); // of glass above the windows
 constexpr qreal menuRadius = 8;
 constexpr qreal tipRadius = 5;
 
@@ -68,7 +69,8 @@ void DrawToolPanel(const QStyleOption& option, QPainter& painter) {
 // The frame of a list, a text or any other sunken panel: glass with a soft edge.
 void DrawFrame(const QStyleOption& option, QPainter& painter, const QWidget* widget) {
     if (widget != nullptr && widget->inherits("QComboBoxPrivateContainer")) {
-        Panel(painter, option.rect, 0);
+        painter.setPen(QPen(floatingEdge, 1));
+        painter.drawRect(QRectF(option.rect).adjusted(0.5, 0.5, -0.5, -0.5));
         return;
     }
     const Look look(option);
@@ -104,7 +106,7 @@ void DrawTip(const QStyleOption& option, QPainter& painter) {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     const QRectF body = QRectF(option.rect).adjusted(0.5, 0.5, -0.5, -0.5);
-    painter.setPen(QPen(QColor(0x45, 0x49, 0x5C), 1));
+    painter.setPen(QPen(floatingEdge, 1));
     painter.setBrush(colours::glass);
     painter.drawRoundedRect(body, tipRadius, tipRadius);
     QLinearGradient shine(body.topLeft(), body.center());
@@ -209,6 +211,11 @@ bool SkinStyle::DrawFramePart(PrimitiveElement element, const QStyleOption& opti
         DrawTip(option, painter);
         return true;
     case PE_FrameFocusRect:
+        // The row of an open combo box is lit already.
+        if (widget != nullptr && widget->parentWidget() != nullptr &&
+            widget->parentWidget()->inherits("QComboBoxPrivateContainer")) {
+            return true;
+        }
         FocusRing(painter, option.rect, 3);
         return true;
     default:
