@@ -76,6 +76,7 @@ int main(int argc, char** argv) {
     TxSpectrum spectrum;
     AudioDisplay display(spectrum, clock);
     const DisplayFeed feed({transport, *audioFile, *audioPlayer, audioTransform, display, pending});
+    QObject::connect(&feed, &DisplayFeed::Paused, &display, &AudioDisplay::FallToRest);
     ToolWindowDialogs tools(state);
     MenuRouting routing(state, transport, rows, tools, prompts);
     VolumeKnob knob{KnobGeometry{}};

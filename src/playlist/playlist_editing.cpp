@@ -81,7 +81,7 @@ int PlaylistEditing::MoveUp() {
     const PlaylistRows::HeldChanges held(rows_);
     int rowToShow = 0;
     for (int row = 2; row <= rows_.Count(); ++row) {
-        if (!rows_.IsSelected(row) || rows_.IsSelected(row - 1)) {
+        if (!rows_.IsSelected(row)) {
             continue;
         }
         SwapListViewItem(row, row - 1);
@@ -97,7 +97,7 @@ int PlaylistEditing::MoveDown() {
     const int count = rows_.Count();
     int rowToShow = 0;
     for (int row = count - 1; row >= 1; --row) {
-        if (!rows_.IsSelected(row) || rows_.IsSelected(row + 1)) {
+        if (!rows_.IsSelected(row)) {
             continue;
         }
         SwapListViewItem(row, row + 1);

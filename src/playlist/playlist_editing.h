@@ -30,8 +30,8 @@ public:
     // Asks, then deletes the selected rows and numbers the others anew. The default playlist is saved also
     // when the answer is No.
     void DelFilefromList();
-    // Moves the selected rows by one place. What stands at the edge stays, with the selected rows that touch
-    // it. CurIndex and LastIndex do not follow.
+    // Moves the selected rows by one place: each changes places with its neighbour, in the direction of
+    // travel. The row at the edge has none. CurIndex and LastIndex do not follow.
     void ListUpDown(bool up);
     // Row a goes through a record of fixed fields on its way to b, and what does not fit into them is lost:
     // title 380 bytes, time 20, type 3, size 20, folder 200, file name 172, format string 197. A value also
