@@ -243,7 +243,7 @@ void FrmMain::ShowPanel(Panel panel) {
     // The keys were in what has gone.
     if (keysInPanel) {
         QWidget* first = FirstOf(panel);
-        first->setFocus(Qt::OtherFocusReason);
+        first->setFocus(Qt::MouseFocusReason);
     }
 }
 

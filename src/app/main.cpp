@@ -15,7 +15,6 @@
 #include "desktop/mpris_service.h"
 #include "playback/audio_display.h"
 #include "playback/display_feed.h"
-#include "playback/volume_knob_view.h"
 #include "skin/dialog_frame.h"
 #include "skin/skin_style.h"
 

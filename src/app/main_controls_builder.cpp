@@ -230,11 +230,11 @@ void Builder::MakeList() {
     controls_.listScrollBar = Put(new PlaylistScrollBar(*controls_.ListViewPlaylist, window_),
                                   QStringLiteral("PlaylistScrollBar"), layout::listScrollBar);
     controls_.KSTEqualizer21 =
-        Put(new EqualizerPanel(window_), QStringLiteral("KSTEqualizer21"), layout::list);
+        Put(new EqualizerPanel(window_), QStringLiteral("KSTEqualizer21"), layout::panel);
     AudioDisplay* display = &parts_.display;
     controls_.colourPanel =
         Put(new ColourPanel([display](int number) { return display->Property(number); }, {}, window_),
-            QStringLiteral("ColourPanel"), layout::list);
+            QStringLiteral("ColourPanel"), layout::panel);
     controls_.KSTEqualizer21->hide();
     controls_.colourPanel->hide();
     for (size_t i = 0; i < buttons.size(); ++i) {

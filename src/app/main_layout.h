@@ -90,6 +90,7 @@ inline constexpr QPoint thumbHeldInStrip(424, 311);
 
 // --- List ---
 inline constexpr QRect list(12, 242, 360, 119);
+inline constexpr QRect panel(12, 242, 371, 119); // what takes the place of list and scroll bar
 inline constexpr QRect listScrollBar(373, 242, 10, 119);
 inline constexpr QRect PictureSelToal(301, 222, 81, 15);
 inline constexpr std::array<Key, 6> ImageListCmd = {{

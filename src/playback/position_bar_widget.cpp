@@ -33,6 +33,7 @@ PositionBar::PositionBar(const PositionPictures& pictures, QWidget* parent)
     line_->setObjectName(QStringLiteral("PictureStepLine1"));
     thumb_->setObjectName(QStringLiteral("PictureStep"));
     track_->setAttribute(Qt::WA_TransparentForMouseEvents);
+    InstallSliderAccess();
     setFixedSize(positionBarWidth, barHeight);
     setFocusPolicy(Qt::StrongFocus);
     track_->setGeometry(0, (barHeight - pictures.lineHeight) / 2, positionBarWidth, pictures.lineHeight);
@@ -78,6 +79,24 @@ void PositionBar::Place() {
     line_->setGeometry(0, (barHeight - pictures_.lineHeight) / 2, left, pictures_.lineHeight);
     line_->SetCut({pictures_.line, line_->size()});
     thumb_->move(left, 0);
+    TellValue();
+}
+
+double PositionBar::ScaleValue() const {
+    return std::round(lineWidth_ / lineEnd * Scale().highest);
+}
+
+void PositionBar::ChooseScaleValue(double value) {
+    SetLineWidth(value / Scale().highest * lineEnd);
+    emit Sought(std::round(lineWidth_));
+}
+
+void PositionBar::TellValue() {
+    const double percent = ScaleValue();
+    if (percent != toldPercent_) {
+        toldPercent_ = percent;
+        TellSliderValue(this, percent);
+    }
 }
 
 void PositionBar::ShowThumb() {
@@ -124,7 +143,7 @@ void PositionBar::SeekBy(double change) {
 }
 
 void PositionBar::wheelEvent(QWheelEvent* event) {
-    if (thumb_->isHidden() || dragging_) {
+    if (!CanChoose()) {
         event->ignore();
         return;
     }
@@ -132,7 +151,7 @@ void PositionBar::wheelEvent(QWheelEvent* event) {
 }
 
 void PositionBar::keyPressEvent(QKeyEvent* event) {
-    if (thumb_->isHidden() || dragging_) {
+    if (!CanChoose()) {
         event->ignore();
         return;
     }

@@ -4,6 +4,7 @@
 #include "playback/position.h"
 #include "skin/picture_label.h"
 #include "skin/skin_picture.h"
+#include "skin/slider_access.h"
 
 #include <QPoint>
 #include <QTimer>
@@ -21,7 +22,7 @@ struct PositionPictures {
 };
 
 // The widths are those of the elapsed line, in pixels from 0 to positionBarWidth - thumbWidth. Window thread.
-class PositionBar : public QWidget {
+class PositionBar : public QWidget, public SliderControl {
     Q_OBJECT
 public:
     static constexpr int thumbWidth = 12;
@@ -34,6 +35,12 @@ public:
     void WalkToStart();
     // Hiding the thumb ends a drag without a seek.
     void SetThumbVisible(bool visible);
+
+    // Per cent of the file. Can be chosen while the thumb is there.
+    SliderScale Scale() const override { return {}; }
+    double ScaleValue() const override;
+    void ChooseScaleValue(double value) override;
+    bool CanChoose() const override { return !thumb_->isHidden() && !dragging_; }
 
 signals:
     void DragStarted();
@@ -56,6 +63,7 @@ private:
     void DragTo(double mouseX);
     void SeekBy(double change);
     void ShowThumb();
+    void TellValue();
 
     PositionPictures pictures_;
     QWidget* track_;
@@ -63,6 +71,7 @@ private:
     PictureLabel* thumb_;
     QTimer walk_;
     double lineWidth_ = 0;
+    double toldPercent_ = 0;
     bool dragging_ = false;
 };
 

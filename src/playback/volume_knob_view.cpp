@@ -4,7 +4,6 @@
 #include "playback/volume_mark_button.h"
 #include "skin/skin_colours.h"
 
-#include <QAccessible>
 #include <QMouseEvent>
 #include <QPainter>
 #include <algorithm>
@@ -18,6 +17,10 @@ constexpr qint32 keyStep = fullVolume / 32;
 constexpr qint32 pageStep = fullVolume / 8;
 constexpr int wheelNotch = 120;
 
+int PercentOf(qint32 volume) {
+    return static_cast<int>(std::lround(100.0 * volume / fullVolume));
+}
+
 } // namespace
 
 VolumeKnobView::VolumeKnobView(VolumeKnob& knob, const KnobGeometry& geometry, const KnobPictures& pictures,
@@ -28,6 +31,7 @@ VolumeKnobView::VolumeKnobView(VolumeKnob& knob, const KnobGeometry& geometry, c
       pictures_(pictures),
       dot_(new PictureLabel(pictures.strip, this)) {
     setObjectName(QStringLiteral("ImageVolumeButtonB"));
+    InstallSliderAccess();
     setAccessibleName(tr("Volume"));
     setFocusPolicy(Qt::StrongFocus);
     setGeometry(static_cast<int>(geometry.knobLeft), static_cast<int>(geometry.knobTop),
@@ -40,7 +44,7 @@ VolumeKnobView::VolumeKnobView(VolumeKnob& knob, const KnobGeometry& geometry, c
     for (size_t i = 0; i < marks_.size(); ++i) {
         auto* mark = new VolumeMarkButton(pictures.strip, pictures.litMarks[i], parent);
         mark->setObjectName(QStringLiteral("ImageVol(%1)").arg(i));
-        mark->setAccessibleName(tr("Volume mark %1").arg(i + 1));
+        mark->setAccessibleName(tr("Volume %1 %").arg(PercentOf(knobMarks[i].volume)));
         mark->setGeometry(pictures.markPlaces[i]);
         connect(mark, &QAbstractButton::clicked, this, [this, i] {
             knob_.ChooseMark(static_cast<int>(i));
@@ -51,7 +55,7 @@ VolumeKnobView::VolumeKnobView(VolumeKnob& knob, const KnobGeometry& geometry, c
 }
 
 int VolumeKnobView::Percent() const {
-    return static_cast<int>(std::lround(100.0 * knob_.Volume() / fullVolume));
+    return PercentOf(knob_.Volume());
 }
 
 void VolumeKnobView::ShowKnob() {
@@ -62,13 +66,20 @@ void VolumeKnobView::ShowKnob() {
     dot_->move(static_cast<int>(std::lround(knob_.Dot().left - geometry_.knobLeft)),
                static_cast<int>(std::lround(knob_.Dot().top - geometry_.knobTop)));
     setToolTip(tr("Volume %1 %").arg(Percent()));
+    if (toldPercent_ != Percent()) {
+        toldPercent_ = Percent();
+        TellSliderValue(this, toldPercent_);
+    }
+}
+
+void VolumeKnobView::ChooseScaleValue(double value) {
+    knob_.SetVolume(static_cast<qint32>(std::lround(value * fullVolume / Scale().highest)));
+    Chosen();
 }
 
 void VolumeKnobView::Chosen() {
     ShowKnob();
     emit VolumeChosen(knob_.Volume());
-    QAccessibleValueChangeEvent changed(this, Percent());
-    QAccessible::updateAccessibility(&changed);
 }
 
 void VolumeKnobView::Turn(const QPointF& position) {

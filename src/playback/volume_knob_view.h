@@ -4,6 +4,7 @@
 #include "playback/volume_knob.h"
 #include "skin/picture_label.h"
 #include "skin/skin_picture.h"
+#include "skin/slider_access.h"
 
 #include <QAbstractButton>
 #include <QRect>
@@ -23,7 +24,7 @@ struct KnobPictures {
 };
 
 // Wheel and keys change the volume in steps. Knob and strip must outlive the view. Window thread.
-class VolumeKnobView : public QWidget {
+class VolumeKnobView : public QWidget, public SliderControl {
     Q_OBJECT
 public:
     // The marks become children of the parent, since they stand outside the knob.
@@ -34,6 +35,10 @@ public:
     void ShowKnob();
     // 0 to 100.
     int Percent() const;
+
+    SliderScale Scale() const override { return {}; }
+    double ScaleValue() const override { return Percent(); }
+    void ChooseScaleValue(double value) override;
 
 signals:
     void VolumeChosen(qint32 volume);
@@ -55,6 +60,7 @@ private:
     KnobPictures pictures_;
     PictureLabel* dot_;
     std::array<QAbstractButton*, volumeMarkCount> marks_{};
+    int toldPercent_ = 0;
 };
 
 } // namespace kestrune

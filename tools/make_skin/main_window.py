@@ -3,9 +3,9 @@
 import random
 
 import layout as at
-from digits import segment_digit, stroke_text
-from parts import (GLYPHS, body, channel, flat_key, glass, lamp_colour, lamp_glyph, round_key, wave_mark)
-from svg import ACCENT, ACCENT_LIGHT, GLASS, MUTED, Picture, number
+from digits import STROKES, segment_digit, stroke_text
+from parts import (GLYPHS, arc, body, channel, flat_key, glass, lamp_colour, lamp_glyph, lines, round_key, wave_mark)
+from svg import ACCENT, ACCENT_LIGHT, MUTED, Picture, number
 
 GRAIN_SEED = 20
 
@@ -28,6 +28,16 @@ def window_key(picture, name, x, y, look):
 
 
 # --- the tool bar's pictures: each in frames, of which frame 0 is the still one ---
+
+def flame(x, y, size, phase):
+    """A tongue with a smaller one at its left; the tip sways with the phase."""
+    sway = (0, 0.7, -0.6)[phase]
+    curve = (("M", (sway, -6.4)), ("C", (0.8, -3.8), (4.2, -2.2), (4.2, 1.4)), ("C", (4.2, 4), (2.3, 5.6), (0, 5.6)),
+             ("C", (-2.3, 5.6), (-4.2, 4), (-4.2, 1.5)), ("C", (-4.2, -0.4), (-3.2, -1.6), (-2.4, -2.8)),
+             ("C", (-2.1, -1.6), (-1.7, -1), (-1, -0.7)), ("C", (-1.5, -2.8), (-1.1, -4.8), (sway, -6.4)))
+    return " ".join(letter + " ".join(f"{number(x + px * size)} {number(y + py * size)}" for px, py in points)
+                    for letter, *points in curve) + " Z"
+
 
 def tool_plate(picture, x, y, lit):
     width, height = at.TOOL_CELL
@@ -58,7 +68,6 @@ def tool_picture(picture, name, x, y, phase, look):
         picture.disc(centre_x - 2.5, centre_y, 8, stroke=colour, stroke_width=1.3, stroke_opacity=strength)
         picture.disc(centre_x - 2.5, centre_y, 2, stroke=colour, stroke_width=1.2, stroke_opacity=strength)
         begin = 40 * (phase or 0)
-        from parts import arc, lines
         for turn in (0, 180):
             picture.path(lines(arc(centre_x - 2.5, centre_y, 5.1, begin + turn - 100, begin + turn - 45, 8))(0, 0, 1), stroke=colour,
                          stroke_width=1, stroke_opacity=strength * 0.7, stroke_linecap="round")
@@ -70,21 +79,15 @@ def tool_picture(picture, name, x, y, phase, look):
             picture.path(lines(points, tip)(arrow_x, centre_y + 1.4, 1), stroke=colour, stroke_width=1.4, stroke_opacity=strength,
                          stroke_linecap="round", stroke_linejoin="round")
         else:
-            flame = 1 + 0.12 * (phase or 0)
-            picture.path(f"M{number(arrow_x)} {number(centre_y - 5.6 * flame)} C{number(arrow_x + 4)} {number(centre_y - 1)} "
-                         f"{number(arrow_x + 3.6)} {number(centre_y + 4.6)} {number(arrow_x)} {number(centre_y + 4.6)} "
-                         f"C{number(arrow_x - 3.6)} {number(centre_y + 4.6)} {number(arrow_x - 3.4)} {number(centre_y + 0.6)} "
-                         f"{number(arrow_x)} {number(centre_y - 5.6 * flame)} Z",
-                         fill="#ffb040" if lit else colour, fill_opacity=strength)
+            picture.path(flame(arrow_x, centre_y, 1 + 0.07 * (phase or 0), phase or 0), fill="#ffb040" if lit else colour,
+                         fill_opacity=strength)
     elif name == "convert":
-        from parts import lines
         shift = (phase or 0) * 1.1
         picture.path(lines([(-8 + shift, -3.2), (6 + shift * 0.6, -3.2)], [(3.2 + shift * 0.6, -6), (6.2 + shift * 0.6, -3.2), (3.2 + shift * 0.6, -0.4)],
                            [(8 - shift, 3.4), (-6 - shift * 0.6, 3.4)], [(-3.2 - shift * 0.6, 0.6), (-6.2 - shift * 0.6, 3.4), (-3.2 - shift * 0.6, 6.2)])
                      (centre_x, centre_y, 1), stroke=colour, stroke_width=1.5, stroke_opacity=strength, stroke_linecap="round",
                      stroke_linejoin="round")
     else:
-        from parts import lines
         picture.disc(centre_x, centre_y, 8, stroke=colour, stroke_width=1.3, stroke_opacity=strength)
         for width in ((3.4, 6.6)[(phase or 0) % 2], (0.01, 3.0, 5.4)[phase or 0]):
             picture.add(f'<ellipse cx="{number(centre_x)}" cy="{number(centre_y)}" rx="{number(width)}" ry="8" fill="none" '
@@ -128,7 +131,6 @@ def clock(picture):
 def knob(picture):
     x, y = at.KNOB_CENTRE
     radius = at.KNOB_WIDTH / 2
-    from parts import arc, lines
     # The scale stands round the rim, from the dead zone clockwise to its other end.
     for degrees in range(180, 421, 12):
         inner, outer = radius + 1.4, radius + (3.6 if (degrees - 180) % 60 == 0 else 2.6)
@@ -170,7 +172,6 @@ def volume_mark(picture, x, y, size, lit):
 
 def speaker(picture, x, y):
     """The sign beside the knob's dead zone that says what it turns."""
-    from parts import arc, lines
     data = lines([(x - 5, y - 1.6), (x - 3, y - 1.6), (x - 0.2, y - 4), (x - 0.2, y + 4), (x - 3, y + 1.6), (x - 5, y + 1.6), (x - 5, y - 1.6)])
     picture.path(data(0, 0, 1), stroke="#9aa0ab", stroke_width=1.1, stroke_linejoin="round")
     picture.path(lines(arc(x + 0.6, y, 2.6, -45, 45, 6), arc(x + 0.6, y, 4.8, -45, 45, 8))(0, 0, 1), stroke="#9aa0ab", stroke_width=1,
@@ -236,9 +237,8 @@ def background(look):
 # --- the strip ---
 
 def display_frame(picture, x, y):
-    width, height = at.DISPLAY_FRAME[2:]
-    picture.box(x, y, width, height, 7, fill=GLASS)
-    glass(picture, x + 1, y + 1, width - 2, height - 2.4, 6)
+    # The same pane that the background has there, so that no piece of it shows a seam.
+    glass(picture, x, y, *at.DISPLAY_FRAME[2:], 7)
 
 
 def lamp_cell(picture, cell, size, text, shadow_top):
@@ -305,7 +305,6 @@ def strip():
 
 def stroke_tiny(picture, left, letter, size):
     """The narrow figures have 3 pixels and keep half of one free at each side."""
-    from digits import STROKES
     for run in STROKES[letter]:
         data = "M" + " L".join(f"{number(left + 0.5 + px * 0.85)} {number(at.TINY_TOP + 0.9 + py)}" for px, py in run)
         picture.path(data, stroke="#b9bdf2", stroke_width=0.8, stroke_linecap="round", stroke_linejoin="round")
