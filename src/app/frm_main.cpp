@@ -269,6 +269,12 @@ void FrmMain::ShowDigits(const ClockDigits& digits) {
         controls_.ImageData[i]->SetCut(
             {{digits.minutesSeconds[i] * bigDigitStep + firstDigitLeft, bigDigitTop}, layout::bigDigit});
     }
+    // The first digit speaks for all of them.
+    const auto& [tens, minutes, secondTens, seconds] = digits.minutesSeconds;
+    const QString time = tr("Time %1%2:%3%4").arg(tens).arg(minutes).arg(secondTens).arg(seconds);
+    if (controls_.ImageData[0]->accessibleName() != time) {
+        controls_.ImageData[0]->setAccessibleName(time);
+    }
 }
 
 void FrmMain::ShowTime(qint64 ms, qint64 totalMs) {
@@ -288,6 +294,7 @@ void FrmMain::GetFileLong() {
     controls_.PictureSelToal->SetText(texts.LabelTemp);
     int right = layout::totalsRight;
     for (QLabel* label : controls_.LabelSeltal) {
+        label->setAccessibleName(label->toolTip() + u' ' + label->text());
         label->resize(label->sizeHint().width(), label->height());
         label->move(right - label->width(), label->y());
         right = label->x() - nameGap;
@@ -311,6 +318,7 @@ void FrmMain::DispKhz(bool show, const QString& formatText) {
     words->setText(show ? words->fontMetrics().elidedText(formatText, Qt::ElideRight, words->width())
                         : QString());
     words->setToolTip(show ? formatText : QString());
+    words->setAccessibleName(words->toolTip());
     if (!show) {
         controls_.Image44100->Clear();
         controls_.ImageKBPS->Clear();
@@ -322,9 +330,6 @@ void FrmMain::DispKhz(bool show, const QString& formatText) {
     // Narrow figures stand at the right, beside their unit.
     controls_.ImageKBPS->GetPicClip(bits.left, lampTop, bits.width, lampHeight,
                                     layout::ImageKBPS.x() + layout::ImageKBPS.width() - bits.width);
-    for (PictureLabel* lamp : {controls_.Image44100, controls_.ImageKBPS}) {
-        lamp->setAccessibleName(formatText);
-    }
 }
 
 void FrmMain::ShowModes() {

@@ -1,5 +1,6 @@
 #include "app/main_controls_builder.h"
 
+#include "app/main_window_access.h"
 #include "playback/position.h"
 #include "skin/skin_colours.h"
 
@@ -32,6 +33,7 @@ public:
     Builder(QWidget* window, const MainControlParts& parts) : window_(window), parts_(parts) {}
 
     MainControls Make() {
+        InstallMainWindowAccess();
         MakeTitle();
         MakeToolBar();
         MakeClock();
@@ -120,7 +122,10 @@ void Builder::MakeTitle() {
             Put(new MenuLabel(captions[i], window_), Indexed(QStringLiteral("LabelMenu"), i),
                 {left, layout::menuTop, layout::menuWidths[i], layout::menuHeight});
         QString name = captions[i];
-        controls_.LabelMenu[i]->setAccessibleName(name.remove(u'&'));
+        name.remove(u'&');
+        const bool opensMenu = i != 2 && i != 5; // Rip and Sites open windows
+        controls_.LabelMenu[i]->SetOpensMenu(opensMenu);
+        controls_.LabelMenu[i]->setAccessibleName(opensMenu ? QObject::tr("%1 menu").arg(name) : name);
         left += layout::menuWidths[i];
     }
 }

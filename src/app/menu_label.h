@@ -11,6 +11,9 @@ class MenuLabel : public QAbstractButton {
 public:
     explicit MenuLabel(const QString& text, QWidget* parent = nullptr);
 
+    // Else it opens a window.
+    void SetOpensMenu(bool opens) { opensMenu_ = opens; }
+    bool OpensMenu() const { return opensMenu_; }
     // Underlines the letter, while Alt is held.
     void ShowLetter(bool shown);
 
@@ -20,6 +23,7 @@ protected:
     void leaveEvent(QEvent* event) override;
 
 private:
+    bool opensMenu_ = true;
     bool lit_ = false;
     bool letterShown_ = false;
 };

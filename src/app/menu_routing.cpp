@@ -117,10 +117,7 @@ void MenuRouting::mHelp_Click(int index) {
         RunHtmlHelp(QStringLiteral("overview.htm"));
         break;
     case 3:
-        Open(ToolWindow::xFrmHomePage);
-        break;
-    case 9:
-        // The page of the newsletters belongs to the web links, which are not built yet.
+    case 9: // the page of the newsletters belongs to the web links, too
         Open(ToolWindow::xFrmHomePage);
         break;
     case 11:

@@ -57,13 +57,13 @@ QStringList PromptDialogs::ChooseFiles(const FileChoice& choice) {
     if (dialog.exec() != QDialog::Accepted) {
         return {};
     }
-    const QStringList chosen = dialog.selectedFiles();
+    QStringList chosen = dialog.selectedFiles();
     const auto* line = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
     if (line == nullptr || !choice.multiple) {
         return chosen;
     }
     // Of several typed names the dialog gives only those that its list shows.
-    const QStringList typed = TypedNames(line->text(), dialog.directory().absolutePath());
+    QStringList typed = TypedNames(line->text(), dialog.directory().absolutePath());
     return typed.size() > chosen.size() ? typed : chosen;
 }
 

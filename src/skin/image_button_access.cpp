@@ -32,7 +32,8 @@ public:
 
     void doAction(const QString& name) override {
         if (name == pressAction()) {
-            static_cast<ImageButton*>(widget())->click();
+            // Not at once: a dialog that opens would keep the screen reader waiting until it is closed.
+            static_cast<ImageButton*>(widget())->animateClick();
         } else {
             QAccessibleWidget::doAction(name);
         }
