@@ -40,6 +40,13 @@ private:
                 told.append(child);
             }
         }
+        // An open menu is a window of its own, which nothing else leads to.
+        for (QMenu* menu : widget()->findChildren<QMenu*>(Qt::FindDirectChildrenOnly)) {
+            QAccessibleInterface* access = QAccessible::queryAccessibleInterface(menu);
+            if (menu->isVisible() && access != nullptr && access->parent() == this) {
+                told.append(access);
+            }
+        }
         return told;
     }
 };

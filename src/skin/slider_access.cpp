@@ -30,22 +30,7 @@ public:
     QAccessibleInterface* childAt(int /*x*/, int /*y*/) const override { return nullptr; }
     int indexOfChild(const QAccessibleInterface* /*child*/) const override { return -1; }
 
-    QStringList actionNames() const override {
-        QStringList names = QAccessibleWidget::actionNames();
-        if (!state().readOnly) {
-            names << increaseAction() << decreaseAction();
-        }
-        return names;
-    }
-    void doAction(const QString& name) override {
-        if (name == increaseAction() || name == decreaseAction()) {
-            const double step = minimumStepSize().toDouble();
-            setCurrentValue(currentValue().toDouble() + (name == increaseAction() ? step : -step));
-        } else {
-            QAccessibleWidget::doAction(name);
-        }
-    }
-
+    // The platform makes the actions of stepping up and down from these.
     QVariant currentValue() const override {
         const SliderControl* control = Control();
         return control != nullptr ? control->ScaleValue() : 0.0;

@@ -24,6 +24,10 @@ class Reader:
         stage.child([_launcher(), "--launch-immediately"], log=stage.log("accessibility-bus"))
         self._bus = harness.wait_for(self._ask_for_bus, "the accessibility bus")
 
+    @property
+    def bus_address(self):
+        return self._bus
+
     def _ask_for_bus(self):
         answer = self._stage.ask(["dbus-send", "--session", "--print-reply=literal", "--dest=org.a11y.Bus",
                                   "/org/a11y/bus", "org.a11y.Bus.GetAddress"])
