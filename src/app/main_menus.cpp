@@ -36,6 +36,13 @@ MainMenus::MainMenus(QWidget* window, Options& options, PlaylistRows& rows, Menu
     FillTools();
     FillPopup(window);
     FillOptions();
+    mnuFile->setAccessibleName(tr("File"));
+    mnuPlay->setAccessibleName(tr("Play"));
+    mnuBurn->setAccessibleName(tr("Burn"));
+    mnuConvert->setAccessibleName(tr("Convert"));
+    mnuHelp->setAccessibleName(tr("Help"));
+    mnuOptions->setAccessibleName(tr("Options"));
+    popmn->setAccessibleName(tr("Playlist"));
     connect(&options_, &Options::Changed, this, &MainMenus::ShowChecks);
     ShowChecks();
 }
@@ -66,7 +73,11 @@ void MainMenus::Add(QMenu* menu, const QString& array, int index, const QString&
     }
     QAction* entry = menu->addAction(caption);
     entry->setObjectName(Indexed(array, index));
-    connect(entry, &QAction::triggered, &routing_, [this, run, index] { (routing_.*run)(index); });
+    // Later: a window that opens would keep a screen reader, which pressed the entry, waiting until it is
+    // closed.
+    connect(
+        entry, &QAction::triggered, &routing_, [this, run, index] { (routing_.*run)(index); },
+        Qt::QueuedConnection);
 }
 
 QMenu* MainMenus::SortMenu(QWidget* parent, const QString& name) {
@@ -115,7 +126,7 @@ void MainMenus::FillFile(QWidget* window) {
     mnuFile->addSeparator();
     QAction* edit = mnuFile->addAction(QStringLiteral("Ed&it Tags"));
     edit->setObjectName(QStringLiteral("mnfile(8)"));
-    connect(edit, &QAction::triggered, &routing_, &MenuRouting::EditTags);
+    connect(edit, &QAction::triggered, &routing_, &MenuRouting::EditTags, Qt::QueuedConnection);
     mnuFile->addSeparator();
     QAction* exit = mnuFile->addAction(QStringLiteral("E&xit"));
     exit->setObjectName(QStringLiteral("mnfile(10)"));

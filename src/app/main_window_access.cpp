@@ -40,11 +40,10 @@ private:
                 told.append(child);
             }
         }
-        // An open menu is a window of its own, which nothing else leads to.
+        // An open menu is a window of its own, which nothing else leads to; a submenu belongs to its entry.
         for (QMenu* menu : widget()->findChildren<QMenu*>(Qt::FindDirectChildrenOnly)) {
-            QAccessibleInterface* access = QAccessible::queryAccessibleInterface(menu);
-            if (menu->isVisible() && access != nullptr && access->parent() == this) {
-                told.append(access);
+            if (menu->isVisible() && menu->menuAction()->associatedObjects().isEmpty()) {
+                told.append(QAccessible::queryAccessibleInterface(menu));
             }
         }
         return told;

@@ -23,6 +23,7 @@ INTERACTIVE = {"push button", "button menu", "check box", "radio button", "slide
                "html container", "password text", "link"}
 # Rows name what they show; two files may be called the same, or be of one kind.
 ROWS = {"list item", "tree item", "table cell"}
+CELLS = {"tree item", "table cell"}
 
 
 class Node:
@@ -115,12 +116,21 @@ def faults(top):
         if item.is_interactive:
             found += _faults_of_control(item)
         names = [inner.name for inner in item.inside if inner.is_interactive and inner.name and inner.role not in ROWS]
+        found += _faults_of_rows(item)
         found += [f'{item} holds "{name}" {names.count(name)} times' for name in set(names) if names.count(name) > 1]
     return found
 
 
+def _faults_of_rows(item):
+    """Cells may be empty, but not the first one of a row."""
+    columns = sum(inner.role == "column header" for inner in item.inside)
+    cells = [inner for inner in item.inside if inner.role in CELLS]
+    if any(not cell.name.strip() for cell in cells[:: max(1, columns)]):
+        yield f"a row of {item} has no name"
+
+
 def _faults_of_control(item):
-    if not item.name.strip():
+    if not item.name.strip() and item.role not in CELLS:
         yield f"a {item.role} at {item.node.path} has no name"
     if item.role not in INTERACTIVE:
         yield f"{item} can be worked with, which its role does not tell"

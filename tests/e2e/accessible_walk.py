@@ -63,7 +63,7 @@ def check_menus(walk):
     for name in ("File", "Play", "Burn", "Convert", "Help", "Options"):
         what = f'the menu "{name}"'
         top = walk.window_behind("button menu", f"{name} menu", what)
-        harness.check(top.role == "popup menu", f"{what} is a {top.role}")
+        harness.check((top.role, top.name) == ("popup menu", name), f"{what} is {top}")
         walk.leave(top, what)
     top = walk.window_behind("animation", "Display", "the display's menu", "ShowMenu")
     walk.leave(top, "the display's menu")
