@@ -129,6 +129,13 @@ class Face:
         self.point_at(place)
         self.stage.xdotool("click", 1)
 
+    def volume_full(self):
+        """A click on the middle of the knob only gives it the keys."""
+        self.click(KNOB)
+        time.sleep(0.1)
+        self.stage.key("End")
+        time.sleep(0.1)
+
     def on_screen(self, x, y):
         """Of a point of the window, in pixels of the screen."""
         left, top, _, _ = self.program.place()
