@@ -130,9 +130,14 @@ def _faults_of_rows(item):
 
 
 def _faults_of_control(item):
-    if not item.name.strip() and item.role not in CELLS:
+    # The scroll bar of a view that takes the focus itself is known by the view.
+    is_part = item.role in CELLS or item.role == "scroll bar" and "focusable" not in item.states
+    if not item.name.strip() and not is_part:
         yield f"a {item.role} at {item.node.path} has no name"
-    if item.role not in INTERACTIVE:
+    # What hands the focus on to something inside needs no role, and a page to read is a label.
+    hands_on = any(inner.is_interactive for outer in item.inside for inner in outer.all())
+    is_page = item.role == "label" and "read-only" in item.states
+    if item.role not in INTERACTIVE and not hands_on and not is_page:
         yield f"{item} can be worked with, which its role does not tell"
     if "enabled" in item.states and "focusable" not in item.states and not item.actions:
         yield f"{item} takes neither the focus nor an action"
