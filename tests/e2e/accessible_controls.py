@@ -149,6 +149,7 @@ def check_list(remote):
     remote.press("Move up")
     harness.wait_for(lambda: remote.rows() == ["noise-0", "noise-1", "noise-2"], "the row to move up again")
     remote.press("Delete selected files")
+    remote.press("Yes")
     harness.wait_for(lambda: remote.rows() == ["noise-1", "noise-2"], "the row to be deleted")
     remote.tree.find("list item", "2[.].*").node.act("Press")
     remote.await_label("playing")

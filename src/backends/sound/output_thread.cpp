@@ -65,29 +65,50 @@ std::optional<OutputThread::Clock::duration> OutputThread::Rest() const {
     return std::nullopt;
 }
 
+void OutputThread::RunJobs() {
+    std::deque<Job> due;
+    {
+        const std::lock_guard lock(mutex);
+        due.swap(jobs);
+    }
+    for (const Job& job : due) {
+        job();
+    }
+}
+
+// Cheaper than waking the thread and waiting for it. Jobs that were posted before are done first.
+void OutputThread::Ask(const Job& question) {
+    const std::lock_guard state(stateMutex);
+    RunJobs();
+    UpdateHeard();
+    question();
+}
+
 void OutputThread::Loop() {
-    std::unique_lock lock(mutex);
-    while (!isEnding) {
+    for (;;) {
+        std::optional<Clock::duration> rest;
+        {
+            const std::lock_guard state(stateMutex);
+            RunJobs();
+            if (isRunning) {
+                Step();
+            } else if (device && Clock::now() - idleSince >= closeAfter) {
+                CloseDevice();
+            }
+            rest = Rest();
+        }
+        std::unique_lock lock(mutex);
         const auto isDue = [this] { return isEnding || !jobs.empty(); };
-        if (const auto rest = Rest()) {
+        if (rest) {
             wake.wait_for(lock, *rest, isDue);
         } else {
             wake.wait(lock, isDue);
         }
-        std::deque<Job> due;
-        due.swap(jobs);
-        lock.unlock();
-        for (const Job& job : due) {
-            job();
+        if (isEnding) {
+            break;
         }
-        if (isRunning) {
-            Step();
-        } else if (device && Clock::now() - idleSince >= closeAfter) {
-            CloseDevice();
-        }
-        lock.lock();
     }
-    lock.unlock();
+    const std::lock_guard state(stateMutex);
     DropRun();
     CloseDevice();
 }
@@ -171,28 +192,19 @@ qint64 OutputThread::End() {
 
 OutputThread::Position OutputThread::QueryPosition() {
     Position position;
-    PostAndWait([&] {
-        UpdateHeard();
-        position = {core.HeardBytes(), core.HeardFrames(), core.TakeLevels()};
-    });
+    Ask([&] { position = {core.HeardBytes(), core.HeardFrames(), core.TakeLevels()}; });
     return position;
 }
 
 qint64 OutputThread::HeardBytes() {
     qint64 heardBytes = 0;
-    PostAndWait([&] {
-        UpdateHeard();
-        heardBytes = core.HeardBytes();
-    });
+    Ask([&] { heardBytes = core.HeardBytes(); });
     return heardBytes;
 }
 
 QList<qint16> OutputThread::PlayedBlock(int count) {
     QList<qint16> block;
-    PostAndWait([&] {
-        UpdateHeard();
-        block = core.PlayedBlock(count);
-    });
+    Ask([&] { block = core.PlayedBlock(count); });
     return block;
 }
 

@@ -1,5 +1,5 @@
-// The thread that keeps the device filled. Everything about a run lives on it; the window thread sends it
-// jobs.
+// The thread that keeps the device filled. Everything about a run is done on it, by jobs that the window
+// thread sends; only questions about what was heard are answered on the window thread itself, under a lock.
 #pragma once
 
 #include "backends/sound/block_player.h"
@@ -16,8 +16,8 @@
 
 namespace kestrune {
 
-// All public calls on the window thread. Those that return a value wait for the thread to answer, which takes
-// as long as the device call itself, since the thread never waits for sound.
+// All public calls on the window thread. Those that return a value wait for the thread, or for its lock,
+// which takes as long as a device call, since the thread never waits for sound.
 class OutputThread {
 public:
     // Called on the thread, with the number of the run that the event belongs to.
@@ -68,6 +68,9 @@ private:
 
     void Post(Job job);
     void PostAndWait(const Job& job);
+    // Calls it on the caller's thread, with what was heard up to date.
+    void Ask(const Job& question);
+    void RunJobs();
     void Loop();
     std::optional<Clock::duration> Rest() const;
 
@@ -86,7 +89,10 @@ private:
     std::deque<Job> jobs;
     bool isEnding = false;
 
-    // Of the thread alone.
+    // Held by whoever works with the run. Taken before `mutex`.
+    std::mutex stateMutex;
+
+    // Of the run, under stateMutex.
     std::unique_ptr<OutputSource> source;
     EventHandler raise;
     std::unique_ptr<OutputDevice> device;
