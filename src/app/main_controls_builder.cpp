@@ -61,7 +61,10 @@ private:
     }
 
     PictureLabel* Cut(const QString& name, const QRect& place) {
-        return Put(new PictureLabel(parts_.pictures.Strip(), window_), name, place);
+        auto* label = Put(new PictureLabel(parts_.pictures.Strip(), window_), name, place);
+        // The mouse goes to what lies under it, which may be a button.
+        label->setAttribute(Qt::WA_TransparentForMouseEvents);
+        return label;
     }
 
     QLabel* Text(const QString& name, const QString& text, const QRect& place, const QColor& colour,

@@ -12,7 +12,7 @@ import native_playlist
 import sound
 
 SECONDS = 20
-LEFT_OUT_OF_TAB = {"list item", "label"}
+NO_STOPS = {"list item", "label"}
 MODAL = {"alert", "alert message", "dialog"}
 
 
@@ -158,38 +158,53 @@ def check_list(remote):
     remote.await_label("stopped")
 
 
-def check_tab(remote, way, keys):
-    """From the list round the window: each control gets the focus once, then the list again."""
-    tree, stage = remote.tree, remote.stage
-    start = tree.find("list", "Playlist")
-    start.node.act(access_tree.FOCUS_TAKING)
-    harness.wait_for(lambda: "focused" in tree.find("list", "Playlist").states, "the list to take the focus")
-    wanted = {item.node.path: str(item) for item in tree.all() if item.role not in LEFT_OUT_OF_TAB
-              and {"focusable", "enabled"} <= item.states}
-    rows = {item.node.path for item in start.inside}
+def _stops(remote):
+    """What Tab is to come to, by path. The rows of a list and the options of a group share one stop."""
+    return {item.node.path: str(item) for item in remote.tree.all() if item.role not in NO_STOPS
+            and {"focusable", "enabled"} <= item.states and (item.role != "radio button" or "checked" in item.states)}
+
+
+def _focus_news(remote, rows):
+    """The path of what has the focus now, as soon as anybody is told; the list itself for one of its rows."""
+    def find():
+        paths = [path for path, on in remote.tree.heard("StateChanged", "focused") if on]
+        return rows.get(paths[-1], paths[-1]) if paths else None
+    return find
+
+
+def check_tab(remote, role, name, keys):
+    """From one control round the window: each control gets the focus once, then the first one again."""
+    start = remote.tree.find(role, name)
+    if access_tree.FOCUS_TAKING in start.actions:
+        start.node.act(access_tree.FOCUS_TAKING)
+    harness.wait_for(lambda: "focused" in remote.tree.find(role, name).states, f"{start} to take the focus")
+    wanted = _stops(remote)
+    rows = {row.node.path: item.node.path for item in remote.tree.all() if item.role == "list" for row in item.inside}
     seen = []
-    for _ in range(len(wanted) + 5):
-        time.sleep(0.05)
-        tree.heard("StateChanged", "focused")
-        stage.key(keys)
-        path = harness.wait_for(lambda: next((path for path, on in tree.heard("StateChanged", "focused") if on), None),
-                                f"the news of the focus after {seen[-1:]}")
-        path = start.node.path if path in rows else path
-        harness.check(path in wanted, f"{way} goes to something unknown after {seen[-1:]}")
-        harness.check(wanted[path] not in seen, f"{way} comes to {wanted.get(path)} twice")
-        seen.append(wanted[path])
-        if path == start.node.path:
-            break
-    missed = set(wanted.values()) - set(seen)
-    harness.check(not missed, f"{way} never comes to {sorted(missed)}")
-    print(f"{way} goes through {len(seen)} controls")
-    return seen
+    while start.node.path not in seen:
+        remote.tree.heard("StateChanged", "focused")
+        remote.stage.key(keys)
+        path = harness.wait_for(_focus_news(remote, rows), f"the news of the focus after {seen and wanted[seen[-1]]}")
+        harness.check(path in wanted, f"{keys} goes to something unknown after {seen and wanted[seen[-1]]}")
+        harness.check(path not in seen, f"{keys} comes to {wanted[path]} again before all others")
+        seen.append(path)
+    missed = [wanted[path] for path in wanted if path not in seen]
+    harness.check(not missed, f"{keys} never comes to {missed}")
+    print(f"{keys} goes through {len(seen)} controls")
+    return [wanted[path] for path in seen]
 
 
 def check_keyboard(remote):
-    forward = check_tab(remote, "Tab", "Tab")
-    back = check_tab(remote, "Shift+Tab", "shift+Tab")
+    forward = check_tab(remote, "list", "Playlist", "Tab")
+    back = check_tab(remote, "list", "Playlist", "shift+Tab")
     harness.check(back[:-1] == forward[-2::-1], "Shift+Tab is not the way back")
+    for button, (role, name) in {"Playlist / Equalizer": ("slider", "31 Hz, gain in dB"),
+                                 "Display colours": ("list", "Colour")}.items():
+        remote.press(button, "check box")
+        remote.tree.find(role, name)
+        check_tab(remote, role, name, "Tab")
+        remote.press(button, "check box")
+        remote.tree.find("list", "Playlist")
 
 
 def check_window_buttons(remote):
