@@ -12,7 +12,6 @@ import native_playlist
 import sound
 
 SECONDS = 20
-NO_STOPS = {"list item", "label"}
 MODAL = {"alert", "alert message", "dialog"}
 
 
@@ -160,15 +159,17 @@ def check_list(remote):
 
 def _stops(remote):
     """What Tab is to come to, by path. The rows of a list and the options of a group share one stop."""
-    return {item.node.path: str(item) for item in remote.tree.all() if item.role not in NO_STOPS
-            and {"focusable", "enabled"} <= item.states and (item.role != "radio button" or "checked" in item.states)}
+    return {item.node.path: str(item) for item in remote.tree.all()
+            if item.is_interactive and item.role != "list item" and "enabled" in item.states
+            and (item.role != "radio button" or "checked" in item.states)}
 
 
-def _focus_news(remote, rows):
-    """The path of what has the focus now, as soon as anybody is told; the list itself for one of its rows."""
+def _focus_news(remote, rows, before):
+    """The path of what has the focus now, as soon as anybody is told; the list itself for one of its rows. News of what
+    had the focus before may still be on the way."""
     def find():
-        paths = [path for path, on in remote.tree.heard("StateChanged", "focused") if on]
-        return rows.get(paths[-1], paths[-1]) if paths else None
+        paths = [rows.get(path, path) for path, on in remote.tree.heard("StateChanged", "focused") if on]
+        return next((path for path in paths if path != before), None)
     return find
 
 
@@ -184,8 +185,9 @@ def check_tab(remote, role, name, keys):
     while start.node.path not in seen:
         remote.tree.heard("StateChanged", "focused")
         remote.stage.key(keys)
-        path = harness.wait_for(_focus_news(remote, rows), f"the news of the focus after {seen and wanted[seen[-1]]}")
-        harness.check(path in wanted, f"{keys} goes to something unknown after {seen and wanted[seen[-1]]}")
+        before = seen[-1] if seen else start.node.path
+        path = harness.wait_for(_focus_news(remote, rows, before), f"the news of the focus after {wanted[before]}")
+        harness.check(path in wanted, f"{keys} goes to something unknown after {wanted[before]}")
         harness.check(path not in seen, f"{keys} comes to {wanted[path]} again before all others")
         seen.append(path)
     missed = [wanted[path] for path in wanted if path not in seen]
