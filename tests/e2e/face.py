@@ -58,6 +58,14 @@ class Picture:
                 rows[y] = row[:begin] + bytes(width * BYTES_PER_PIXEL) + row[begin + width * BYTES_PER_PIXEL :]
         return b"".join(rows)
 
+    def with_part(self, other, place):
+        """This picture with one place as another has it."""
+        left, top, width, height = (value * self.scale for value in place)
+        begin, end = left * BYTES_PER_PIXEL, (left + width) * BYTES_PER_PIXEL
+        rows = [row[:begin] + theirs[begin:end] + row[end:] if top <= y < top + height else row
+                for y, (row, theirs) in enumerate(zip(self.rows, other.rows))]
+        return Picture(b"".join(rows), len(self.rows[0]) // BYTES_PER_PIXEL, self.scale)
+
     def where_not(self, other, *without):
         """What of the picture differs from another, in words."""
         mine, theirs = self.without(*without), other.without(*without)
