@@ -117,6 +117,10 @@ QAccessibleInterface* MakeAccess(const QString& /*className*/, QObject* object) 
     if (qobject_cast<ColourSwatchWidget*>(object) != nullptr) {
         return new QAccessibleWidget(widget, QAccessible::Graphic);
     }
+    // The fields of colours in the choice of a colour, which Qt leaves without a role.
+    if (object->inherits("QtPrivate::QWellArray")) {
+        return new QAccessibleWidget(widget, QAccessible::ColorChooser);
+    }
     if (qobject_cast<EqualizerPanel*>(object) != nullptr || qobject_cast<ColourPanel*>(object) != nullptr) {
         return new QAccessibleWidget(widget, QAccessible::Grouping);
     }

@@ -20,7 +20,7 @@ FOCUS_TAKING = "SetFocus"
 INTERACTIVE = {"push button", "button menu", "check box", "radio button", "slider", "spin box", "list", "list item",
                "menu item", "check menu item", "radio menu item", "combo box", "text", "entry", "tree", "tree item",
                "tree table", "table cell", "page tab", "page tab list", "scroll bar", "animation", "document frame",
-               "html container", "password text", "link"}
+               "html container", "password text", "link", "color chooser"}
 # Rows name what they show; two files may be called the same, or be of one kind.
 ROWS = {"list item", "tree item", "table cell"}
 CELLS = {"tree item", "table cell"}

@@ -106,9 +106,11 @@ def check_volume(remote):
 
 
 def check_modes(remote):
-    for mode in ("Shuffle", "Repeat", "Continuous"):
+    modes = ("Shuffle", "Repeat", "Continuous")
+    for mode in modes:
         remote.press(mode, "check box")
-        harness.wait_for(lambda: "checked" in remote.tree.find("check box", mode).states, f"the mode {mode} to be on")
+        harness.wait_for(lambda: [other for other in modes if "checked" in remote.tree.find("check box", other).states]
+                         == [mode], f"the mode {mode} alone to be on")
 
 
 def check_panels(remote):

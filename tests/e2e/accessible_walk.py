@@ -69,6 +69,30 @@ def check_menus(walk):
     walk.leave(top, "the display's menu")
 
 
+def check_submenus(walk):
+    for menu, entry, count in (("File", "Sort by...", 6), ("File", "Playlist Items", 8),
+                               ("Options", "FFT Display Type", 5), ("Options", "FFT Display Resolution", 5)):
+        top = walk.opened("button menu", f"{menu} menu", f'the menu "{menu}"')
+        walk.press("menu item", entry)
+        inner = harness.wait_for(lambda: [item for item in walk.tree.find("menu item", entry).all()
+                                          if item.role == "popup menu"], f'the menu "{entry}"')[0]
+        walk.judge(inner, f'the menu "{entry}"')
+        entries = [item for item in inner.inside if item.role == "menu item"]
+        harness.check(len(entries) == count, f'the menu "{entry}" has {len(entries)} entries')
+        walk.stage.key("Escape")
+        walk.leave(top, f'the menu "{menu}"')
+
+
+def check_list_menu(walk):
+    known = walk.tree.paths()
+    walk.press("list", "Playlist", "SetFocus")
+    walk.stage.key("Menu")
+    top = walk.tree.await_window(known, "the list's menu")
+    walk.judge(top, "the list's menu")
+    harness.check(top.name == "Playlist", f"the list's menu is {top}")
+    walk.leave(top, "the list's menu")
+
+
 def check_panels(walk):
     for button, panel in (("Display colours", "Display colours"), ("Playlist / Equalizer", "Equalizer")):
         walk.press("check box", button)
@@ -80,9 +104,17 @@ def check_panels(walk):
 
 def check_dialogs(walk):
     for button, what in (("Record", "a message"), ("Add audio files", "the file dialog"),
-                         ("Save playlist", "the file dialog for saving")):
+                         ("Save playlist", "the file dialog for saving"), ("Delete selected files", "a question")):
         top = walk.window_behind("push button", button, what)
         walk.leave(top, what)
+
+
+def check_colour_dialog(walk):
+    walk.press("check box", "Display colours")
+    top = walk.window_behind("push button", "Change Color", "the choice of a colour")
+    walk.leave(top, "the choice of a colour")
+    walk.press("check box", "Display colours")
+    walk.tree.find("list", "Playlist")
 
 
 def check_help(walk):
@@ -113,7 +145,10 @@ def test(program_path, *_):
         walk = Walk(stage, program, tree)
         check_main_window(walk)
         check_menus(walk)
+        check_submenus(walk)
+        check_list_menu(walk)
         check_panels(walk)
+        check_colour_dialog(walk)
         check_dialogs(walk)
         check_help(walk)
         harness.check(not walk.faults, "\n".join(walk.faults))
