@@ -100,7 +100,7 @@ public:
     }
 };
 
-QAccessibleInterface* MakeAccess(const QString& /*className*/, QObject* object) {
+QAccessibleInterface* MakeAccess(const QString& className, QObject* object) {
     if (auto* label = qobject_cast<MenuLabel*>(object)) {
         return new MenuLabelAccess(label);
     }
@@ -117,8 +117,9 @@ QAccessibleInterface* MakeAccess(const QString& /*className*/, QObject* object) 
     if (qobject_cast<ColourSwatchWidget*>(object) != nullptr) {
         return new QAccessibleWidget(widget, QAccessible::Graphic);
     }
-    // The fields of colours in the choice of a colour, which Qt leaves without a role.
-    if (object->inherits("QtPrivate::QWellArray")) {
+    // The fields of colours in the choice of a colour, which Qt leaves without a role. Its name comes with
+    // the namespace, which differs between builds of Qt.
+    if (widget != nullptr && className.endsWith(QLatin1String("QWellArray"))) {
         return new QAccessibleWidget(widget, QAccessible::ColorChooser);
     }
     if (qobject_cast<EqualizerPanel*>(object) != nullptr || qobject_cast<ColourPanel*>(object) != nullptr) {
