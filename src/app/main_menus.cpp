@@ -65,8 +65,7 @@ QMenu* MainMenus::Menu(MainMenu menu) const {
     return mnuOptions;
 }
 
-void MainMenus::Add(QMenu* menu, const QString& array, int index, const QString& caption,
-                    void (MenuRouting::*run)(int)) {
+void MainMenus::Add(QMenu* menu, const QString& array, int index, const QString& caption, const Run& run) {
     if (caption == QLatin1String("-")) {
         menu->addSeparator();
         return;
@@ -76,7 +75,7 @@ void MainMenus::Add(QMenu* menu, const QString& array, int index, const QString&
     // Later: a window that opens would keep a screen reader, which pressed the entry, waiting until it is
     // closed.
     connect(
-        entry, &QAction::triggered, &routing_, [this, run, index] { (routing_.*run)(index); },
+        entry, &QAction::triggered, &routing_, [this, run, index] { run(routing_, index); },
         Qt::QueuedConnection);
 }
 

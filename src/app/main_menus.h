@@ -9,6 +9,7 @@
 #include <QAction>
 #include <QMenu>
 #include <array>
+#include <functional>
 
 namespace kestrune {
 
@@ -37,14 +38,15 @@ signals:
     void ExitChosen();
 
 private:
+    using Run = std::function<void(MenuRouting&, int)>;
+
     void FillFile(QWidget* window);
     void FillPlay();
     void FillTools();
     void FillPopup(QWidget* window);
     void FillOptions();
     // An entry with its index; `run` is called with the index.
-    void Add(QMenu* menu, const QString& array, int index, const QString& caption,
-             void (MenuRouting::*run)(int));
+    void Add(QMenu* menu, const QString& array, int index, const QString& caption, const Run& run);
     QMenu* SortMenu(QWidget* parent, const QString& name);
     QMenu* ItemMenu(QWidget* parent, const QString& name);
     void ShowChecks();
