@@ -344,8 +344,9 @@ void PlaylistView::keyPressEvent(QKeyEvent* event) {
         break;
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        if (focusRow_ > 0) {
-            emit RowActivated(focusRow_);
+        // A list that was just filled has no marked row yet.
+        if (rows_.Count() > 0) {
+            emit RowActivated(std::max(focusRow_, 1));
         }
         break;
     case Qt::Key_Insert:
