@@ -8,7 +8,7 @@ namespace kestrune {
 inline constexpr int toolBarItems = 5; // 0 is the idle picture, 1 to 4 are buttons
 inline constexpr int toolBarPhases = 3;
 inline constexpr int toolBarTickMs = 200; // while the mouse is on an item
-inline constexpr int idleTickMs = 100;     // of the idle picture's own timer
+inline constexpr int idleTickMs = 100;    // of the idle picture's own timer
 
 // Window thread.
 class ToolBarAnimation {
