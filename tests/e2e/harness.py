@@ -140,6 +140,9 @@ class Stage:
             number = answer.readline().strip()
         check(number.isdigit(), f"Xvfb gave no display, exit code {server.poll()}")
         self.env["DISPLAY"] = ":" + number
+        # The first made-up key changes the server's keyboard map, and a window manager that is told so takes its keys
+        # anew; a key in between would be lost. So that one is pressed while there is no window manager yet.
+        self.key("shift")
         self.child(["openbox"], log=self.log("openbox"))
         wait_for(lambda: "window id" in self.ask(["xprop", "-root", "_NET_SUPPORTING_WM_CHECK"]), "the window manager")
 
