@@ -3,6 +3,7 @@
 
 #include "components/audio_file.h"
 
+#include <QByteArray>
 #include <QString>
 
 namespace kestrune {
@@ -25,6 +26,14 @@ enum class FormatKind {
     G726
 };
 
+// How an Ogg Vorbis file is driven.
+struct VorbisRates {
+    qint32 nominalKbps = 128;
+    qint32 minimumKbps = 0; // 0 and below: not held
+    qint32 maximumKbps = 0;
+    qint32 quality = -1; // 0 to 1000 (100 times the usual figure), then the rates do not count; -1 by rates
+};
+
 struct OutputFormat {
     FormatKind kind = FormatKind::None;
     int rateHz = 0;
@@ -33,6 +42,12 @@ struct OutputFormat {
     int bitrateBps = 0; // 0 where it follows from the others or is not told
     qint32 rawType = RawPcm;
     quint16 waveTag = 0; // of a template: WaveTag numbers
+    // What only one kind has.
+    Mp3Options mp3 = {};
+    VorbisRates vorbis = {};
+    qint32 mp2Channels = 2; // 1 mono, 2 stereo, 3 joint, 4 forced joint, 5 dual
+    qint32 wmaProfile = 39;
+    QByteArray waveFormat = {}; // of a template: its "fmt " chunk
 };
 
 // The text of a format; empty for None.
