@@ -1,5 +1,6 @@
 #include "app/prompt_dialogs.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QFileDialog>
 #include <QLineEdit>
@@ -28,21 +29,26 @@ QMessageBox::Icon IconOf(PromptIcon icon) {
 
 } // namespace
 
+QWidget* PromptDialogs::Front() const {
+    QWidget* modal = QApplication::activeModalWidget();
+    return modal != nullptr ? modal : owner_.data();
+}
+
 void PromptDialogs::Message(const QString& text, PromptIcon icon) {
-    QMessageBox box(IconOf(icon), QStringLiteral("Kestrune"), text, QMessageBox::Ok, owner_);
+    QMessageBox box(IconOf(icon), QStringLiteral("Kestrune"), text, QMessageBox::Ok, Front());
     box.setTextFormat(Qt::PlainText);
     box.exec();
 }
 
 bool PromptDialogs::AskYesNo(const QString& text, PromptIcon icon) {
     QMessageBox box(IconOf(icon), QStringLiteral("Kestrune"), text, QMessageBox::Yes | QMessageBox::No,
-                    owner_);
+                    Front());
     box.setTextFormat(Qt::PlainText);
     return box.exec() == QMessageBox::Yes;
 }
 
 QStringList PromptDialogs::ChooseFiles(const FileChoice& choice) {
-    QFileDialog dialog(owner_, choice.title, choice.startFolder);
+    QFileDialog dialog(Front(), choice.title, choice.startFolder);
     dialog.setOption(QFileDialog::DontUseNativeDialog);
     dialog.setOption(QFileDialog::HideNameFilterDetails);
     dialog.setNameFilters(NameFilters(choice.filter));
@@ -65,6 +71,14 @@ QStringList PromptDialogs::ChooseFiles(const FileChoice& choice) {
     // Of several typed names the dialog gives only those that its list shows.
     QStringList typed = TypedNames(line->text(), dialog.directory().absolutePath());
     return typed.size() > chosen.size() ? typed : chosen;
+}
+
+QString PromptDialogs::ChooseFolder(const QString& title, const QString& startFolder) {
+    QFileDialog dialog(Front(), title, startFolder);
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    dialog.setFileMode(QFileDialog::Directory);
+    dialog.setOption(QFileDialog::ShowDirsOnly);
+    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
 }
 
 QStringList TypedNames(const QString& line, const QString& folder) {

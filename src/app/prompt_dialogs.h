@@ -11,13 +11,17 @@ namespace kestrune {
 // Message boxes and file dialogs. Window thread.
 class PromptDialogs : public UserPrompts {
 public:
-    // The window over which they open; may be null.
+    // The window over which they open when no modal one is open; may be null.
     void SetOwner(QWidget* owner) { owner_ = owner; }
     void Message(const QString& text, PromptIcon icon) override;
     bool AskYesNo(const QString& text, PromptIcon icon) override;
     QStringList ChooseFiles(const FileChoice& choice) override;
+    QString ChooseFolder(const QString& title, const QString& startFolder) override;
 
 private:
+    // The window in front: a modal one goes before the owner.
+    QWidget* Front() const;
+
     QPointer<QWidget> owner_;
 };
 

@@ -79,7 +79,7 @@ public:
     virtual qint32 GetChannels() const = 0;   // 1 or 2
     virtual qint32 GetWaveFormat() const = 0; // sample rate in Hz
     // Text of the open input, or of the output format. Names the rate as "44,100" and the bit rate as "128
-    // KBPS".
+    // kbps".
     virtual QString GetFormatText() const = 0;
     // Divides a count of decoded bytes into the unit of GetLengthBytes: 1.
     virtual qint32 BlockDivisor() const = 0;
@@ -89,12 +89,20 @@ public:
     // --- Writing ---
 
     // Creates a file in the current output format, or in the one that its extension names for ".mp3", ".mp2"
-    // and ".ogg". An existing file is replaced. On failure GetFormatId is negative. NotSupported for a format
-    // that cannot be written.
+    // and ".ogg", by the last SetFormat call of that kind. An existing file is written beside and replaced by
+    // CloseFile, so that it may be the very file that is being read. On failure GetFormatId is negative.
+    // NotSupported for a format that cannot be written.
     virtual Outcome Create(const QString& file, qint32 first = 0) = 0;
     // What the samples given to WriteBlock look like: sample rate in Hz, channels.
     virtual void SetSourceFormat(qint32 waveFormat, qint32 channels) = 0;
     virtual Outcome WriteBlock(const QByteArray& block) = 0;
+    // A hint for speed on which nothing else depends: after the outputs that were expected before it, `file`
+    // will be created in the current format (or in the one that its extension names) and given the same
+    // samples as the next file that is created. What is expected in vain, or comes with other samples or in
+    // another format, costs time only; no file appears before its Create. ForgetExpectedOutputs drops what is
+    // still expected.
+    virtual void ExpectOutput(const QString& file) = 0;
+    virtual void ForgetExpectedOutputs() = 0;
 
     // --- Output formats. Each replaces the current one; for reading they set the format of headerless files.
     // NotSupported when the kind does not offer the combination; GetFormatText is then empty. ---
@@ -121,8 +129,10 @@ public:
     // Lets the component itself ask for a format. Nothing is offered: NotSupported.
     virtual Outcome SelectFormat() = 0;
 
-    // Two settings of the reader that the start-up passes on (1: true, 2: 2) and one flag of the converter
-    // (-1). They are kept and have no effect.
+    // Two settings of the reader that the start-up passes on (1: true, 2: 2): kept, without effect. The flag
+    // -1 says that whole files are converted: a reader then reads ahead and keeps what it decoded for the
+    // next OpenRead of the same file, a writer codes while its caller goes on. What is read and written is
+    // the same.
     virtual void SetBlockOption(qint32 option, qint32 value) = 0;
     virtual void SetFlag(qint32 value) = 0;
 };

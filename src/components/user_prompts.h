@@ -29,6 +29,9 @@ public:
     // Full paths in the order of choice; empty when the user cancels. A save dialog asks nothing about a file
     // that exists already.
     virtual QStringList ChooseFiles(const FileChoice& choice) = 0;
+    // The folder browser under a title: a full path without a separator at its end (but "/"), empty when the
+    // user cancels.
+    virtual QString ChooseFolder(const QString& title, const QString& startFolder) = 0;
 };
 
 } // namespace kestrune

@@ -129,6 +129,9 @@ public:
         return Outcome::Ok;
     }
 
+    void ExpectOutput(const QString& file) override { calls << QStringLiteral("ExpectOutput %1").arg(file); }
+    void ForgetExpectedOutputs() override { calls << QStringLiteral("ForgetExpectedOutputs"); }
+
     Outcome SetFormatFromFile(const QString& file) override {
         return Set(QStringLiteral("SetFormatFromFile"), {file});
     }

@@ -17,6 +17,8 @@ public:
     QList<Shown> questions;
     QList<FileChoice> choices;
     QList<bool> answers;              // taken from the front; true when it is empty
+    QStringList folderTitles;         // of the folder browsers shown
+    QStringList foldersToChoose;      // taken from the front; a cancel when it is empty
     QList<QStringList> filesToChoose; // taken from the front; a cancel when it is empty
 
     void Message(const QString& text, PromptIcon icon) override { messages.append({text, icon}); }
@@ -27,6 +29,10 @@ public:
     QStringList ChooseFiles(const FileChoice& choice) override {
         choices.append(choice);
         return filesToChoose.isEmpty() ? QStringList() : filesToChoose.takeFirst();
+    }
+    QString ChooseFolder(const QString& title, const QString& /*startFolder*/) override {
+        folderTitles.append(title);
+        return foldersToChoose.isEmpty() ? QString() : foldersToChoose.takeFirst();
     }
 };
 

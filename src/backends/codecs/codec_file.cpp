@@ -120,6 +120,10 @@ void CodecFile::SetSourceFormat(qint32 waveFormat, qint32 channels) {
     sourceChannels_ = channels;
 }
 
+void CodecFile::ExpectOutput(const QString& /*file*/) {}
+
+void CodecFile::ForgetExpectedOutputs() {}
+
 Outcome CodecFile::WriteBlock(const QByteArray& /*block*/) {
     return Outcome::NotSupported;
 }

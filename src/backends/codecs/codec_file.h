@@ -49,6 +49,8 @@ public:
     Outcome Create(const QString& file, qint32 first = 0) override;
     void SetSourceFormat(qint32 waveFormat, qint32 channels) override;
     Outcome WriteBlock(const QByteArray& block) override;
+    void ExpectOutput(const QString& file) override;
+    void ForgetExpectedOutputs() override;
 
     Outcome SetFormatFromFile(const QString& file) override;
     Outcome SetFormatPCMFreq(qint32 frequency, qint32 channels, qint32 bits) override;
