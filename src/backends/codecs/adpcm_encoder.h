@@ -1,0 +1,16 @@
+// IMA and Microsoft ADPCM in WAVE, by libavcodec.
+#pragma once
+
+#include "backends/codecs/output_format.h"
+#include "backends/codecs/sample_encoder.h"
+
+#include <memory>
+
+namespace kestrune {
+
+// Of a format of kind ImaAdpcm, with the usual block size of its rate, or Template with the tag of either
+// coding and the template's block size. Begin refuses block sizes that are no power of two from 32 to 8,192.
+// The last block is filled up with silence; the header tells the length without it.
+std::unique_ptr<SampleEncoder> MakeAdpcmEncoder(const OutputFormat& format);
+
+} // namespace kestrune
