@@ -9,8 +9,8 @@
 
 namespace kestrune {
 
-// The settings of an MPEG layer 3 encoder. Setting Preset, AltPreset or CommandLine is expected to bring the
-// other fields in line; ApplyPreset and its kin of the encoder's own module do that.
+// The settings of an MPEG layer 3 encoder. Who sets Preset, AltPreset or CommandLine does it by ApplyPreset
+// and its kin of mp3_presets.h, which bring the other fields in line: only those are encoded by.
 struct Mp3Options {
     QString commandLine;
     qint16 preset = 0;          // 1 to 11, 0 none

@@ -9,10 +9,7 @@
 
 namespace kestrune {
 
-// The options with what their command line, preset and alternative preset say brought into the other fields.
-// A preset counts when it is not 0; the command line counts last. What is not understood changes nothing.
-Mp3Options WithPresets(const Mp3Options& options);
-// None when the encoder refuses the combination.
+// None when the encoder refuses the combination. The preset fields and the command line are not read.
 std::optional<OutputFormat> Mp3Format(const Mp3Options& options);
 // Of a format that the call above gave.
 std::unique_ptr<SampleEncoder> MakeMp3Encoder(const OutputFormat& format);
