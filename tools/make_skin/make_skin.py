@@ -1,15 +1,23 @@
 #!/usr/bin/env python3
-"""Draws the main window's pictures: make_skin.py FOLDER, or make_skin.py --check FOLDER to compare what is there."""
+"""Draws the pictures of the windows: make_skin.py FOLDER, or make_skin.py --check FOLDER to compare what is there."""
 
 import os
 import sys
 
+import converter_layout
+import converter_window
 import main_window
 
 PICTURES = {
     "main_window.svg": lambda: main_window.background("normal"),
     "main_window_off.svg": lambda: main_window.background("off"),
     "main_strip.svg": main_window.strip,
+    "converter_window.svg": lambda: converter_window.background(converter_layout.SHORT, "normal"),
+    "converter_window_long.svg": lambda: converter_window.background(converter_layout.LONG, "normal"),
+    "converter_window_off.svg": lambda: converter_window.background(converter_layout.SHORT, "off"),
+    "converter_strip.svg": converter_window.strip,
+    "converter_event_run.svg": lambda: converter_window.event_sign("run"),
+    "converter_event_settings.svg": lambda: converter_window.event_sign("settings"),
 }
 
 

@@ -181,11 +181,12 @@ GLYPHS = {
 }
 
 
-def body(picture, width, height, corner_x, corner_y, grain):
-    """The machined block: graphite from above, brushed grain, a light edge on top and a dark one below."""
+def body(picture, width, height, corner_x, corner_y, grain, shade_height=None):
+    """The machined block: graphite from above, brushed grain, a light edge on top and a dark one below. Below `shade_height` it
+    grows no darker."""
     picture.box(0, 0, width, height, corner_x, corner_y, fill="#0d0e10")
     picture.box(1, 1, width - 2, height - 2, corner_x - 1, corner_y - 1,
-                fill=picture.down(1, height - 1, (0, BODY_TOP), (0.18, "#30353c"), (1, BODY_BOTTOM)))
+                fill=picture.down(1, (shade_height or height) - 1, (0, BODY_TOP), (0.18, "#30353c"), (1, BODY_BOTTOM)))
     for line in range(3, height - 3):
         # The corners stay free of grain.
         from_edge = min(line, height - line)
