@@ -1,0 +1,60 @@
+// The thirteen output formats of the converter, in the order of a run: what each is called, writes, sets and
+// logs. Tables and pure functions; the calls go to the objects that are passed in.
+#pragma once
+
+#include "components/audio_file.h"
+#include "components/outcome.h"
+#include "convert/converter_state.h"
+
+#include <QString>
+#include <array>
+#include <optional>
+
+namespace kestrune {
+
+enum class Stage : int { ACM = 0, WMA, MP3, ADPCM, DSP, MP2, VOX, OGG, GSM, G726, G723, G721, ALAW };
+inline constexpr int stageCount = 13;
+
+// The single steps of a backward step, which changes formats and logs, and converts nothing.
+enum class BackStep {
+    None,
+    Log,
+    OutputPcm,  // OutputFile.SetFormatPCMFreq with the window's rate and channels, 16 bits
+    InputRaw,   // InputFile.SetFormatRaw, mu-law or A-law as the stage wrote it
+    InputVox,   // InputFile.SetFormatVOX
+    InputG726,  // InputFile.SetFormatG726
+    InputG723,  // InputFile.SetFormatG723
+    InputG721,  // InputFile.SetFormatG721
+    OpenWritten // InputFile.OpenRead of the file just written: if it fails, nothing follows
+};
+inline constexpr size_t largestBackSteps = 4;
+
+struct StageFacts {
+    Stage stage;
+    std::optional<OutputBox> box; // none: a template switches the stage on
+    QString arrow;                // text of Label11
+    QString startLog;
+    QString stopLog;
+    bool isFormatSetBeforeLog; // the format call comes before the line of the start
+    bool isFlagTestedBehind;   // Stop and the like are looked for behind this stage
+    QString backSuffix;        // empty: no backward step
+    QString backLog;
+    std::array<BackStep, largestBackSteps> backSteps;
+};
+
+// In the order of a run.
+const std::array<StageFacts, stageCount>& Stages();
+
+// A stage runs when its box is ticked, that of the template when there is one.
+bool IsStageTicked(const StageFacts& facts, const ConverterState& state);
+
+// The format call of a stage. Ok for the three that make none: their encoder goes by the file's extension.
+Outcome SetStageFormat(Stage stage, const ConverterState& state, KSTAudioFile2& outputFile);
+
+// What a stage writes, from OutputHead and, for WMA, the profile.
+QString StageOutput(Stage stage, const ConverterState& state);
+
+// The name that a way back would write to. Nothing writes to it.
+QString StageBackName(const StageFacts& facts, const ConverterState& state);
+
+} // namespace kestrune
