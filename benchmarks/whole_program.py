@@ -26,13 +26,13 @@ import native_playlist  # noqa: E402
 
 STARTS = 7
 LONG_LIST = 10000
-TICKS_PER_SECOND = os.sysconf("SC_CLK_TCK")
 
 
 def processor_seconds(pid):
-    with open(f"/proc/{pid}/stat") as file:
-        fields = file.read().rsplit(")", 1)[1].split()
-    return (int(fields[11]) + int(fields[12])) / TICKS_PER_SECOND
+    """Of all threads, ended ones too, by the scheduler's own clock of the process. The figures of /proc/PID/stat are
+    taken at the kernel's ticks and are far off for a program that wakes a thousand times a second for a moment."""
+    scheduler_clock = 2
+    return time.clock_gettime((~pid << 3) | scheduler_clock)
 
 
 def memory_mib(pid):

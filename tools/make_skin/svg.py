@@ -1,4 +1,4 @@
-"""Pieces of SVG that QtSvg draws: fills, gradients and strokes. No filters, masks or clips, which it passes over."""
+"""Pieces of SVG that QtSvg draws: fills, gradients, strokes, text. No filters, masks or clips, which it passes over."""
 
 ACCENT = "#8080ff"
 ACCENT_LIGHT = "#d7daf5"
@@ -61,6 +61,11 @@ class Picture:
 
     def path(self, data, **style):
         self.add(f'<path d="{data}"{_style(style)}/>')
+
+    def text_line(self, x, y, words, face, pixels, weight, **style):
+        """A line of text around x, on the base line y. It takes plain colours only."""
+        self.add(f'<text x="{number(x)}" y="{number(y)}" text-anchor="middle" font-family="{face}" font-size="{number(pixels)}" '
+                 f'font-weight="{weight}"{_style(style)}>{words}</text>')
 
     def text(self):
         defs = "<defs>" + "".join(self._defs) + "</defs>" if self._defs else ""

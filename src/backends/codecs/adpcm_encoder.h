@@ -9,8 +9,10 @@
 namespace kestrune {
 
 // Of a format of kind ImaAdpcm, with the usual block size of its rate, or Template with the tag of either
-// coding and the template's block size. Begin refuses block sizes that are no power of two from 32 to 8,192.
-// The last block is filled up with silence; the header tells the length without it.
+// coding and the template's block size, which Begin refuses if it is none that can be written. The last block
+// is filled up with silence; the header tells the length without it.
 std::unique_ptr<SampleEncoder> MakeAdpcmEncoder(const OutputFormat& format);
+// True for the block sizes that can be written, in bytes: powers of two from 32 to 8,192.
+bool IsAdpcmBlock(int blockBytes);
 
 } // namespace kestrune

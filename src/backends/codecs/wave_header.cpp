@@ -89,7 +89,8 @@ std::optional<WaveHeader> ReadWaveHeader(QIODevice& device) {
             const QByteArray sizes = device.read(16);
             claimed64 = sizes.size() == 16 ? Little<qint64>(sizes, 8) : 0;
         } else if (head.startsWith("fmt ")) {
-            formatSeen = ParseFormat(device.read(std::min<qint64>(bytes, longestFormatBytes)), header);
+            header.format = device.read(std::min<qint64>(bytes, longestFormatBytes));
+            formatSeen = ParseFormat(header.format, header);
         } else if (head.startsWith("data")) {
             if (!formatSeen) {
                 return {};

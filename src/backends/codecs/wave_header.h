@@ -1,6 +1,7 @@
 // The header of a WAVE file: what its samples are and where they stand.
 #pragma once
 
+#include <QByteArray>
 #include <QtGlobal>
 
 #include <optional>
@@ -32,6 +33,7 @@ struct WaveHeader {
     quint32 speakerMask = 0; // 0 when not told
     qint64 dataOffset = 0;   // bytes from the start of the file
     qint64 dataBytes = 0;    // never beyond the end of the file
+    QByteArray format;       // the "fmt " chunk, cut to 4,096 bytes
 };
 
 // Reads the header of a RIFF, RF64 or BW64 file from the device's start. Empty if it is none, or if channels,

@@ -11,7 +11,7 @@ class QIODevice;
 namespace kestrune {
 
 // What the "fmt " chunk of a file says.
-struct WaveShape {
+struct WaveFormatChunk {
     quint16 tag = 0; // a WaveTag
     int channels = 0;
     int rateHz = 0;
@@ -22,15 +22,16 @@ struct WaveShape {
 };
 
 // Of samples that are coded one by one.
-WaveShape PlainWaveShape(quint16 tag, int channels, int rateHz, int bits);
+WaveFormatChunk PlainWaveFormat(quint16 tag, int channels, int rateHz, int bits);
 // False when a field of the header can't hold its figure.
-bool FitsWaveHeader(const WaveShape& shape);
+bool FitsWaveHeader(const WaveFormatChunk& format);
 
 // Order of calls: Begin, any number of Write, Finish. Any thread, one at a time.
 class WaveWriter {
 public:
-    // `shape` is one that fits. Codings other than plain integers get a "fact" chunk, which tells the length.
-    explicit WaveWriter(WaveShape shape);
+    // `format` is one that fits. Codings other than plain integers get a "fact" chunk, which tells the
+    // length.
+    explicit WaveWriter(WaveFormatChunk format);
 
     // Writes the header, with lengths of 0. `out` is empty and outlives this.
     Outcome Begin(QIODevice& out);
@@ -45,7 +46,7 @@ public:
 private:
     QByteArray Header(qint64 frames) const;
 
-    WaveShape shape_;
+    WaveFormatChunk format_;
     QIODevice* out_ = nullptr;
     qint64 dataBytes_ = 0;
 };
