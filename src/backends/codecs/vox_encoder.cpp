@@ -1,0 +1,14 @@
+#include "backends/codecs/vox_encoder.h"
+
+#include "backends/codecs/sndfile_encoder.h"
+
+#include <sndfile.h>
+
+namespace kestrune {
+
+std::unique_ptr<SampleEncoder> MakeVoxEncoder(const OutputFormat& format) {
+    return std::make_unique<SndfileEncoder>(SF_FORMAT_RAW | SF_FORMAT_VOX_ADPCM, format.rateHz,
+                                            format.channels);
+}
+
+} // namespace kestrune
