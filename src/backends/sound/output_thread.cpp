@@ -10,8 +10,8 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// A fifth of what the device holds: seldom enough to cost little, often enough to survive a slow turn.
-constexpr auto fillPeriod = 40ms;
+// A third of what the device holds: seldom enough to cost little, often enough to survive a slow turn.
+constexpr auto fillPeriod = 66ms;
 constexpr auto drainPeriod = 2ms;
 // Long enough for the next file to find the device open, short enough to let a sound card sleep.
 constexpr auto closeAfter = 3s;
