@@ -9,8 +9,8 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 #include <optional>
+#include <vector>
 
 extern "C" {
 #include <libavutil/opt.h>
@@ -117,11 +117,12 @@ bool AdpcmEncoder::OpenCoder() {
     if (!coder_) {
         return false;
     }
-    coder_->sample_fmt = AV_SAMPLE_FMT_S16P;
+    coder_->sample_fmt = codec->sample_fmts[0];
     coder_->sample_rate = rateHz_;
     coder_->time_base = {1, rateHz_};
     av_channel_layout_default(&coder_->ch_layout, channels_);
-    return av_opt_set_int(coder_->priv_data, "block_size", blockBytes_, 0) >= 0 &&
+    const bool known = coder_->sample_fmt == AV_SAMPLE_FMT_S16 || coder_->sample_fmt == AV_SAMPLE_FMT_S16P;
+    return known && av_opt_set_int(coder_->priv_data, "block_size", blockBytes_, 0) >= 0 &&
            avcodec_open2(coder_.get(), codec, nullptr) >= 0 &&
            coder_->frame_size == BlockFrames(tag_, blockBytes_, channels_);
 }
@@ -149,11 +150,17 @@ Outcome AdpcmEncoder::Begin(QIODevice& out) {
     return FitsWaveHeader(format) ? wave_.emplace(format).Begin(out) : Outcome::NotSupported;
 }
 
+// The two coders differ in how they want their channels.
 void AdpcmEncoder::Take(const qint16* samples, int count) {
-    for (int channel = 0; channel < channels_; ++channel) {
-        auto* const plane = reinterpret_cast<qint16*>(frame_->extended_data[channel]) + filled_;
-        for (int at = 0; at < count; ++at) {
-            plane[at] = samples[at * channels_ + channel];
+    if (coder_->sample_fmt == AV_SAMPLE_FMT_S16) {
+        std::copy_n(samples, count * channels_,
+                    reinterpret_cast<qint16*>(frame_->data[0]) + filled_ * channels_);
+    } else {
+        for (int channel = 0; channel < channels_; ++channel) {
+            auto* const plane = reinterpret_cast<qint16*>(frame_->extended_data[channel]) + filled_;
+            for (int at = 0; at < count; ++at) {
+                plane[at] = samples[at * channels_ + channel];
+            }
         }
     }
     filled_ += count;
@@ -194,10 +201,8 @@ Outcome AdpcmEncoder::Finish() {
         return Outcome::NotOpen;
     }
     if (filled_ > 0) {
-        for (int channel = 0; channel < channels_; ++channel) {
-            auto* const plane = reinterpret_cast<qint16*>(frame_->extended_data[channel]);
-            std::fill(plane + filled_, plane + coder_->frame_size, qint16{0});
-        }
+        const int missing = coder_->frame_size - filled_;
+        Take(std::vector<qint16>(static_cast<size_t>(missing * channels_)).data(), missing);
         if (const Outcome outcome = EncodeBlock(); outcome != Outcome::Ok) {
             return outcome;
         }

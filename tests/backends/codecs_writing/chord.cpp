@@ -1,0 +1,64 @@
+#include "backends/codecs_writing/chord.h"
+
+#include <cmath>
+#include <random>
+
+namespace kestrune {
+
+namespace {
+
+constexpr double twoPi = 6.283185307179586;
+constexpr double lowestHz = 80.0;
+constexpr int partialCount = 60;
+constexpr double fullScale = 32768.0;
+constexpr double sumOfLevels = 0.45;
+
+} // namespace
+
+Chord::Chord(quint32 seed, double highestHz) {
+    std::mt19937 random(seed);
+    std::uniform_real_distribution<double> unit(0.0, 1.0);
+    double sum = 0.0;
+    for (int at = 0; at < partialCount; ++at) {
+        Partial partial = {};
+        partial.hz = lowestHz * std::pow(highestHz / lowestHz, unit(random));
+        partial.phase = twoPi * unit(random);
+        partial.swellHz = 0.5 + unit(random);
+        partial.level = (0.2 + unit(random)) * std::sqrt(lowestHz / partial.hz);
+        const bool shared = at % 2 == 0;
+        partial.left = shared || at % 4 == 1 ? 1.0 : 0.0;
+        partial.right = shared || at % 4 == 3 ? 1.0 : 0.0;
+        sum += partial.level;
+        partials_.push_back(partial);
+    }
+    for (Partial& partial : partials_) {
+        partial.level *= sumOfLevels / sum;
+    }
+}
+
+std::vector<qint16> Chord::Samples(int frames, int channels, int rateHz) const {
+    std::vector<double> sound(static_cast<size_t>(frames) * static_cast<size_t>(channels));
+    for (const Partial& partial : partials_) {
+        for (int frame = 0; frame < frames; ++frame) {
+            const double second = static_cast<double>(frame) / rateHz;
+            const double swell = 0.6 + 0.4 * std::sin(twoPi * partial.swellHz * second);
+            const double value =
+                partial.level * swell * std::sin(twoPi * partial.hz * second + partial.phase);
+            const auto at = static_cast<size_t>(frame) * static_cast<size_t>(channels);
+            if (channels == 1) {
+                sound[at] += value * (partial.left + partial.right) / 2;
+            } else {
+                sound[at] += value * partial.left;
+                sound[at + 1] += value * partial.right;
+            }
+        }
+    }
+    std::vector<qint16> samples;
+    samples.reserve(sound.size());
+    for (const double value : sound) {
+        samples.push_back(static_cast<qint16>(std::lround(value * fullScale)));
+    }
+    return samples;
+}
+
+} // namespace kestrune

@@ -1,0 +1,121 @@
+// Writing in the format of a chosen WAVE file: made by other programs, and read back by them.
+#include "backends/codecs/test_files.h"
+#include "backends/codecs/wave_header.h"
+#include "backends/codecs/wave_template.h"
+#include "backends/codecs_writing/chord.h"
+#include "backends/codecs_writing/encoder_support.h"
+#include "backends/codecs_writing/judges.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+
+namespace kestrune {
+
+namespace {
+
+class WaveTemplate : public testing::Test {
+protected:
+    Outcome Read(const QString& path) {
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        format_ = {};
+        return ReadTemplateFormat(file, format_);
+    }
+
+    QString MadeByFfmpeg(const QStringList& coding) {
+        const QString path = folder_.Path(QStringLiteral("template.wav"));
+        RunTool(QStringLiteral("ffmpeg"),
+                QStringList{QStringLiteral("-y"), QStringLiteral("-v"), QStringLiteral("error"),
+                            QStringLiteral("-f"), QStringLiteral("lavfi"), QStringLiteral("-i"),
+                            QStringLiteral("sine=frequency=440:duration=0.2")} +
+                    coding + QStringList{path});
+        return path;
+    }
+
+    // Writes a sound in the format of the template, and gives the judge's words of both.
+    void ExpectTheSameCoding(const QString& made, double leastDb) {
+        ASSERT_EQ(Read(made), Outcome::Ok);
+        EXPECT_EQ(format_.kind, FormatKind::Template);
+        const std::vector<qint16> sound = Chord(23).Samples(format_.rateHz, format_.channels, format_.rateHz);
+        const QString written =
+            folder_.Write(QStringLiteral("written.wav"), Encoded(*MakeTemplateEncoder(format_), sound, 0));
+        EXPECT_EQ(ProbedBy(written), ProbedBy(made));
+        const std::vector<qint16> decoded = DecodedByFfmpeg(written);
+        EXPECT_GE(decoded.size(), sound.size());
+        const Likeness likeness = Compared(sound, decoded, format_.channels, 40);
+        EXPECT_GT(likeness.signalToNoiseDb, leastDb);
+    }
+
+    TestFolder folder_;
+    OutputFormat format_;
+};
+
+QStringList Coding(const char* codec, int rateHz, int channels) {
+    return {QStringLiteral("-c:a"),  QLatin1String(codec),  QStringLiteral("-ar"),
+            QString::number(rateHz), QStringLiteral("-ac"), QString::number(channels)};
+}
+
+} // namespace
+
+TEST_F(WaveTemplate, EveryCodingOfOurs) {
+    struct Member {
+        const char* codec;
+        int rateHz;
+        int channels;
+        double leastDb;
+    };
+    for (const Member& member :
+         {Member{"pcm_u8", 11025, 1, 25.0}, Member{"pcm_s16le", 44100, 2, 150.0},
+          Member{"pcm_s24le", 48000, 2, 150.0}, Member{"pcm_s32le", 96000, 1, 150.0},
+          Member{"pcm_f32le", 44100, 2, 150.0}, Member{"pcm_f64le", 44100, 1, 150.0},
+          Member{"pcm_alaw", 8000, 1, 30.0}, Member{"pcm_mulaw", 44100, 2, 30.0},
+          Member{"adpcm_ima_wav", 22050, 2, 20.0}, Member{"adpcm_ms", 44100, 1, 20.0}}) {
+        SCOPED_TRACE(member.codec);
+        ExpectTheSameCoding(MadeByFfmpeg(Coding(member.codec, member.rateHz, member.channels)),
+                            member.leastDb);
+    }
+}
+
+TEST_F(WaveTemplate, BlockSizeOfAdpcmIsTheTemplates) {
+    for (const char* blockBytes : {"256", "4096"}) {
+        SCOPED_TRACE(blockBytes);
+        ExpectTheSameCoding(
+            MadeByFfmpeg(Coding("adpcm_ima_wav", 44100, 2) +
+                         QStringList{QStringLiteral("-block_size"), QLatin1String(blockBytes)}),
+            20.0);
+        QFile written(folder_.Path(QStringLiteral("written.wav")));
+        ASSERT_TRUE(written.open(QIODevice::ReadOnly));
+        EXPECT_EQ(ReadWaveHeader(written)->blockBytes, QByteArray(blockBytes).toInt());
+    }
+}
+
+TEST_F(WaveTemplate, GsmOfSox) {
+    const QString plain = MadeByFfmpeg(Coding("pcm_s16le", 8000, 1));
+    const QString made = folder_.Path(QStringLiteral("gsm.wav"));
+    ASSERT_TRUE(RunTool(QStringLiteral("sox"), {plain, QStringLiteral("-e"), QStringLiteral("gsm"), made}));
+    ExpectTheSameCoding(made, 5.0);
+}
+
+TEST_F(WaveTemplate, FloatsKeepWhatIsBeyondFullScale) {
+    ASSERT_EQ(Read(MadeByFfmpeg(Coding("pcm_f32le", 44100, 1))), Outcome::Ok);
+    const auto encoder = MakeTemplateEncoder(format_);
+    EXPECT_TRUE(encoder->Input().takesFloats);
+}
+
+TEST_F(WaveTemplate, WhatCannotBeWrittenIsRefused) {
+    EXPECT_EQ(Read(folder_.Write(QStringLiteral("a.wav"), "no wave")), Outcome::NotDecodable);
+    const QByteArray silence(960, '\0');
+    const auto outcomeOf = [&](const WaveShape& shape) {
+        return Read(folder_.Write(QStringLiteral("a.wav"), WaveFile(shape, silence)));
+    };
+    EXPECT_EQ(outcomeOf({1, 2, 44100, 16}), Outcome::Ok);
+    EXPECT_EQ(outcomeOf({1, 6, 44100, 16}), Outcome::NotSupported);
+    EXPECT_EQ(outcomeOf({1, 2, 44100, 12}), Outcome::NotSupported);
+    EXPECT_EQ(outcomeOf({3, 2, 44100, 16}), Outcome::NotSupported);
+    EXPECT_EQ(outcomeOf({WaveTagGsm610, 2, 44100, 8}), Outcome::NotSupported);
+    EXPECT_EQ(outcomeOf({0x1234, 2, 44100, 16}), Outcome::NotSupported);
+    EXPECT_EQ(format_.kind, FormatKind::None);
+}
+
+} // namespace kestrune
