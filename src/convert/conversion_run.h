@@ -106,12 +106,11 @@ signals:
 
 private:
     void Start();
-    bool IsOutputFolderValid() const;
     void ConvertRows();
-    void AskToSkip();
     void EndRun();
-    bool FindInput(const QString& name, int row);
-    void ExpectStages();
+    bool AskToSkip();
+    void AskForNext();
+    bool ExpectStages();
     void RunStages();
     void RunStage(Stage stage);
     bool TakeSourceFormat();
@@ -121,7 +120,6 @@ private:
     void SetProgressConvert(float value);
     void SetProgressBar(int value, int maximum);
     void SetPointer(bool busy);
-    bool IsEnding() const;
 
     ConversionRunParts parts_;
     bool image1Visible_ = true;

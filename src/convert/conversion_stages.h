@@ -19,13 +19,14 @@ inline constexpr int stageCount = 13;
 enum class BackStep {
     None,
     Log,
-    OutputPcm,  // OutputFile.SetFormatPCMFreq with the window's rate and channels, 16 bits
-    InputRaw,   // InputFile.SetFormatRaw, mu-law or A-law as the stage wrote it
-    InputVox,   // InputFile.SetFormatVOX
-    InputG726,  // InputFile.SetFormatG726
-    InputG723,  // InputFile.SetFormatG723
-    InputG721,  // InputFile.SetFormatG721
-    OpenWritten // InputFile.OpenRead of the file just written: if it fails, nothing follows
+    OutputPcm,   // OutputFile.SetFormatPCMFreq with the window's rate and channels, 16 bits
+    InputRaw,    // InputFile.SetFormatRaw, A-law as the stage wrote it
+    InputVox,    // InputFile.SetFormatVOX
+    InputG726,   // InputFile.SetFormatG726
+    InputG723,   // InputFile.SetFormatG723
+    InputG721,   // InputFile.SetFormatG721
+    OpenWritten, // InputFile.OpenRead of the file just written: if it fails, nothing follows
+    CloseInput   // InputFile.CloseFile
 };
 inline constexpr size_t largestBackSteps = 4;
 
@@ -37,8 +38,7 @@ struct StageFacts {
     QString stopLog;
     bool isFormatSetBeforeLog; // the format call comes before the line of the start
     bool isFlagTestedBehind;   // Stop and the like are looked for behind this stage
-    QString backSuffix;        // empty: no backward step
-    QString backLog;
+    QString backLog;           // empty: no backward step
     std::array<BackStep, largestBackSteps> backSteps;
 };
 
@@ -51,10 +51,12 @@ bool IsStageTicked(const StageFacts& facts, const ConverterState& state);
 // The format call of a stage. Ok for the three that make none: their encoder goes by the file's extension.
 Outcome SetStageFormat(Stage stage, const ConverterState& state, KSTAudioFile2& outputFile);
 
+// One of the calls of a backward step; Ok for the steps that are none, and for OpenWritten, whose file only
+// the run knows.
+Outcome CallBackStep(BackStep step, const ConverterState& state, KSTAudioFile2& inputFile,
+                     KSTAudioFile2& outputFile);
+
 // What a stage writes, from OutputHead and, for WMA, the profile.
 QString StageOutput(Stage stage, const ConverterState& state);
-
-// The name that a way back would write to. Nothing writes to it.
-QString StageBackName(const StageFacts& facts, const ConverterState& state);
 
 } // namespace kestrune

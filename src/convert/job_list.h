@@ -105,7 +105,6 @@ signals:
     void LabelColoursReset();                  // both, to the colour of button text
     void CheckInShown(int index, bool ticked); // picture box and real box
     void ToolTipShown(const QString& text);    // of ListViewInput
-    void RowCheckInverted(int row);            // by a double click
 
 private:
     bool IsFolderMode() const { return parts_.program.ConvertMode == 0; }
@@ -113,9 +112,10 @@ private:
     void SetOutputText(const QString& text);
     void SetLabelIn(const QString& text);
     void InputFolderChanged();
-    void SetInputReadOnly(bool readOnly);
+    void SetInputLook(bool readOnly, bool grey);
     void GetConPath();
     void SaveConPath();
+    void FillFrom(const QStringList& names);
     void AppendRows(std::vector<ConversionRow>& rows, const QString& folder, const QString& name,
                     bool checked) const;
 
