@@ -1,4 +1,4 @@
-// Headerless G.721, G.723 and G.726 data: mono, 2 to 5 bits a sample, packed from the low bits of each byte
+// Headerless G.721, G.723 and G.726 data: mono, 2 to 5 bits a sample, packed from the high bits of each byte
 // on.
 #pragma once
 

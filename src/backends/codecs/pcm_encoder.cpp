@@ -118,9 +118,11 @@ std::vector<uint8_t> NearestCodes(PcmCoding coding) {
         steps.push_back({coding == PcmCoding::ALaw ? alaw_to_linear(byte) : ulaw_to_linear(byte), byte});
     }
     // Of the two codes of zero in mu-law the usual one is the higher.
-    std::stable_sort(steps.begin(), steps.end(), [](const Step& one, const Step& other) {
+    std::sort(steps.begin(), steps.end(), [](const Step& one, const Step& other) {
         return one.level != other.level ? one.level < other.level : one.code > other.code;
     });
+    const auto same = [](const Step& one, const Step& other) { return one.level == other.level; };
+    steps.erase(std::unique(steps.begin(), steps.end(), same), steps.end());
     std::vector<uint8_t> nearest(levels);
     size_t at = 0;
     for (int level = lowestLevel; level < lowestLevel + levels; ++level) {

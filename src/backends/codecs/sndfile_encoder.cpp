@@ -54,8 +54,11 @@ private:
     bool failed_ = false;
 };
 
-SndfileEncoder::SndfileEncoder(int format, int rateHz, int channels)
-    : format_(format), rateHz_(rateHz), channels_(channels) {}
+SndfileEncoder::SndfileEncoder(int format, int rateHz, int channels, int groupSamples)
+    : format_(format),
+      rateHz_(rateHz),
+      channels_(channels),
+      groupSamples_(static_cast<size_t>(groupSamples)) {}
 
 SndfileEncoder::~SndfileEncoder() {
     if (file_ != nullptr) {
@@ -68,7 +71,7 @@ Outcome SndfileEncoder::Begin(QIODevice& out) {
     info.samplerate = rateHz_;
     info.channels = channels_;
     info.format = format_;
-    if (channels_ != 1 || sf_format_check(&info) == 0) {
+    if (channels_ != 1 || rateHz_ < 1 || sf_format_check(&info) == 0) {
         return Outcome::NotSupported;
     }
     target_ = std::make_unique<Target>(out);
@@ -81,21 +84,45 @@ Outcome SndfileEncoder::Begin(QIODevice& out) {
     return target_->Failed() ? Outcome::WriteFailed : Outcome::Ok;
 }
 
+bool SndfileEncoder::Put(const qint16* samples, qint64 count) {
+    return sf_write_short(file_, samples, count) == count && !target_->Failed();
+}
+
 Outcome SndfileEncoder::WriteIntegers(const qint16* samples, qint64 frames) {
     if (file_ == nullptr) {
         return Outcome::NotOpen;
     }
-    const bool written = sf_write_short(file_, samples, frames) == frames && !target_->Failed();
-    return written ? Outcome::Ok : Outcome::WriteFailed;
+    const qint16* const end = samples + frames;
+    if (!held_.empty()) {
+        while (samples < end && held_.size() < groupSamples_) {
+            held_.push_back(*samples++);
+        }
+        if (held_.size() < groupSamples_) {
+            return Outcome::Ok;
+        }
+        if (!Put(held_.data(), static_cast<qint64>(held_.size()))) {
+            return Outcome::WriteFailed;
+        }
+        held_.clear();
+    }
+    const auto group = static_cast<qint64>(groupSamples_);
+    const qint64 whole = (end - samples) / group * group;
+    held_.assign(samples + whole, end);
+    return Put(samples, whole) ? Outcome::Ok : Outcome::WriteFailed;
 }
 
 Outcome SndfileEncoder::Finish() {
     if (file_ == nullptr) {
         return Outcome::NotOpen;
     }
-    const bool closed = sf_close(file_) == 0;
+    bool written = true;
+    if (!held_.empty()) {
+        held_.resize(groupSamples_);
+        written = Put(held_.data(), static_cast<qint64>(held_.size()));
+    }
+    written = sf_close(file_) == 0 && written && !target_->Failed();
     file_ = nullptr;
-    return closed && !target_->Failed() ? Outcome::Ok : Outcome::WriteFailed;
+    return written ? Outcome::Ok : Outcome::WriteFailed;
 }
 
 } // namespace kestrune

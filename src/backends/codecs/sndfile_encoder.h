@@ -4,6 +4,7 @@
 #include "backends/codecs/sample_encoder.h"
 
 #include <memory>
+#include <vector>
 
 struct sf_private_tag;
 
@@ -11,8 +12,10 @@ namespace kestrune {
 
 class SndfileEncoder : public SampleEncoder {
 public:
-    // `format` is a type and a subtype of the library, such as SF_FORMAT_WAV | SF_FORMAT_GSM610.
-    SndfileEncoder(int format, int rateHz, int channels);
+    // `format` is a type and a subtype of the library, such as SF_FORMAT_WAV | SF_FORMAT_GSM610. The library
+    // is given whole groups of `groupSamples` only, since some of its coders fill up each call on its own;
+    // the last group is filled up with silence.
+    SndfileEncoder(int format, int rateHz, int channels, int groupSamples = 1);
     ~SndfileEncoder() override;
 
     EncoderInput Input() const override { return {rateHz_, channels_, false}; }
@@ -23,9 +26,13 @@ public:
 private:
     class Target;
 
+    bool Put(const qint16* samples, qint64 count);
+
     int format_;
     int rateHz_;
     int channels_;
+    size_t groupSamples_;
+    std::vector<qint16> held_; // fewer than a group
     std::unique_ptr<Target> target_;
     sf_private_tag* file_ = nullptr;
 };

@@ -1,5 +1,6 @@
 #include "backends/codecs_writing/chord.h"
 
+#include <algorithm>
 #include <cmath>
 #include <random>
 
@@ -11,7 +12,7 @@ constexpr double twoPi = 6.283185307179586;
 constexpr double lowestHz = 80.0;
 constexpr int partialCount = 60;
 constexpr double fullScale = 32768.0;
-constexpr double sumOfLevels = 0.45;
+constexpr double sumOfLevels = 1.6;
 
 } // namespace
 
@@ -56,7 +57,8 @@ std::vector<qint16> Chord::Samples(int frames, int channels, int rateHz) const {
     std::vector<qint16> samples;
     samples.reserve(sound.size());
     for (const double value : sound) {
-        samples.push_back(static_cast<qint16>(std::lround(value * fullScale)));
+        const double level = std::clamp(value * fullScale, -fullScale, fullScale - 1.0);
+        samples.push_back(static_cast<qint16>(std::lround(level)));
     }
     return samples;
 }

@@ -8,7 +8,7 @@
 namespace kestrune {
 
 // Many partials of seeded frequencies, phases and loudness up to `highestHz`, falling towards the high ones
-// as music does, swelling and fading over about a second; peaks stay below half of full scale.
+// as music does, swelling and fading over about a second, at about a seventh of full scale on average.
 class Chord {
 public:
     explicit Chord(quint32 seed, double highestHz = 3200.0);
