@@ -1,0 +1,157 @@
+#include "backends/codecs/output_file.h"
+
+#include "backends/codecs/test_files.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <csignal>
+
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace kestrune {
+
+namespace {
+
+class OutputFileTest : public testing::Test {
+protected:
+    TestFolder folder_;
+    QString path_ = folder_.Path(QStringLiteral("a.wav"));
+    OutputFile file_;
+
+    QStringList Names() const {
+        return QDir(QFileInfo(path_).path())
+            .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+    }
+};
+
+} // namespace
+
+TEST_F(OutputFileTest, NewFileStandsUnderItsNameAtOnce) {
+    ASSERT_EQ(file_.Open(path_), Outcome::Ok);
+    EXPECT_EQ(Names(), QStringList{QStringLiteral("a.wav")});
+    file_.Device().write("abc");
+    EXPECT_EQ(file_.Commit(), Outcome::Ok);
+    EXPECT_EQ(ReadWholeFile(path_), "abc");
+}
+
+TEST_F(OutputFileTest, NewFileStaysWithoutCommit) {
+    {
+        OutputFile file;
+        ASSERT_EQ(file.Open(path_), Outcome::Ok);
+        file.Device().write("part");
+    }
+    EXPECT_EQ(ReadWholeFile(path_), "part");
+}
+
+TEST_F(OutputFileTest, ExistingFileIsReplacedByCommitOnly) {
+    folder_.Write(QStringLiteral("a.wav"), "old");
+    ASSERT_EQ(file_.Open(path_), Outcome::Ok);
+    file_.Device().write("newer");
+    EXPECT_EQ(ReadWholeFile(path_), "old");
+    EXPECT_EQ(file_.Commit(), Outcome::Ok);
+    EXPECT_EQ(ReadWholeFile(path_), "newer");
+    EXPECT_EQ(Names(), QStringList{QStringLiteral("a.wav")});
+}
+
+TEST_F(OutputFileTest, ExistingFileIsKeptWithoutCommit) {
+    folder_.Write(QStringLiteral("a.wav"), "old");
+    {
+        OutputFile file;
+        ASSERT_EQ(file.Open(path_), Outcome::Ok);
+        file.Device().write("newer");
+    }
+    EXPECT_EQ(ReadWholeFile(path_), "old");
+    EXPECT_EQ(Names(), QStringList{QStringLiteral("a.wav")});
+}
+
+TEST_F(OutputFileTest, ReplacedFileKeepsItsRights) {
+    folder_.Write(QStringLiteral("a.wav"), "old");
+    const auto rights = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup;
+    ASSERT_TRUE(QFile::setPermissions(path_, rights));
+    const QFile::Permissions before = QFile::permissions(path_);
+    ASSERT_EQ(file_.Open(path_), Outcome::Ok);
+    EXPECT_EQ(file_.Commit(), Outcome::Ok);
+    EXPECT_EQ(QFile::permissions(path_), before);
+}
+
+TEST_F(OutputFileTest, DiscardTakesBackANewFile) {
+    ASSERT_EQ(file_.Open(path_), Outcome::Ok);
+    file_.Discard();
+    EXPECT_TRUE(Names().isEmpty());
+}
+
+TEST_F(OutputFileTest, DiscardKeepsAnExistingFile) {
+    folder_.Write(QStringLiteral("a.wav"), "old");
+    ASSERT_EQ(file_.Open(path_), Outcome::Ok);
+    file_.Discard();
+    EXPECT_EQ(Names(), QStringList{QStringLiteral("a.wav")});
+    EXPECT_EQ(ReadWholeFile(path_), "old");
+}
+
+TEST_F(OutputFileTest, LinkStaysALink) {
+    folder_.Write(QStringLiteral("true.wav"), "old");
+    ASSERT_TRUE(QFile::link(folder_.Path(QStringLiteral("true.wav")), path_));
+    ASSERT_EQ(file_.Open(path_), Outcome::Ok);
+    file_.Device().write("new");
+    EXPECT_EQ(file_.Commit(), Outcome::Ok);
+    EXPECT_TRUE(QFileInfo(path_).isSymLink());
+    EXPECT_EQ(ReadWholeFile(folder_.Path(QStringLiteral("true.wav"))), "new");
+}
+
+TEST_F(OutputFileTest, LinkToAFileThatIsNotThereMakesIt) {
+    ASSERT_EQ(symlink("true.wav", QFile::encodeName(path_).constData()), 0);
+    ASSERT_EQ(file_.Open(path_), Outcome::Ok);
+    file_.Device().write("new");
+    EXPECT_EQ(file_.Commit(), Outcome::Ok);
+    EXPECT_TRUE(QFileInfo(path_).isSymLink());
+    EXPECT_EQ(ReadWholeFile(folder_.Path(QStringLiteral("true.wav"))), "new");
+}
+
+TEST_F(OutputFileTest, LinkToItselfIsRefused) {
+    ASSERT_EQ(symlink("a.wav", QFile::encodeName(path_).constData()), 0);
+    EXPECT_EQ(file_.Open(path_), Outcome::WriteFailed);
+}
+
+TEST_F(OutputFileTest, FoldersDevicesAndPipesAreRefused) {
+    EXPECT_EQ(OutputFile().Open(QFileInfo(path_).path()), Outcome::WriteFailed);
+    EXPECT_EQ(OutputFile().Open(QStringLiteral("/dev/null")), Outcome::WriteFailed);
+    EXPECT_EQ(OutputFile().Open(QString()), Outcome::WriteFailed);
+    EXPECT_EQ(OutputFile().Open(folder_.Path(QStringLiteral("none/a.wav"))), Outcome::WriteFailed);
+    ASSERT_EQ(mkfifo(QFile::encodeName(path_).constData(), 0600), 0);
+    EXPECT_EQ(OutputFile().Open(path_), Outcome::WriteFailed);
+}
+
+TEST_F(OutputFileTest, WriteProtectedFileIsRefused) {
+    if (geteuid() == 0) {
+        GTEST_SKIP() << "Nothing is write protected to this user";
+    }
+    folder_.Write(QStringLiteral("a.wav"), "old");
+    ASSERT_TRUE(QFile::setPermissions(path_, QFile::ReadOwner));
+    EXPECT_EQ(file_.Open(path_), Outcome::WriteFailed);
+}
+
+TEST_F(OutputFileTest, FullDiskKeepsTheExistingFile) {
+    folder_.Write(QStringLiteral("a.wav"), "old");
+    ASSERT_EQ(file_.Open(path_), Outcome::Ok);
+    // A limit on the size of files fails like a full disk.
+    rlimit before = {};
+    getrlimit(RLIMIT_FSIZE, &before);
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit small = {1000, before.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &small);
+    file_.Device().write(QByteArray(5000, 'x'));
+    const Outcome outcome = file_.Commit();
+    setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, handler);
+    EXPECT_EQ(outcome, Outcome::WriteFailed);
+    EXPECT_EQ(ReadWholeFile(path_), "old");
+    EXPECT_EQ(Names(), QStringList{QStringLiteral("a.wav")});
+}
+
+} // namespace kestrune
