@@ -1,0 +1,91 @@
+#include "convert/input_list_view.h"
+
+#include "skin/skin_colours.h"
+#include "skin/style_paint.h"
+
+#include <QDragEnterEvent>
+#include <QHeaderView>
+#include <QMimeData>
+#include <QPainter>
+
+namespace kestrune {
+
+namespace {
+
+QStringList LocalPaths(const QMimeData& data) {
+    QStringList paths;
+    for (const QUrl& url : data.urls()) {
+        if (url.isLocalFile()) {
+            paths.append(url.toLocalFile());
+        }
+    }
+    return paths;
+}
+
+} // namespace
+
+InputListView::InputListView(QWidget* parent) : QTreeView(parent) {
+    setRootIsDecorated(false);
+    setUniformRowHeights(true);
+    setItemsExpandable(false);
+    setExpandsOnDoubleClick(false);
+    setEditTriggers(NoEditTriggers);
+    setSelectionMode(ExtendedSelection);
+    setVerticalScrollMode(ScrollPerPixel);
+    setTextElideMode(Qt::ElideMiddle);
+    setAcceptDrops(true);
+    setDropIndicatorShown(false);
+    header()->setSectionsMovable(false);
+    header()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+}
+
+void InputListView::ShowTarget(bool shown) {
+    if (isTarget_ != shown) {
+        isTarget_ = shown;
+        viewport()->update();
+    }
+}
+
+void InputListView::dragEnterEvent(QDragEnterEvent* event) {
+    if (!LocalPaths(*event->mimeData()).isEmpty()) {
+        event->setDropAction(Qt::CopyAction);
+        event->accept();
+        ShowTarget(true);
+    }
+}
+
+void InputListView::dragMoveEvent(QDragMoveEvent* event) {
+    if (isTarget_) {
+        event->setDropAction(Qt::CopyAction);
+        event->accept();
+    }
+}
+
+void InputListView::dragLeaveEvent(QDragLeaveEvent* /*event*/) {
+    ShowTarget(false);
+}
+
+void InputListView::dropEvent(QDropEvent* event) {
+    ShowTarget(false);
+    const QStringList paths = LocalPaths(*event->mimeData());
+    if (!paths.isEmpty()) {
+        event->setDropAction(Qt::CopyAction);
+        event->accept();
+        emit FilesDropped(paths);
+    }
+}
+
+void InputListView::paintEvent(QPaintEvent* event) {
+    QTreeView::paintEvent(event);
+    QPainter painter(viewport());
+    if (model() != nullptr && model()->rowCount() == 0) {
+        painter.setPen(colours::textMuted);
+        painter.drawText(viewport()->rect(), Qt::AlignCenter,
+                         tr("Choose an input folder, or drop files here"));
+    }
+    if (isTarget_) {
+        shapes::FocusRing(painter, viewport()->rect());
+    }
+}
+
+} // namespace kestrune

@@ -1,0 +1,1 @@
+#include "converter_window_fixture.h"
