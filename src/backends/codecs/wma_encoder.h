@@ -3,16 +3,17 @@
 
 #include "backends/codecs/output_format.h"
 #include "backends/codecs/sample_encoder.h"
+#include "backends/codecs/wma_profiles.h"
 
 #include <memory>
 #include <optional>
 
 namespace kestrune {
 
-constexpr qint32 wmaProfileCount = 48;
-// Profiles 0 to 47, ordered by sample rate, channels and bit rate. None for another number.
+// Of a profile from 0 on. None for a number that there is not.
 std::optional<OutputFormat> WmaFormat(qint32 profile);
-// Of a format that the call above gave.
+// Of a format that the call above gave. The file decodes from its first sample on, and to at most two frames
+// of the coding (2,048 samples each above 22,050 Hz) behind its last; the header tells the true length.
 std::unique_ptr<SampleEncoder> MakeWmaEncoder(const OutputFormat& format);
 
 } // namespace kestrune
