@@ -1,0 +1,194 @@
+#include "backends/codecs/dsp/truespeech_coder.h"
+
+#include "backends/codecs/dsp/truespeech_prediction.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace kestrune {
+
+namespace {
+
+constexpr size_t triedLags = 3;    // of a half
+constexpr size_t triedPitches = 3; // of a subframe
+
+float Power(const SubframeValues& values) {
+    float power = 0;
+    for (const float value : values) {
+        power += value * value;
+    }
+    return power;
+}
+
+// What a predictor leaves of samples that have `trueSpeechOrder` before them.
+float LeftBy(const PredictorTaps& taps, const float* samples) {
+    float power = 0;
+    for (int sample = 0; sample < trueSpeechSubframeSamples; ++sample) {
+        float left = samples[sample];
+        for (int tap = 0; tap < trueSpeechOrder; ++tap) {
+            left -= taps[static_cast<size_t>(tap)] * samples[sample - 1 - tap];
+        }
+        power += left * left;
+    }
+    return power;
+}
+
+} // namespace
+
+TrueSpeechBytes TrueSpeechCoder::Encode(BlockSamples block, BlockSamples next) {
+    ChoosePredictor(block, next);
+    SetSubframes(block);
+    EncodeHalf(0);
+    EncodeHalf(1);
+    return PackTrueSpeech(best_.block);
+}
+
+void TrueSpeechCoder::ChoosePredictor(BlockSamples block, BlockSamples next) {
+    std::array<float, 2 * trueSpeechBlockSamples> samples;
+    std::copy(next.begin(), next.end(), std::copy(block.begin(), block.end(), samples.begin()));
+    best_.block = {};
+    best_.block.reflection =
+        ChooseReflections(std::span(samples).subspan<trueSpeechWindowOffset, trueSpeechWindowSamples>());
+    // The first two subframes may keep to the predictor before, or come halfway to the new one.
+    std::array<float, 2> left = {};
+    bool mixes = true;
+    for (const bool blended : {false, true}) {
+        TrueSpeechSynthesis synthesis = best_.synthesis;
+        best_.block.blended = blended;
+        synthesis.StartBlock(best_.block);
+        left[blended ? 1 : 0] =
+            LeftBy(TapsOf(synthesis.Predictor(0)), samples.data() + trueSpeechOrder) +
+            LeftBy(TapsOf(synthesis.Predictor(1)), samples.data() + trueSpeechSubframeSamples);
+        mixes = DiesAway(synthesis.Predictor(0)) && DiesAway(synthesis.Predictor(1));
+    }
+    best_.block.blended = mixes && left[1] < left[0];
+    best_.synthesis.StartBlock(best_.block);
+}
+
+void TrueSpeechCoder::SetSubframes(BlockSamples block) {
+    const float tilt = best_.synthesis.Tilt();
+    for (int subframe = 0; subframe < trueSpeechSubframes; ++subframe) {
+        Setting& setting = settings_[static_cast<size_t>(subframe)];
+        setting.taps = TapsOf(best_.synthesis.Predictor(subframe));
+        setting.response = WeightedResponse(setting.taps, tilt);
+        setting.pulses.SetResponse(setting.response);
+        std::copy_n(block.begin() + subframe * trueSpeechSubframeSamples, trueSpeechSubframeSamples,
+                    setting.original.begin());
+        setting.weighted = originalWeight_.Run(setting.taps, setting.original);
+    }
+}
+
+SubframeValues TrueSpeechCoder::WantedFrom(const Trial& trial, int subframe) const {
+    const Setting& setting = settings_[static_cast<size_t>(subframe)];
+    TrueSpeechSynthesis synthesis = trial.synthesis;
+    const TrueSpeechSamples ringing = synthesis.Decode(subframe, {}, {});
+    SubframeValues wanted;
+    std::transform(setting.original.begin(), setting.original.end(), ringing.begin(), wanted.begin(),
+                   [](float original, qint16 rung) { return original - rung; });
+    ErrorWeight weight = trial.weight;
+    return weight.Run(setting.taps, wanted);
+}
+
+void TrueSpeechCoder::EncodeHalf(int half) {
+    const int early = 2 * half;
+    const int late = early + 1;
+    const SubframeValues wanted = WantedFrom(best_, early);
+    pitch_.Prepare(best_.synthesis.Excitation(), settings_[static_cast<size_t>(early)].response, wanted, 0,
+                   trueSpeechLags - 1);
+    Trial best;
+    best.error = std::numeric_limits<float>::infinity();
+    for (const int lag : LagsWorthTrying(pitch_, half)) {
+        Trial trial = best_;
+        trial.error = 0;
+        trial.block.lag[static_cast<size_t>(half)] = lag;
+        EncodeSubframe(trial, early, wanted, pitch_);
+        const SubframeValues wantedLater = WantedFrom(trial, late);
+        laterPitch_.Prepare(trial.synthesis.Excitation(), settings_[static_cast<size_t>(late)].response,
+                            wantedLater, lag, lag);
+        EncodeSubframe(trial, late, wantedLater, laterPitch_);
+        if (trial.error < best.error) {
+            best = trial;
+        }
+    }
+    best_ = best;
+    const auto past = std::copy(weightedPast_.begin() + 2 * trueSpeechSubframeSamples, weightedPast_.end(),
+                                weightedPast_.begin());
+    const auto& first = settings_[static_cast<size_t>(early)].weighted;
+    const auto& second = settings_[static_cast<size_t>(late)].weighted;
+    std::copy(second.begin(), second.end(), std::copy(first.begin(), first.end(), past));
+}
+
+// For the second subframe of a half, whose excitation is not known yet, the original stands in.
+float TrueSpeechCoder::GainedByRepeating(int subframe, int distance) const {
+    const SubframeValues& now = settings_[static_cast<size_t>(subframe)].weighted;
+    const SubframeValues& before = settings_[static_cast<size_t>(subframe) - 1].weighted;
+    float common = 0;
+    float power = 1;
+    for (int sample = 0; sample < trueSpeechSubframeSamples; ++sample) {
+        const int from = sample - distance;
+        float past = 0;
+        if (from >= 0) {
+            past = now[static_cast<size_t>(from)];
+        } else if (from >= -trueSpeechSubframeSamples) {
+            past = before[static_cast<size_t>(from + trueSpeechSubframeSamples)];
+        } else {
+            past = weightedPast_[static_cast<size_t>(trueSpeechHistory + trueSpeechSubframeSamples + from)];
+        }
+        common += past * now[static_cast<size_t>(sample)];
+        power += past * past;
+    }
+    return common > 0 ? common * common / power : 0;
+}
+
+std::vector<int> TrueSpeechCoder::LagsWorthTrying(const PitchSearch& search, int half) const {
+    std::array<float, trueSpeechLags + trueSpeechLagSteps - 1> early;
+    std::array<float, trueSpeechLags + trueSpeechLagSteps - 1> late;
+    for (size_t lag = 0; lag < early.size(); ++lag) {
+        early[lag] = search.GainedAt(static_cast<int>(lag));
+        late[lag] = GainedByRepeating(2 * half + 1, static_cast<int>(lag) + trueSpeechShortestLag);
+    }
+    std::array<float, trueSpeechLags> gained;
+    for (size_t lag = 0; lag < gained.size(); ++lag) {
+        gained[lag] = *std::max_element(early.data() + lag, early.data() + lag + trueSpeechLagSteps) +
+                      *std::max_element(late.data() + lag, late.data() + lag + trueSpeechLagSteps);
+    }
+    std::vector<int> lags;
+    while (lags.size() < triedLags) {
+        const auto best = std::max_element(gained.begin(), gained.end()) - gained.begin();
+        lags.push_back(static_cast<int>(best));
+        for (auto near = std::max<std::ptrdiff_t>(0, best - 2);
+             near < std::min<std::ptrdiff_t>(trueSpeechLags, best + 3); ++near) {
+            gained[static_cast<size_t>(near)] = -1;
+        }
+    }
+    return lags;
+}
+
+void TrueSpeechCoder::EncodeSubframe(Trial& trial, int subframe, const SubframeValues& wanted,
+                                     const PitchSearch& search) const {
+    const Setting& setting = settings_[static_cast<size_t>(subframe)];
+    const int lag = trial.block.lag[static_cast<size_t>(subframe / 2)];
+    const SubframeValues sums = setting.pulses.Sums(wanted);
+    TrueSpeechSubframe chosen;
+    TrueSpeechSamples repeated = {};
+    float gained = -std::numeric_limits<float>::infinity();
+    for (const PitchChoice& choice : search.Best(lag, triedPitches)) {
+        const TrueSpeechSamples tried = trial.synthesis.Repeated(lag, choice.pitch);
+        const PulseChoice pulses = setting.pulses.Choose(setting.pulses.Without(sums, tried));
+        if (choice.gained + pulses.gained > gained) {
+            gained = choice.gained + pulses.gained;
+            chosen = {choice.pitch, pulses.gain, pulses.sizes, pulses.places};
+            repeated = tried;
+        }
+    }
+    trial.block.subframes[static_cast<size_t>(subframe)] = chosen;
+    const TrueSpeechSamples decoded =
+        trial.synthesis.Decode(subframe, repeated, TrueSpeechSynthesis::Pulses(chosen));
+    SubframeValues errors;
+    std::transform(setting.original.begin(), setting.original.end(), decoded.begin(), errors.begin(),
+                   [](float original, qint16 sample) { return original - sample; });
+    trial.error += Power(trial.weight.Run(setting.taps, errors));
+}
+
+} // namespace kestrune

@@ -1,0 +1,53 @@
+// What a TrueSpeech subframe repeats of the excitation before it: how far back, and through which filter.
+#pragma once
+
+#include "backends/codecs/dsp/truespeech_pulses.h"
+#include "backends/codecs/dsp/truespeech_synthesis.h"
+
+#include <vector>
+
+namespace kestrune {
+
+// Lags that a half of a block can begin with, less the shortest. With the most that a subframe adds they stay
+// within the history.
+constexpr int trueSpeechLags = 124;
+// What a subframe can add to the lag of its half: 0 to 4.
+constexpr int trueSpeechLagSteps = 5;
+
+struct PitchChoice {
+    int pitch = trueSpeechNoPitch; // field of the subframe
+    float gained = 0;              // by how much the sum of squares that is left falls
+};
+
+class PitchSearch {
+public:
+    // For one subframe: the excitation before it, the response of all that lies between excitation and ear,
+    // and the signal that is wanted there. Serves the lags of a half from the first to the last. Keeps no
+    // reference.
+    void Prepare(const std::array<qint16, trueSpeechHistory>& excitation, const SubframeValues& response,
+                 const SubframeValues& wanted, int firstLag, int lastLag);
+    // How much the best filter gains of what is repeated from `lag` and the shortest lag samples ago; an
+    // estimate where that is less than a subframe. Here `lag` may exceed the last by the steps.
+    float GainedAt(int lag) const;
+    // The `count` best ways of one lag, best first, that of repeating nothing among them.
+    std::vector<PitchChoice> Best(int lag, size_t count) const;
+
+private:
+    static constexpr int distances = trueSpeechHistory + 1;
+
+    void PrepareDistance(int distance);
+    std::array<float, trueSpeechPitchFilters> GainedByFilter(int distance) const;
+    float GainedExactly(int distance, size_t filter) const;
+
+    SubframeValues wanted_ = {};
+    // The response to the excitation of so many samples ago, as far as it is known, ...
+    std::array<SubframeValues, distances> delayed_ = {};
+    // ... and to it repeated with that period.
+    std::array<SubframeValues, distances> repeated_ = {};
+    // Sums of products of the latter: with what is wanted, with itself and with that of one sample more.
+    std::array<float, distances> wantedSums_ = {};
+    std::array<float, distances> ownSums_ = {};
+    std::array<float, distances> nextSums_ = {};
+};
+
+} // namespace kestrune
