@@ -30,6 +30,17 @@ QString CurrentBitrateText(int sliderIndex) {
     return QStringLiteral("Current bitrate: %1 kbit").arg(BitRateAt(sliderIndex));
 }
 
+QString Mp3Summary(const Mp3Options& options) {
+    QString rate = QStringLiteral("%1 kbit").arg(options.bitrate);
+    if (options.vbrMethod + 1 == vbrMethodAbr) {
+        rate = QStringLiteral("%1 kbit average").arg(options.abrBitrate);
+    } else if (options.vbrMethod + 1 != vbrMethodNone) {
+        rate = QStringLiteral("variable, quality %1").arg(options.vbrQuality);
+    }
+    const int mode = IndexInList(options.channelMode, channelModeTexts.size(), 1);
+    return QStringLiteral("%1, %2").arg(rate, QLatin1String(channelModeTexts[static_cast<size_t>(mode)]));
+}
+
 qint32 Mp2ChannelCode(const Mp3Options& options) {
     return options.channels == 1 ? 1 : options.channels + options.channelMode - 1;
 }

@@ -81,6 +81,9 @@ Mp3VbrEnabled VbrControlsEnabled(int codingMethodIndex);
 // The text over a bit rate slider: "Current bitrate: 128 kbit".
 QString CurrentBitrateText(int sliderIndex);
 
+// What options come to, in few words: "112 kbit average, Joint Stereo".
+QString Mp3Summary(const Mp3Options& options);
+
 // The channel code that MPEG layer 2 takes: 1 mono, 2 stereo, 3 joint, 4 forced joint, 5 dual.
 qint32 Mp2ChannelCode(const Mp3Options& options);
 

@@ -1,0 +1,53 @@
+#include "convert/encoder_dialog.h"
+
+#include "convert/encoder_controls.h"
+#include "skin/corner_sizes.h"
+#include "skin/dialog_title.h"
+
+#include <QKeyEvent>
+
+namespace kestrune {
+
+EncoderDialog::EncoderDialog(const QString& name, const QString& title, QWidget* parent)
+    : SkinnedDialog(corners::dialog, parent),
+      title_(new DialogTitle(this)),
+      buttons_(new DialogButtons(Chrome(), this)),
+      body_(new QVBoxLayout) {
+    setObjectName(name);
+    setWindowTitle(title);
+    setAccessibleName(title);
+    Chrome().AddTitle(title_->LabelTitle());
+    Chrome().AddHand(title_->ImageQuit());
+
+    auto* rows = new QVBoxLayout(this);
+    rows->setContentsMargins(windowMargin, DialogTitle::height + rowGap, windowMargin, windowMargin);
+    rows->setSpacing(windowMargin);
+    rows->setSizeConstraint(QLayout::SetFixedSize);
+    body_->setSpacing(rowGap);
+    rows->addLayout(body_);
+    rows->addWidget(buttons_, 0, Qt::AlignRight);
+    connect(buttons_, &DialogButtons::Clicked, this, &EncoderDialog::Press);
+}
+
+void EncoderDialog::Press(int button) {
+    if (button == DialogButtons::Cancel) {
+        reject();
+    } else if (ApplyControls() && button == DialogButtons::Ok) {
+        accept();
+    }
+}
+
+void EncoderDialog::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        buttons_->ImageCMD(DialogButtons::Ok)->click();
+    } else {
+        SkinnedDialog::keyPressEvent(event);
+    }
+}
+
+void EncoderDialog::resizeEvent(QResizeEvent* event) {
+    SkinnedDialog::resizeEvent(event);
+    title_->Follow();
+}
+
+} // namespace kestrune

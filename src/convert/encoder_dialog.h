@@ -1,0 +1,38 @@
+// What the option dialogs of the encoders have in common: title, keys, and what they do.
+#pragma once
+
+#include "skin/dialog_buttons.h"
+#include "skin/skinned_window.h"
+
+#include <QVBoxLayout>
+
+namespace kestrune {
+
+class DialogTitle;
+
+// A dialog with LabelTitle and ImageQuit at the top and ImageCMD(0..2) at the bottom. OK applies and closes,
+// unless applying was refused; Apply stays open; Cancel closes. Enter is OK, Escape and ImageQuit are Cancel.
+// Its size is fixed. Shown by exec(), once. Window thread.
+class EncoderDialog : public SkinnedDialog {
+    Q_OBJECT
+public:
+    EncoderDialog(const QString& name, const QString& title, QWidget* parent);
+
+protected:
+    // Where the dialog's own controls go, between title and keys.
+    QVBoxLayout& Body() { return *body_; }
+    // False if nothing was applied and the dialog has to stay open.
+    virtual bool ApplyControls() = 0;
+
+    void keyPressEvent(QKeyEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void Press(int button);
+
+    DialogTitle* title_;
+    DialogButtons* buttons_;
+    QVBoxLayout* body_;
+};
+
+} // namespace kestrune
