@@ -1,5 +1,6 @@
 // Puts the program together: the one place that knows both a window and a backend.
 #include "app/application_events.h"
+#include "app/converter_opener.h"
 #include "app/folder_lock.h"
 #include "app/frm_main.h"
 #include "app/prompt_dialogs.h"
@@ -77,6 +78,8 @@ int main(int argc, char** argv) {
     const DisplayFeed feed({transport, *audioFile, *audioPlayer, audioTransform, display, pending});
     QObject::connect(&feed, &DisplayFeed::Paused, &display, &AudioDisplay::FallToRest);
     ToolWindowDialogs tools(state);
+    const ConverterOpener converter({state, rows, prompts, pending, clock, MakeAudioFile});
+    tools.SetShowing(ToolWindow::ConverterfrmDialog, [&converter](QWidget* owner) { converter.Show(owner); });
     MenuRouting routing(state, transport, rows, tools, prompts);
     VolumeKnob knob{KnobGeometry{}};
     ListTip listTip(clock);

@@ -11,6 +11,11 @@ ToolWindowDialogs::ToolWindowDialogs(const ProgramState& state) : state_(state) 
 ToolWindowDialogs::~ToolWindowDialogs() = default;
 
 bool ToolWindowDialogs::Show(ToolWindow tool) {
+    const auto showing = showings_.find(tool);
+    if (showing != showings_.end()) {
+        showing->second(owner_);
+        return true;
+    }
     if (tool != ToolWindow::frmSplash) {
         return false;
     }

@@ -6,6 +6,8 @@
 
 #include <QPointer>
 #include <QWidget>
+#include <functional>
+#include <map>
 #include <memory>
 
 namespace kestrune {
@@ -22,12 +24,16 @@ public:
 
     // The window over which they open.
     void SetOwner(QWidget* owner) { owner_ = owner; }
+    // How a tool is shown: runs its window over the owner given and returns when it was closed.
+    using Showing = std::function<void(QWidget* owner)>;
+    void SetShowing(ToolWindow tool, Showing showing) { showings_[tool] = std::move(showing); }
     bool Show(ToolWindow tool) override;
     void ShowHelp(const QString& topic) override;
 
 private:
     const ProgramState& state_;
     QPointer<QWidget> owner_;
+    std::map<ToolWindow, Showing> showings_;
     std::unique_ptr<FrmSplash> frmSplash_;
     std::unique_ptr<HelpWindow> help_;
 };
