@@ -8,7 +8,7 @@
 
 namespace kestrune {
 
-EncoderDialog::EncoderDialog(const QString& name, const QString& title, QWidget* parent)
+EncoderOptionsDialog::EncoderOptionsDialog(const QString& name, const QString& title, QWidget* parent)
     : SkinnedDialog(corners::dialog, parent),
       title_(new DialogTitle(this)),
       buttons_(new DialogButtons(Chrome(), this)),
@@ -26,10 +26,10 @@ EncoderDialog::EncoderDialog(const QString& name, const QString& title, QWidget*
     body_->setSpacing(rowGap);
     rows->addLayout(body_);
     rows->addWidget(buttons_, 0, Qt::AlignRight);
-    connect(buttons_, &DialogButtons::Clicked, this, &EncoderDialog::Press);
+    connect(buttons_, &DialogButtons::Clicked, this, &EncoderOptionsDialog::Press);
 }
 
-void EncoderDialog::Press(int button) {
+void EncoderOptionsDialog::Press(int button) {
     if (button == DialogButtons::Cancel) {
         reject();
     } else if (ApplyControls() && button == DialogButtons::Ok) {
@@ -37,7 +37,7 @@ void EncoderDialog::Press(int button) {
     }
 }
 
-void EncoderDialog::keyPressEvent(QKeyEvent* event) {
+void EncoderOptionsDialog::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
         buttons_->ImageCMD(DialogButtons::Ok)->click();
     } else {
@@ -45,7 +45,7 @@ void EncoderDialog::keyPressEvent(QKeyEvent* event) {
     }
 }
 
-void EncoderDialog::resizeEvent(QResizeEvent* event) {
+void EncoderOptionsDialog::resizeEvent(QResizeEvent* event) {
     SkinnedDialog::resizeEvent(event);
     title_->Follow();
 }

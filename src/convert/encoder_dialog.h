@@ -13,10 +13,10 @@ class DialogTitle;
 // A dialog with LabelTitle and ImageQuit at the top and ImageCMD(0..2) at the bottom. OK applies and closes,
 // unless applying was refused; Apply stays open; Cancel closes. Enter is OK, Escape and ImageQuit are Cancel.
 // Its size is fixed. Shown by exec(), once. Window thread.
-class EncoderDialog : public SkinnedDialog {
+class EncoderOptionsDialog : public SkinnedDialog {
     Q_OBJECT
 public:
-    EncoderDialog(const QString& name, const QString& title, QWidget* parent);
+    EncoderOptionsDialog(const QString& name, const QString& title, QWidget* parent);
 
 protected:
     // Where the dialog's own controls go, between title and keys.

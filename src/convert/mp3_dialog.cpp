@@ -11,14 +11,14 @@ const QString title = QStringLiteral("MP3 Lame 3.91 Encoder Option");
 } // namespace
 
 Mp3Dialog::Mp3Dialog(Mp3Options& options, const Mp3Target& target, QWidget* parent)
-    : EncoderDialog(QStringLiteral("ConverterfrmMP3"), title, parent),
+    : EncoderOptionsDialog(QStringLiteral("ConverterfrmMP3"), title, parent),
       rule_(options, target),
       tabMP3_(new Mp3Tabs(this)) {
     Load();
 }
 
 Mp3Dialog::Mp3Dialog(KSTAudioFile2& formatObject, QWidget* parent)
-    : EncoderDialog(QStringLiteral("RipfrmMP3"), title, parent),
+    : EncoderOptionsDialog(QStringLiteral("RipfrmMP3"), title, parent),
       rule_(own_, {formatObject}),
       tabMP3_(new Mp3Tabs(this)) {
     Load();

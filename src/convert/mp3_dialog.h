@@ -10,7 +10,7 @@ class Mp3Tabs;
 
 // Object "ConverterfrmMP3" or "RipfrmMP3", with the controls of Mp3Tabs. Make it, exec() it once, and let it
 // go. Window thread.
-class Mp3Dialog : public EncoderDialog {
+class Mp3Dialog : public EncoderOptionsDialog {
     Q_OBJECT
 public:
     // The converter's: edits its options, which must outlive the dialog, and gives it both format texts.

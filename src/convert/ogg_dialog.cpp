@@ -20,12 +20,13 @@ constexpr int qualityStep = 10;
 } // namespace
 
 OggDialog::OggDialog(const OggTarget& target, qint32 sampleRateHz, qint32 channels, QWidget* parent)
-    : EncoderDialog(QStringLiteral("ConverterfrmOgg"), title, parent), rule_(target, sampleRateHz, channels) {
+    : EncoderOptionsDialog(QStringLiteral("ConverterfrmOgg"), title, parent),
+      rule_(target, sampleRateHz, channels) {
     Load();
 }
 
 OggDialog::OggDialog(KSTAudioFile2& formatObject, UserPrompts& prompts, QWidget* parent)
-    : EncoderDialog(QStringLiteral("RipfrmOgg"), title, parent),
+    : EncoderOptionsDialog(QStringLiteral("RipfrmOgg"), title, parent),
       rule_({formatObject, prompts}, ripperRateHz, ripperChannels) {
     Load();
 }

@@ -15,7 +15,7 @@ class QGridLayout;
 namespace kestrune {
 
 // Object "ConverterfrmOgg" or "RipfrmOgg". Make it, exec() it once, and let it go. Window thread.
-class OggDialog : public EncoderDialog {
+class OggDialog : public EncoderOptionsDialog {
     Q_OBJECT
 public:
     // The converter's: begins with its sampling rate in Hz and its channels, 1 or 2.
