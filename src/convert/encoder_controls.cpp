@@ -17,11 +17,10 @@ QGroupBox* MakeFrame(const QString& name, const QString& caption, QWidget* paren
     return frame;
 }
 
-QGridLayout* MakeGrid(QWidget* panel, int margin) {
-    auto* grid = new QGridLayout(panel);
-    grid->setContentsMargins(margin, margin, margin, margin);
-    grid->setHorizontalSpacing(rowGap);
-    grid->setVerticalSpacing(rowGap);
+QGridLayout* MakeFrameGrid(QWidget* frame) {
+    auto* grid = new QGridLayout(frame);
+    grid->setContentsMargins(sideMargin, rowGap, sideMargin, rowGap);
+    grid->setSpacing(rowGap);
     return grid;
 }
 
@@ -39,6 +38,11 @@ QLabel* MakeMutedLabel(const QString& text, QWidget* parent) {
     muted.setColor(QPalette::Inactive, QPalette::WindowText, colours::textMutedOnBody);
     label->setPalette(muted);
     return label;
+}
+
+void AlignWithGroove(QLabel* label) {
+    constexpr int ticksHeight = 9;
+    label->setContentsMargins(0, 0, 0, ticksHeight);
 }
 
 QComboBox* MakeList(const QString& name, const QString& accessibleName, QWidget* parent) {

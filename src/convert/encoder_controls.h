@@ -14,15 +14,18 @@ namespace kestrune {
 // Pixels; everything stands on a grid of 8.
 inline constexpr int windowMargin = 16;
 inline constexpr int rowGap = 8;
-inline constexpr int panelMargin = 12;
+inline constexpr int sideMargin = 12; // of a frame and of a page
+inline constexpr int fieldHeight = 24;
 
 // Makers of named controls. The parent owns them.
 QGroupBox* MakeFrame(const QString& name, const QString& caption, QWidget* parent);
-// A grid inside a frame or a page, with the margins that all of them have.
-QGridLayout* MakeGrid(QWidget* panel, int margin = panelMargin);
+// The grid of a frame, with the margins that all of them have.
+QGridLayout* MakeFrameGrid(QWidget* frame);
 QLabel* MakeLabel(const QString& name, const QString& text, QWidget* parent);
 // A caption of less weight: the ends of a slider, what a choice means.
 QLabel* MakeMutedLabel(const QString& text, QWidget* parent);
+// Lifts a label to the groove of the slider beside it, which stands above its ticks.
+void AlignWithGroove(QLabel* label);
 QComboBox* MakeList(const QString& name, const QString& accessibleName, QWidget* parent);
 // The sampling frequencies, with Hz as the data of each entry.
 QComboBox* MakeFrequencyList(QWidget* parent);

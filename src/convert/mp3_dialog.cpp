@@ -31,6 +31,7 @@ void Mp3Dialog::Load() {
     connect(tabMP3_, &Mp3Tabs::PresetChosen, this, [this](int preset) { rule_.ChoosePreset(preset); });
     connect(tabMP3_, &Mp3Tabs::AltPresetChosen, this,
             [this](int altPreset) { rule_.ChooseAltPreset(altPreset); });
+    Finish();
     tabMP3_->tabBar()->setFocus();
 }
 

@@ -1,7 +1,7 @@
 // The options of the MP3 encoder.
 #pragma once
 
-#include "convert/encoder_dialog.h"
+#include "convert/encoder_options_dialog.h"
 #include "convert/mp3_dialog_rule.h"
 
 namespace kestrune {

@@ -35,7 +35,10 @@ QString Mp3Summary(const Mp3Options& options) {
     if (options.vbrMethod + 1 == vbrMethodAbr) {
         rate = QStringLiteral("%1 kbit average").arg(options.abrBitrate);
     } else if (options.vbrMethod + 1 != vbrMethodNone) {
-        rate = QStringLiteral("variable, quality %1").arg(options.vbrQuality);
+        const int method = IndexInList(options.vbrMethod + 1, vbrMethodTexts.size(), 1);
+        rate = QStringLiteral("VBR quality %1, %2")
+                   .arg(options.vbrQuality)
+                   .arg(QLatin1String(vbrMethodTexts[static_cast<size_t>(method)]));
     }
     const int mode = IndexInList(options.channelMode, channelModeTexts.size(), 1);
     return QStringLiteral("%1, %2").arg(rate, QLatin1String(channelModeTexts[static_cast<size_t>(mode)]));

@@ -29,6 +29,23 @@ inline constexpr std::array<const char*, 11> presetTexts = {"Phone", "SW",   "AM
 inline constexpr std::array<const char*, 5> altPresetTexts = {"Fast Standard", "Standard", "Fast Extreme",
                                                               "Extrene", "Insane"};
 
+// What may be typed as a command line, for one who does not know it. An even count.
+struct CommandLineExample {
+    const char* option;
+    const char* meaning;
+};
+inline constexpr std::array<CommandLineExample, 10> commandLineExamples = {
+    {{"-b 192", "bit rate"},
+     {"-V 2", "variable bit rate, 0 to 9"},
+     {"-B 256", "largest bit rate"},
+     {"--abr 160", "average bit rate"},
+     {"--preset cd", "a preset by its name"},
+     {"-m m", "channels: s, j, f, d or m"},
+     {"-q 2", "encoder quality, 0 to 9"},
+     {"-p", "checksums"},
+     {"--resample 32", "sampling frequency, kHz"},
+     {"--lowpass 16", "filter, kHz"}}};
+
 // Bounds of the spinners.
 inline constexpr int largestFilterHz = 48000;
 inline constexpr int filterStepHz = 10;

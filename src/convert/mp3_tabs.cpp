@@ -11,7 +11,8 @@ namespace {
 
 constexpr int spinWidth = 80;
 constexpr int comboWidth = 168;
-constexpr int pageWidth = 448;
+constexpr int endWidth = 40;
+constexpr QSize contentSize(488, 192); // of each page, within its margins
 
 QCheckBox* MakeCheck(const char* name, const QString& text, QWidget* parent) {
     auto* check = new QCheckBox(text, parent);
@@ -26,12 +27,31 @@ void AddTexts(QComboBox* list, const std::array<const char*, count>& texts) {
     }
 }
 
+QGridLayout* MakePageGrid(QWidget* page) {
+    auto* grid = new QGridLayout(page);
+    grid->setSpacing(rowGap);
+    return grid;
+}
+
+void ShareHeight(QGridLayout* grid, int rows) {
+    for (int row = 0; row < rows; ++row) {
+        grid->setRowStretch(row, 1);
+    }
+}
+
 // A slider between the names of its ends.
 void AddWithEnds(QGridLayout* grid, QSlider* slider, const QString& left, const QString& right,
                  QWidget* frame) {
-    grid->addWidget(MakeMutedLabel(left, frame), 0, 0);
+    QLabel* leftEnd = MakeMutedLabel(left, frame);
+    QLabel* rightEnd = MakeMutedLabel(right, frame);
+    for (QLabel* end : {leftEnd, rightEnd}) {
+        AlignWithGroove(end);
+        end->setFixedWidth(endWidth); // so that the grooves of two frames begin and end alike
+    }
+    rightEnd->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    grid->addWidget(leftEnd, 0, 0);
     grid->addWidget(slider, 0, 1);
-    grid->addWidget(MakeMutedLabel(right, frame), 0, 2);
+    grid->addWidget(rightEnd, 0, 2);
     grid->setColumnStretch(1, 1);
 }
 
@@ -56,23 +76,24 @@ Mp3Tabs::Mp3Tabs(QWidget* parent) : QTabWidget(parent) {
 }
 
 void Mp3Tabs::AddPage(Mp3Tab tab, QWidget* page) {
-    page->setMinimumWidth(pageWidth);
+    page->layout()->setContentsMargins(sideMargin, sideMargin, sideMargin, sideMargin);
+    page->setMinimumSize(contentSize + QSize(2 * sideMargin, 2 * sideMargin));
     const int index = static_cast<int>(tab);
     insertTab(index, page, QLatin1String(mp3TabTexts[static_cast<size_t>(index)]));
 }
 
 QWidget* Mp3Tabs::MakeGeneral() {
     auto* page = new QWidget;
-    QGridLayout* grid = MakeGrid(page);
+    QGridLayout* grid = MakePageGrid(page);
     frmBitrate_ = MakeFrame(QStringLiteral("frmBitrate"), tr("Bitrate"), page);
     sldrBitrate_ = MakeBitrateSlider(QStringLiteral("sldrBitrate"), tr("Bitrate"), frmBitrate_);
-    AddWithEnds(MakeGrid(frmBitrate_), sldrBitrate_, tr("poor"), tr("good"), frmBitrate_);
+    AddWithEnds(MakeFrameGrid(frmBitrate_), sldrBitrate_, tr("poor"), tr("good"), frmBitrate_);
     connect(sldrBitrate_, &QSlider::valueChanged, this, &Mp3Tabs::ShowBitrate);
 
     QGroupBox* frmChMode = MakeFrame(QStringLiteral("frmChMode"), tr("Channels Mode"), page);
     cmbChMode_ = MakeList(QStringLiteral("cmbChMode"), tr("Channels Mode"), frmChMode);
     AddTexts(cmbChMode_, channelModeTexts);
-    MakeGrid(frmChMode)->addWidget(cmbChMode_, 0, 0);
+    MakeFrameGrid(frmChMode)->addWidget(cmbChMode_, 0, 0);
 
     QGroupBox* frmQuality = MakeFrame(QStringLiteral("frmQuality"), tr("Encoder Quality"), page);
     sldrQuality_ = new BestAtRightSlider(frmQuality);
@@ -83,12 +104,12 @@ QWidget* Mp3Tabs::MakeGeneral() {
     sldrQuality_->setPageStep(2);
     sldrQuality_->setTickPosition(QSlider::TicksBelow);
     sldrQuality_->setTickInterval(1);
-    AddWithEnds(MakeGrid(frmQuality), sldrQuality_, tr("faster"), tr("better"), frmQuality);
+    AddWithEnds(MakeFrameGrid(frmQuality), sldrQuality_, tr("faster"), tr("better"), frmQuality);
     connect(sldrQuality_, &QSlider::valueChanged, this, &Mp3Tabs::QualityMoved);
 
     QGroupBox* frmFrequency = MakeFrame(QStringLiteral("frmFrequency"), tr("Sampling Frequency"), page);
     cmbFrequency_ = MakeFrequencyList(frmFrequency);
-    MakeGrid(frmFrequency)->addWidget(cmbFrequency_, 0, 0);
+    MakeFrameGrid(frmFrequency)->addWidget(cmbFrequency_, 0, 0);
 
     grid->addWidget(frmBitrate_, 0, 0);
     grid->addWidget(frmChMode, 0, 1);
@@ -96,7 +117,7 @@ QWidget* Mp3Tabs::MakeGeneral() {
     grid->addWidget(frmFrequency, 1, 1);
     grid->setColumnStretch(0, 1);
     grid->setColumnMinimumWidth(1, comboWidth);
-    grid->setRowStretch(2, 1);
+    ShareHeight(grid, 2);
     return page;
 }
 
@@ -119,7 +140,7 @@ QGroupBox* Mp3Tabs::MakeFilter(Filter& filter, const QString& letter, const QStr
     filter.widthLabel->setBuddy(filter.width);
     filter.frequency->setFixedWidth(spinWidth);
     filter.width->setFixedWidth(spinWidth);
-    QGridLayout* grid = MakeGrid(frame);
+    QGridLayout* grid = MakeFrameGrid(frame);
     grid->addWidget(filter.use, 0, 0);
     grid->addWidget(filter.frequency, 0, 1);
     grid->addWidget(filter.widthLabel, 1, 0);
@@ -131,10 +152,10 @@ QGroupBox* Mp3Tabs::MakeFilter(Filter& filter, const QString& letter, const QStr
 
 QWidget* Mp3Tabs::MakeFiltering() {
     auto* page = new QWidget;
-    QGridLayout* grid = MakeGrid(page);
+    QGridLayout* grid = MakePageGrid(page);
     grid->addWidget(MakeFilter(highpass_, QStringLiteral("H"), QStringLiteral("High"), page), 0, 0);
     grid->addWidget(MakeFilter(lowpass_, QStringLiteral("L"), QStringLiteral("Low"), page), 1, 0);
-    grid->setRowStretch(2, 1);
+    ShareHeight(grid, 2);
     return page;
 }
 
@@ -143,7 +164,7 @@ QGroupBox* Mp3Tabs::MakeVbrAdvanced(QWidget* page) {
     chWriteVBRHeader_ = MakeCheck("chWriteVBRHeader", tr("Write VBR Header"), frmVbrAdvanced_);
     chStrictlyEnforceMinBitrate_ =
         MakeCheck("chStrictlyEnforceMinBitrate", tr("Strictly enforce minimum bitrate"), frmVbrAdvanced_);
-    QGridLayout* grid = MakeGrid(frmVbrAdvanced_);
+    QGridLayout* grid = MakeFrameGrid(frmVbrAdvanced_);
     grid->addWidget(chWriteVBRHeader_, 0, 0);
     grid->addWidget(chStrictlyEnforceMinBitrate_, 1, 0);
     return frmVbrAdvanced_;
@@ -154,13 +175,14 @@ QGroupBox* Mp3Tabs::MakeVbrBitrate(QWidget* page) {
     sldrVbrBitrate_ =
         MakeBitrateSlider(QStringLiteral("sldrVbrBitrate"), tr("Maximum VBR Bitrate"), frmVbrBitrate_);
     lblVbrBitrate_ = MakeLabel(QStringLiteral("lblVbrBitrate"), {}, frmVbrBitrate_);
-    QGridLayout* grid = MakeGrid(frmVbrBitrate_);
+    QGridLayout* grid = MakeFrameGrid(frmVbrBitrate_);
     grid->addWidget(sldrVbrBitrate_, 0, 0);
     grid->addWidget(lblVbrBitrate_, 0, 1);
     // As wide as its longest text, so that the slider keeps its length.
     lblVbrBitrate_->setFixedWidth(
         lblVbrBitrate_->fontMetrics().horizontalAdvance(CurrentBitrateText(lastBitRateIndex)) + rowGap);
     lblVbrBitrate_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    AlignWithGroove(lblVbrBitrate_);
     grid->setColumnStretch(0, 1);
     connect(sldrVbrBitrate_, &QSlider::valueChanged, this, &Mp3Tabs::ShowVbrBitrate);
     return frmVbrBitrate_;
@@ -190,13 +212,13 @@ QWidget* Mp3Tabs::MakeVbr() {
     form->addWidget(udAbrBitrate_, 2, 1);
     form->setColumnStretch(0, 1);
     form->setColumnMinimumWidth(1, spinWidth);
-    QGridLayout* grid = MakeGrid(page);
+    QGridLayout* grid = MakePageGrid(page);
     grid->addLayout(form, 0, 0);
     grid->addWidget(MakeVbrAdvanced(page), 0, 1);
     grid->addWidget(MakeVbrBitrate(page), 1, 0, 1, 2);
     grid->setHorizontalSpacing(windowMargin);
     grid->setColumnStretch(0, 1);
-    grid->setRowStretch(2, 1);
+    grid->setRowStretch(1, 1);
     return page;
 }
 
@@ -212,39 +234,22 @@ QWidget* Mp3Tabs::MakeExpert() {
     chShortBlocks_ = MakeCheck("chShortBlocks", tr("short blocks"), page);
     chStrictlyISOCompliance_ =
         MakeCheck("chStrictlyISOCompliance", tr("comply as much as possible to ISO MPEG spec"), page);
-    QGridLayout* grid = MakeGrid(page);
+    // The lists at the left, below their captions; what is switched at the right.
+    QGridLayout* grid = MakePageGrid(page);
     grid->addWidget(MakeLabel({}, tr("ATH Control:"), page), 0, 0);
-    grid->addWidget(cmbATHControl_, 0, 1);
-    grid->addWidget(MakeLabel({}, tr("De-emphasis :"), page), 1, 0);
-    grid->addWidget(cmbEmphasis_, 1, 1);
-    int row = 2;
+    grid->addWidget(cmbATHControl_, 1, 0);
+    grid->addWidget(MakeLabel({}, tr("De-emphasis :"), page), 2, 0);
+    grid->addWidget(cmbEmphasis_, 3, 0);
+    int row = 0;
     for (QCheckBox* check :
          {chErrorProtection_, chBlockType_, chBitReservoir_, chShortBlocks_, chStrictlyISOCompliance_}) {
-        grid->addWidget(check, row++, 0, 1, 3);
+        grid->setRowMinimumHeight(row, fieldHeight);
+        grid->addWidget(check, row++, 1);
     }
-    cmbATHControl_->setFixedWidth(comboWidth);
-    cmbEmphasis_->setFixedWidth(comboWidth);
-    grid->setColumnMinimumWidth(0, spinWidth);
-    grid->setColumnStretch(2, 1);
+    grid->setColumnMinimumWidth(0, comboWidth);
+    grid->setHorizontalSpacing(2 * windowMargin);
+    grid->setColumnStretch(1, 1);
     grid->setRowStretch(row, 1);
-    return page;
-}
-
-QWidget* Mp3Tabs::MakeCommandLine() {
-    auto* page = new QWidget;
-    txtCommLine_ = new QLineEdit(page);
-    txtCommLine_->setObjectName(QStringLiteral("txtCommLine"));
-    txtCommLine_->setAccessibleName(tr("Command Line"));
-    txtCommLine_->setPlaceholderText(QStringLiteral("-V 2 -m j -q 3"));
-    QLabel* hint =
-        MakeMutedLabel(tr("Options of the encoder's command line. They set what the other tabs show; "
-                          "what is not known is passed over."),
-                       page);
-    hint->setWordWrap(true);
-    QGridLayout* grid = MakeGrid(page);
-    grid->addWidget(txtCommLine_, 0, 0);
-    grid->addWidget(hint, 1, 0);
-    grid->setRowStretch(2, 1);
     return page;
 }
 

@@ -1,4 +1,5 @@
-// The two tabs of presets: each with what it comes to beside it.
+// The tabs that set many options at once: presets, each with what it comes to beside it, and the command
+// line.
 #include "convert/mp3_tabs.h"
 
 #include "components/mp3_presets.h"
@@ -17,7 +18,7 @@ using ApplyNumber = void (*)(Mp3Options&, int);
 template <size_t count>
 QButtonGroup* AddOptions(QWidget* page, const QString& name, const std::array<const char*, count>& texts,
                          int rows, ApplyNumber apply) {
-    QGridLayout* grid = MakeGrid(page);
+    auto* grid = new QGridLayout(page);
     auto* group = new QButtonGroup(page);
     for (int number = 1; number <= static_cast<int>(count); ++number) {
         const QString text = QLatin1String(texts[static_cast<size_t>(number) - 1]);
@@ -30,11 +31,13 @@ QButtonGroup* AddOptions(QWidget* page, const QString& name, const std::array<co
         group->addButton(option, number);
         const int row = (number - 1) % rows;
         const int column = (number - 1) / rows * 2;
+        grid->setRowMinimumHeight(row, fieldHeight);
         grid->addWidget(option, row, column);
         grid->addWidget(MakeMutedLabel(summary, page), row, column + 1);
         grid->setColumnStretch(column + 1, 1);
     }
-    grid->setHorizontalSpacing(windowMargin);
+    grid->setHorizontalSpacing(sideMargin);
+    grid->setVerticalSpacing(rowGap);
     grid->setRowStretch(rows, 1);
     group->button(1)->setChecked(true);
     return group;
@@ -56,6 +59,32 @@ QWidget* Mp3Tabs::MakeAltPresets() {
     const QButtonGroup* group =
         AddOptions(page, QStringLiteral("opAltPreset"), altPresetTexts, rows, &ApplyAltPreset);
     connect(group, &QButtonGroup::idClicked, this, &Mp3Tabs::AltPresetChosen);
+    return page;
+}
+
+QWidget* Mp3Tabs::MakeCommandLine() {
+    constexpr int columns = 2;
+    constexpr int exampleHeight = 18;
+    auto* page = new QWidget;
+    txtCommLine_ = new QLineEdit(page);
+    txtCommLine_->setObjectName(QStringLiteral("txtCommLine"));
+    txtCommLine_->setAccessibleName(tr("Command Line"));
+    auto* grid = new QGridLayout(page);
+    grid->setHorizontalSpacing(windowMargin);
+    grid->setVerticalSpacing(rowGap);
+    grid->addWidget(txtCommLine_, 0, 0, 1, 2 * columns);
+    grid->addWidget(MakeMutedLabel(tr("Such as these. What is not known is passed over."), page), 1, 0, 1,
+                    2 * columns);
+    const int rows = static_cast<int>(commandLineExamples.size()) / columns;
+    for (int index = 0; index < rows * columns; ++index) {
+        const CommandLineExample& example = commandLineExamples[static_cast<size_t>(index)];
+        const int column = index / rows * 2;
+        grid->setRowMinimumHeight(2 + index % rows, exampleHeight);
+        grid->addWidget(MakeLabel({}, QLatin1String(example.option), page), 2 + index % rows, column);
+        grid->addWidget(MakeMutedLabel(QLatin1String(example.meaning), page), 2 + index % rows, column + 1);
+        grid->setColumnStretch(column + 1, 1);
+    }
+    grid->setRowStretch(2 + rows, 1);
     return page;
 }
 

@@ -17,6 +17,14 @@ constexpr int captionWidth = 64;
 constexpr int valueWidth = 48;
 constexpr int qualityStep = 10;
 
+// What a slider sets, before it.
+void AddCaption(QGridLayout* grid, int row, const QString& text) {
+    QLabel* caption = MakeMutedLabel(text, grid->parentWidget());
+    caption->setFixedWidth(captionWidth);
+    AlignWithGroove(caption);
+    grid->addWidget(caption, row, 0);
+}
+
 } // namespace
 
 OggDialog::OggDialog(const OggTarget& target, qint32 sampleRateHz, qint32 channels, QWidget* parent)
@@ -60,6 +68,7 @@ void OggDialog::Load() {
     });
     ShowQuality();
     ShowEnabled();
+    Finish();
     cmbFrequency_->setFocus();
 }
 
@@ -67,7 +76,7 @@ QGroupBox* OggDialog::MakeFrequency() {
     QGroupBox* frame = MakeFrame(QStringLiteral("frmFrequency"), tr("Sampling Frequency"), this);
     cmbFrequency_ = MakeFrequencyList(frame);
     cmbFrequency_->setCurrentIndex(rule_.FrequencyIndex());
-    MakeGrid(frame)->addWidget(cmbFrequency_, 0, 0);
+    MakeFrameGrid(frame)->addWidget(cmbFrequency_, 0, 0);
     return frame;
 }
 
@@ -78,7 +87,7 @@ QGroupBox* OggDialog::MakeChannels() {
         cmbChMode_->addItem(QLatin1String(text));
     }
     cmbChMode_->setCurrentIndex(rule_.ChannelIndex());
-    MakeGrid(frame)->addWidget(cmbChMode_, 0, 0);
+    MakeFrameGrid(frame)->addWidget(cmbChMode_, 0, 0);
     return frame;
 }
 
@@ -90,11 +99,13 @@ QGroupBox* OggDialog::MakeOption() {
     chVbr_ = new QCheckBox(tr("VBR Enabled"), frame);
     chVbr_->setObjectName(QStringLiteral("chVbr"));
     chVbr_->setChecked(rule_.VbrEnabled());
-    QGridLayout* grid = MakeGrid(frame);
+    QGridLayout* grid = MakeFrameGrid(frame);
     grid->addWidget(chQuality_, 0, 0);
     grid->addWidget(chVbr_, 0, 1);
     grid->setColumnStretch(0, 1);
     grid->setColumnStretch(1, 1);
+    // The second box stands below the list of the frame at the right.
+    grid->setHorizontalSpacing(rowGap + 2 * sideMargin);
     return frame;
 }
 
@@ -106,6 +117,7 @@ void OggDialog::AddRate(Rate& rate, QGridLayout* grid, int row, const QString& n
     rate.label = MakeLabel(QStringLiteral("lbl%1").arg(name), {}, frame);
     rate.label->setFixedWidth(valueWidth);
     rate.label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    AlignWithGroove(rate.label);
     const auto show = [&rate] {
         const QString text = OggBitrateText(rate.slider->value());
         rate.label->setText(text);
@@ -122,24 +134,21 @@ void OggDialog::AddRate(Rate& rate, QGridLayout* grid, int row, const QString& n
 
 QGroupBox* OggDialog::MakeBitrate() {
     QGroupBox* frame = MakeFrame(QStringLiteral("frmBitrate"), tr("Bitrate"), this);
-    QGridLayout* grid = MakeGrid(frame);
+    QGridLayout* grid = MakeFrameGrid(frame);
     AddRate(bitrate_, grid, 0, QStringLiteral("Bitrate"), tr("Bitrate"), &OggDialogRule::MoveBitrate);
-    QLabel* caption = MakeMutedLabel(tr("Nominal"), frame);
-    caption->setFixedWidth(captionWidth);
-    grid->addWidget(caption, 0, 0);
+    AddCaption(grid, 0, tr("Nominal"));
     return frame;
 }
 
 QGroupBox* OggDialog::MakeVbr() {
     frmVbr_ = MakeFrame(QStringLiteral("frmVbr"), tr("VBR"), this);
-    QGridLayout* grid = MakeGrid(frmVbr_);
+    QGridLayout* grid = MakeFrameGrid(frmVbr_);
     AddRate(minBitrate_, grid, 0, QStringLiteral("MinBitrate"), tr("Minimum bitrate"),
             &OggDialogRule::MoveMinBitrate);
     AddRate(maxBitrate_, grid, 1, QStringLiteral("MaxBitrate"), tr("Maximum bitrate"),
             &OggDialogRule::MoveMaxBitrate);
-    grid->addWidget(MakeMutedLabel(tr("Minimum"), frmVbr_), 0, 0);
-    grid->addWidget(MakeMutedLabel(tr("Maximum"), frmVbr_), 1, 0);
-    grid->setColumnMinimumWidth(0, captionWidth);
+    AddCaption(grid, 0, tr("Minimum"));
+    AddCaption(grid, 1, tr("Maximum"));
     return frmVbr_;
 }
 
@@ -157,10 +166,9 @@ QGroupBox* OggDialog::MakeQuality() {
     quality_ = MakeLabel(QStringLiteral("lblQuality"), {}, frmQuality_);
     quality_->setFixedWidth(valueWidth);
     quality_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    QLabel* caption = MakeMutedLabel(tr("Quality"), frmQuality_);
-    caption->setFixedWidth(captionWidth);
-    QGridLayout* grid = MakeGrid(frmQuality_);
-    grid->addWidget(caption, 0, 0);
+    AlignWithGroove(quality_);
+    QGridLayout* grid = MakeFrameGrid(frmQuality_);
+    AddCaption(grid, 0, tr("Quality"));
     grid->addWidget(sldrQuality_, 0, 1);
     grid->addWidget(quality_, 0, 2);
     return frmQuality_;

@@ -1,7 +1,7 @@
 // The options of the Ogg Vorbis encoder.
 #pragma once
 
-#include "convert/encoder_dialog.h"
+#include "convert/encoder_options_dialog.h"
 #include "convert/ogg_dialog_rule.h"
 
 #include <QCheckBox>

@@ -1,4 +1,4 @@
-#include "convert/encoder_dialog.h"
+#include "convert/encoder_options_dialog.h"
 
 #include "convert/encoder_controls.h"
 #include "skin/corner_sizes.h"
@@ -9,21 +9,22 @@
 namespace kestrune {
 
 EncoderOptionsDialog::EncoderOptionsDialog(const QString& name, const QString& title, QWidget* parent)
-    : SkinnedDialog(corners::dialog, parent),
-      title_(new DialogTitle(this)),
-      buttons_(new DialogButtons(Chrome(), this)),
-      body_(new QVBoxLayout) {
+    : SkinnedDialog(corners::dialog, parent), body_(new QVBoxLayout) {
     setObjectName(name);
     setWindowTitle(title);
     setAccessibleName(title);
+    body_->setSpacing(rowGap);
+}
+
+void EncoderOptionsDialog::Finish() {
+    buttons_ = new DialogButtons(Chrome(), this);
+    title_ = new DialogTitle(this);
     Chrome().AddTitle(title_->LabelTitle());
     Chrome().AddHand(title_->ImageQuit());
-
     auto* rows = new QVBoxLayout(this);
     rows->setContentsMargins(windowMargin, DialogTitle::height + rowGap, windowMargin, windowMargin);
     rows->setSpacing(windowMargin);
     rows->setSizeConstraint(QLayout::SetFixedSize);
-    body_->setSpacing(rowGap);
     rows->addLayout(body_);
     rows->addWidget(buttons_, 0, Qt::AlignRight);
     connect(buttons_, &DialogButtons::Clicked, this, &EncoderOptionsDialog::Press);
@@ -47,7 +48,9 @@ void EncoderOptionsDialog::keyPressEvent(QKeyEvent* event) {
 
 void EncoderOptionsDialog::resizeEvent(QResizeEvent* event) {
     SkinnedDialog::resizeEvent(event);
-    title_->Follow();
+    if (title_ != nullptr) {
+        title_->Follow();
+    }
 }
 
 } // namespace kestrune

@@ -21,6 +21,8 @@ public:
 protected:
     // Where the dialog's own controls go, between title and keys.
     QVBoxLayout& Body() { return *body_; }
+    // Adds title and keys. Called once all controls are in the body, since Tab goes by the order of making.
+    void Finish();
     // False if nothing was applied and the dialog has to stay open.
     virtual bool ApplyControls() = 0;
 
@@ -30,8 +32,8 @@ protected:
 private:
     void Press(int button);
 
-    DialogTitle* title_;
-    DialogButtons* buttons_;
+    DialogTitle* title_ = nullptr;
+    DialogButtons* buttons_ = nullptr;
     QVBoxLayout* body_;
 };
 
