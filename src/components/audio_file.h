@@ -37,6 +37,7 @@ struct Mp3Options {
     qint32 frequency = 44100; // Hz
     qint32 channels = 2;
     qint32 bitrate = 128; // kbit/s
+    bool operator==(const Mp3Options&) const = default;
 };
 
 // Type codes of headerless data.

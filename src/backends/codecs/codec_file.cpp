@@ -23,6 +23,7 @@ std::unique_ptr<KSTAudioFile2> MakeAudioFile() {
 }
 
 Outcome CodecFile::OpenRead(const QString& file, qint32 /*first*/, qint32 /*second*/) {
+    CloseOutput();
     OpenedSource opened = OpenSource(file, headerless_);
     source_ = std::move(opened.source);
     if (!source_) {
@@ -32,6 +33,9 @@ Outcome CodecFile::OpenRead(const QString& file, qint32 /*first*/, qint32 /*seco
 }
 
 Outcome CodecFile::CloseFile() {
+    if (output_) {
+        return CloseOutput();
+    }
     const bool wasOpen = source_ != nullptr;
     source_.reset();
     return wasOpen ? Outcome::Ok : Outcome::NotOpen;
@@ -71,7 +75,7 @@ qint64 CodecFile::SeekTo(qint64 position, qint32 /*whence*/) {
 }
 
 qint32 CodecFile::GetFormatId() const {
-    return source_ ? openFormatId : noFormatId;
+    return source_ || output_ ? openFormatId : noFormatId;
 }
 
 qint64 CodecFile::GetLengthBytes() {
@@ -83,11 +87,11 @@ qint64 CodecFile::GetLengthMs() {
 }
 
 qint32 CodecFile::GetChannels() const {
-    return source_ ? source_->Info().channels : sourceChannels_;
+    return source_ ? source_->Info().channels : sourceShape_.channels;
 }
 
 qint32 CodecFile::GetWaveFormat() const {
-    return source_ ? source_->Info().rateHz : sourceRateHz_;
+    return source_ ? source_->Info().rateHz : sourceShape_.rateHz;
 }
 
 QString CodecFile::GetFormatText() const {
@@ -95,7 +99,7 @@ QString CodecFile::GetFormatText() const {
         return OutputFormatText(format_);
     }
     const SourceInfo& info = source_->Info();
-    return FormatText(info.kind, info.rateHz, info.bitrateBps, info.channels);
+    return FormatText(info.kind, info.rateHz, info.bitrateBps, info.channels, BitrateUnit::Small);
 }
 
 qint32 CodecFile::BlockDivisor() const {
@@ -108,24 +112,6 @@ qint32 CodecFile::GetFormatBits() const {
 
 qint32 CodecFile::GetRawType() const {
     return headerless_.raw.rawType;
-}
-
-Outcome CodecFile::Create(const QString& /*file*/, qint32 /*first*/) {
-    source_.reset();
-    return Outcome::NotSupported;
-}
-
-void CodecFile::SetSourceFormat(qint32 waveFormat, qint32 channels) {
-    sourceRateHz_ = waveFormat;
-    sourceChannels_ = channels;
-}
-
-void CodecFile::ExpectOutput(const QString& /*file*/) {}
-
-void CodecFile::ForgetExpectedOutputs() {}
-
-Outcome CodecFile::WriteBlock(const QByteArray& /*block*/) {
-    return Outcome::NotSupported;
 }
 
 } // namespace kestrune

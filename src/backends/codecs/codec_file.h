@@ -1,15 +1,19 @@
-// Reading of audio files of every supported kind.
+// Reading of audio files of every supported kind, and writing of those that have an encoder.
 #pragma once
 
+#include "backends/codecs/ahead_outputs.h"
+#include "backends/codecs/encoding_output.h"
+#include "backends/codecs/encoding_pool.h"
 #include "backends/codecs/output_format.h"
 #include "backends/codecs/sample_source.h"
 #include "components/audio_file.h"
 
 #include <memory>
+#include <optional>
 
 namespace kestrune {
 
-// An audio file object over FFmpeg, libmpcdec and spandsp.
+// An audio file object over FFmpeg, libmpcdec, spandsp, LAME, twolame, libvorbis and libsndfile.
 //
 // Lengths are those that a decode to the end gives, and turn into what was met once a decode came to the end.
 // Until then these are estimates: FLAC and Musepack files that were cut tell their old length; MPEG audio
@@ -23,7 +27,10 @@ namespace kestrune {
 //
 // A stream that changes its sample rate on the way is given on at the rate of its first frame.
 //
-// Writing is not offered yet: Create and WriteBlock answer NotSupported.
+// Written samples are mixed to the channels of the format, converted to its rate and given to its encoder
+// (encoding_pipeline.h); what happens to files is told in output_file.h. SetSourceFormat counts from before
+// Create or until the first block, for one file; without it the blocks are taken as the format's own rate and
+// channels. A format that is set while a file is written counts from the next Create on.
 class CodecFile : public KSTAudioFile2 {
 public:
     CodecFile();
@@ -78,13 +85,28 @@ public:
 private:
     // Makes `format` the current one if `valid`, else leaves none.
     Outcome Choose(const OutputFormat& format, bool valid);
+    // As Choose; a format that there is becomes also the one of its extension.
+    Outcome ChooseKept(const std::optional<OutputFormat>& format, std::optional<OutputFormat>& kept);
+    // What a file of this name is written in; none if no format was set.
+    std::optional<OutputFormat> FormatFor(const QString& file) const;
+    Outcome Open(EncodingOutput& output, const QString& file, const OutputFormat& format);
+    Outcome CloseOutput();
     qint64 Frame() const;
 
     std::unique_ptr<SampleSource> source_; // null while nothing is open
     OutputFormat format_;
+    // The last ones that their encoders took; none: the usual one.
+    std::optional<OutputFormat> mp3_;
+    std::optional<OutputFormat> mp2_;
+    std::optional<OutputFormat> vorbis_;
     HeaderlessFormats headerless_;
-    qint32 sourceRateHz_ = 0;
-    qint32 sourceChannels_ = 0;
+    SampleShape sourceShape_; // of the file that is or will be written
+    // Only while whole files are converted. Each uses those above it.
+    std::unique_ptr<EncodingPool> pool_;
+    std::unique_ptr<AheadOutputs> ahead_;
+    std::unique_ptr<EncodingOutput> output_; // null unless a file is written
+    bool feedsAhead_ = false;                // its blocks go also to what is expected
+    bool startedAhead_ = false;
 };
 
 std::unique_ptr<KSTAudioFile2> MakeAudioFile();

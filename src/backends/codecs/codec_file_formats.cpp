@@ -1,8 +1,15 @@
 // The SetFormat calls of an audio file.
 #include "backends/codecs/codec_file.h"
-#include "backends/codecs/wave_header.h"
+
+#include "backends/codecs/dsp/truespeech_encoder.h"
+#include "backends/codecs/mp2_encoder.h"
+#include "backends/codecs/mp3_encoder.h"
+#include "backends/codecs/vorbis_encoder.h"
+#include "backends/codecs/wave_template.h"
+#include "backends/codecs/wma_encoder.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 #include <algorithm>
 #include <array>
@@ -10,10 +17,6 @@
 namespace kestrune {
 
 namespace {
-
-constexpr int speechRateHz = 8000;
-constexpr int trueSpeechBps = 8500;
-constexpr int bitsPerKbit = 1000;
 
 template <size_t Count>
 bool IsOneOf(const std::array<qint32, Count>& values, qint32 value) {
@@ -31,25 +34,25 @@ Outcome CodecFile::Choose(const OutputFormat& format, bool valid) {
     return valid ? Outcome::Ok : Outcome::NotSupported;
 }
 
+Outcome CodecFile::ChooseKept(const std::optional<OutputFormat>& format, std::optional<OutputFormat>& kept) {
+    if (format) {
+        kept = format;
+    }
+    return Choose(format.value_or(OutputFormat()), format.has_value());
+}
+
 Outcome CodecFile::SetFormatFromFile(const QString& file) {
+    format_ = {};
     QFile wave(file);
     if (!wave.open(QIODevice::ReadOnly)) {
-        format_ = {};
         return Outcome::NotFound;
     }
-    const std::optional<WaveHeader> header = ReadWaveHeader(wave);
-    if (!header) {
-        format_ = {};
-        return Outcome::NotDecodable;
-    }
     OutputFormat format;
-    format.kind = FormatKind::Template;
-    format.rateHz = header->rateHz;
-    format.channels = header->channels;
-    format.bits = header->bits;
-    format.bitrateBps = static_cast<int>(std::min<qint64>(header->bytesPerSecond * 8LL, INT32_MAX));
-    format.waveTag = header->tag;
-    return Choose(format, true);
+    const Outcome outcome = ReadTemplateFormat(wave, format);
+    if (outcome == Outcome::Ok) {
+        format_ = format;
+    }
+    return outcome;
 }
 
 Outcome CodecFile::SetFormatPCMFreq(qint32 frequency, qint32 channels, qint32 bits) {
@@ -86,44 +89,43 @@ Outcome CodecFile::SetFormatVOX(qint32 frequency) {
 }
 
 Outcome CodecFile::SetFormatDSP() {
-    return Choose({FormatKind::TrueSpeech, speechRateHz, 1, 1, trueSpeechBps, RawPcm, WaveTagTrueSpeech},
-                  true);
+    return Choose(TrueSpeechFormat(), true);
 }
 
 Outcome CodecFile::SetFormatMP2(qint32 frequency, qint32 bitrateKbps, qint32 channels) {
-    // 1 is mono, 2 to 5 are the ways of two channels.
-    const bool valid = IsOneOf<6>({16000, 22050, 24000, 32000, 44100, 48000}, frequency) &&
-                       bitrateKbps >= 8 && bitrateKbps <= 384 && channels >= 1 && channels <= 5;
-    return Choose(
-        {FormatKind::Mp2, frequency, std::min(channels, 2), 16, bitrateKbps * bitsPerKbit, RawPcm, 0}, valid);
+    return ChooseKept(Mp2Format(frequency, bitrateKbps, channels), mp2_);
 }
 
 Outcome CodecFile::SetFormatMP3(qint32 frequency, qint32 bitrateKbps, qint32 channels) {
-    const bool valid =
-        IsOneOf<9>({8000, 11025, 12000, 16000, 22050, 24000, 32000, 44100, 48000}, frequency) &&
-        bitrateKbps >= 8 && bitrateKbps <= 320 && IsMonoOrStereo(channels);
-    return Choose({FormatKind::Mp3, frequency, channels, 16, bitrateKbps * bitsPerKbit, RawPcm, 0}, valid);
+    constexpr qint32 monoMode = 0;
+    constexpr qint32 stereoMode = 1;
+    Mp3Options options;
+    options.frequency = frequency;
+    options.bitrate = bitrateKbps;
+    options.channels = channels;
+    options.channelMode = channels == 1 ? monoMode : stereoMode;
+    return SetFormatMP3Options(options);
 }
 
 Outcome CodecFile::SetFormatMP3Options(const Mp3Options& options) {
-    return SetFormatMP3(options.frequency, options.bitrate, options.channels);
+    return ChooseKept(Mp3Format(options), mp3_);
 }
 
 Outcome CodecFile::SetFormatOggVorbis(qint32 frequency, qint32 channels, qint32 nominalKbps,
-                                      qint32 minimumKbps, qint32 maximumKbps, qint32 /*quality*/) {
-    return Choose({FormatKind::Vorbis, frequency, channels, 16, nominalKbps * bitsPerKbit, RawPcm, 0},
-                  IsAvailableFormatOggVorbis(frequency, channels, nominalKbps, minimumKbps, maximumKbps));
+                                      qint32 minimumKbps, qint32 maximumKbps, qint32 quality) {
+    return ChooseKept(VorbisFormat(frequency, channels, {nominalKbps, minimumKbps, maximumKbps, quality}),
+                      vorbis_);
 }
 
 bool CodecFile::IsAvailableFormatOggVorbis(qint32 frequency, qint32 channels, qint32 nominalKbps,
                                            qint32 minimumKbps, qint32 maximumKbps) {
-    const bool ordered = minimumKbps <= nominalKbps && (maximumKbps <= 0 || nominalKbps <= maximumKbps);
-    return frequency >= 8000 && frequency <= 48000 && IsMonoOrStereo(channels) && nominalKbps >= 0 &&
-           nominalKbps <= 500 && ordered;
+    constexpr qint32 byRates = -1;
+    return VorbisFormat(frequency, channels, {nominalKbps, minimumKbps, maximumKbps, byRates}).has_value();
 }
 
 Outcome CodecFile::SetFormatWMA(qint32 profile) {
-    return Choose({FormatKind::WindowsMedia, 0, 0, 16, 0, RawPcm, 0}, profile >= 0);
+    const std::optional<OutputFormat> format = WmaFormat(profile);
+    return Choose(format.value_or(OutputFormat()), format.has_value());
 }
 
 Outcome CodecFile::SetFormatG721(qint32 frequency) {
@@ -141,12 +143,29 @@ Outcome CodecFile::SetFormatG726(qint32 frequency, qint32 bits) {
     return Choose(headerless_.g726, frequency > 0 && bits >= 2 && bits <= 5);
 }
 
+std::optional<OutputFormat> CodecFile::FormatFor(const QString& file) const {
+    const QString extension = QFileInfo(file).suffix().toLower();
+    if (extension == QLatin1String("mp3")) {
+        return mp3_ ? mp3_ : Mp3Format({});
+    }
+    if (extension == QLatin1String("mp2")) {
+        constexpr qint32 rateHz = 44100;
+        constexpr qint32 bitrateKbps = 192;
+        constexpr qint32 stereo = 2;
+        return mp2_ ? mp2_ : Mp2Format(rateHz, bitrateKbps, stereo);
+    }
+    if (extension == QLatin1String("ogg")) {
+        constexpr qint32 rateHz = 44100;
+        constexpr qint32 stereo = 2;
+        return vorbis_ ? vorbis_ : VorbisFormat(rateHz, stereo, {});
+    }
+    return format_.kind == FormatKind::None ? std::nullopt : std::optional(format_);
+}
+
 Outcome CodecFile::SelectFormat() {
     return Outcome::NotSupported;
 }
 
 void CodecFile::SetBlockOption(qint32 /*option*/, qint32 /*value*/) {}
-
-void CodecFile::SetFlag(qint32 /*value*/) {}
 
 } // namespace kestrune

@@ -2,9 +2,23 @@
 
 #include "backends/codecs/encoder_factory.h"
 
+#include <QIODevice>
+
 namespace kestrune {
 
-EncodingOutput::EncodingOutput() = default;
+namespace {
+
+// Blocks that may wait for their encoder. More would make Close wait longer, fewer would make the encoder
+// wait whenever the writer is late.
+constexpr qint64 blocksBehind = 4;
+
+bool AreEqual(const QByteArray& one, const QByteArray& other) {
+    return one.size() == other.size() && (one.constData() == other.constData() || one == other);
+}
+
+} // namespace
+
+EncodingOutput::EncodingOutput(EncodingPool* pool) : pool_(pool) {}
 
 EncodingOutput::~EncodingOutput() {
     Close();
@@ -27,24 +41,121 @@ Outcome EncodingOutput::Open(const QString& path, const OutputFormat& format) {
         return outcome;
     }
     pipeline_ = std::move(pipeline);
+    format_ = format;
+    open_ = true;
+    return Outcome::Ok;
+}
+
+Outcome EncodingOutput::OpenAhead(const QString& path, const OutputFormat& format, const AheadOutput& ahead) {
+    const Outcome outcome = file_.Open(path);
+    if (outcome != Outcome::Ok) {
+        pool_->Drop(ahead.job);
+        return outcome;
+    }
+    ahead_ = ahead;
+    format_ = format;
+    open_ = true;
+    pool_->Prefer(ahead.job);
     return Outcome::Ok;
 }
 
 void EncodingOutput::SetSource(const SampleShape& source) {
-    if (pipeline_) {
-        pipeline_->SetSource(source);
+    if (!written_) {
+        source_ = source;
     }
+}
+
+bool EncodingOutput::IsNextAhead(const QByteArray& block) const {
+    const Blocks& blocks = *ahead_->blocks;
+    const auto next = static_cast<size_t>(blocks_);
+    return source_ == ahead_->source && next < blocks.size() && AreEqual(blocks[next], block);
 }
 
 Outcome EncodingOutput::Write(const QByteArray& block) {
-    return pipeline_ ? pipeline_->Write(block) : Outcome::NotOpen;
+    if (!open_) {
+        return Outcome::NotOpen;
+    }
+    written_ = true;
+    return ahead_ ? WriteAhead(block) : WriteInPool(block);
+}
+
+Outcome EncodingOutput::WriteAhead(const QByteArray& block) {
+    if (IsNextAhead(block)) {
+        ++blocks_;
+        if (pool_->WaitForBlocks(ahead_->job, blocks_ - blocksBehind) == Outcome::Ok) {
+            return Outcome::Ok;
+        }
+        return EncodeAnew();
+    }
+    const Outcome outcome = EncodeAnew();
+    return outcome == Outcome::Ok ? WriteInPool(block) : outcome;
+}
+
+Outcome EncodingOutput::WriteInPool(const QByteArray& block) {
+    if (outcome_ != Outcome::Ok) {
+        return outcome_;
+    }
+    if (pipeline_) {
+        pipeline_->SetSource(source_);
+        if (!pool_) {
+            return pipeline_->Write(block);
+        }
+        job_ = pool_->Add(std::move(pipeline_));
+        pool_->Prefer(job_);
+    }
+    pool_->Push(job_, block);
+    ++blocks_;
+    return pool_->WaitForBlocks(job_, blocks_ - blocksBehind);
+}
+
+Outcome EncodingOutput::EncodeAnew() {
+    const std::shared_ptr<const Blocks> given = ahead_->blocks;
+    const qint64 givenBlocks = blocks_;
+    pool_->Drop(ahead_->job);
+    ahead_.reset();
+    blocks_ = 0;
+    pipeline_ = std::make_unique<EncodingPipeline>(MakeEncoder(format_));
+    outcome_ = pipeline_->Begin(file_.Device());
+    for (qint64 block = 0; block < givenBlocks && outcome_ == Outcome::Ok; ++block) {
+        outcome_ = WriteInPool((*given)[static_cast<size_t>(block)]);
+    }
+    return outcome_;
+}
+
+Outcome EncodingOutput::CloseAhead() {
+    const bool whole = source_ == ahead_->source && blocks_ == static_cast<qint64>(ahead_->blocks->size());
+    if (!whole || pool_->WaitForEnd(ahead_->job) != Outcome::Ok) {
+        const Outcome outcome = EncodeAnew();
+        return outcome == Outcome::Ok ? CloseInPool() : outcome;
+    }
+    const QByteArray& bytes = pool_->FileBytes(ahead_->job);
+    const bool stored = file_.Device().write(bytes) == bytes.size();
+    return stored ? Outcome::Ok : Outcome::WriteFailed;
+}
+
+Outcome EncodingOutput::CloseInPool() {
+    if (outcome_ != Outcome::Ok) {
+        return outcome_;
+    }
+    if (pipeline_) {
+        pipeline_->SetSource(source_);
+        return pipeline_->Finish();
+    }
+    pool_->End(job_);
+    return pool_->WaitForEnd(job_);
 }
 
 Outcome EncodingOutput::Close() {
-    if (!pipeline_) {
+    if (!open_) {
         return Outcome::NotOpen;
     }
-    const Outcome outcome = pipeline_->Finish();
+    open_ = false;
+    const Outcome outcome = ahead_ ? CloseAhead() : CloseInPool();
+    if (pool_) {
+        pool_->Prefer(nullptr);
+    }
+    ahead_.reset();
+    job_.reset();
     pipeline_.reset();
     return outcome == Outcome::Ok ? file_.Commit() : outcome;
 }

@@ -39,14 +39,15 @@ QString AsciiKind(const QString& kind) {
 
 } // namespace
 
-QString FormatText(const QString& kind, int rateHz, int bitrateBps, int channels) {
+QString FormatText(const QString& kind, int rateHz, int bitrateBps, int channels, BitrateUnit unit) {
     QStringList parts(AsciiKind(kind));
     if (rateHz > 0) {
         parts << WithThousandsCommas(rateHz) + QStringLiteral(" Hz");
     }
     if (bitrateBps > 0) {
         const qint64 kbps = (static_cast<qint64>(bitrateBps) + 500) / 1000;
-        parts << QStringLiteral("%1 KBPS").arg(kbps);
+        const QLatin1String name(unit == BitrateUnit::Small ? "kbps" : "KBPS");
+        parts << QStringLiteral("%1 %2").arg(kbps).arg(name);
     }
     if (channels > 0) {
         parts << ChannelText(channels);

@@ -78,7 +78,8 @@ QString KindText(const OutputFormat& format) {
     return {};
 }
 
-// The bit rate that the other figures imply, where it is not one of them.
+} // namespace
+
 int BitrateOf(const OutputFormat& format) {
     switch (format.kind) {
     case FormatKind::Gsm:
@@ -97,11 +98,12 @@ int BitrateOf(const OutputFormat& format) {
     }
 }
 
-} // namespace
-
 QString OutputFormatText(const OutputFormat& format) {
     const QString kind = KindText(format);
-    return kind.isEmpty() ? QString() : FormatText(kind, format.rateHz, BitrateOf(format), format.channels);
+    if (kind.isEmpty()) {
+        return {};
+    }
+    return FormatText(kind, format.rateHz, BitrateOf(format), format.channels, BitrateUnit::Small);
 }
 
 } // namespace kestrune

@@ -32,6 +32,7 @@ struct VorbisRates {
     qint32 minimumKbps = 0; // 0 and below: not held
     qint32 maximumKbps = 0;
     qint32 quality = -1; // 0 to 1000 (100 times the usual figure), then the rates do not count; -1 by rates
+    bool operator==(const VorbisRates&) const = default;
 };
 
 struct OutputFormat {
@@ -48,10 +49,14 @@ struct OutputFormat {
     qint32 mp2Channels = 2; // 1 mono, 2 stereo, 3 joint, 4 forced joint, 5 dual
     qint32 wmaProfile = 39;
     QByteArray waveFormat = {}; // of a template: its "fmt " chunk
+    bool operator==(const OutputFormat&) const = default;
 };
 
 // The text of a format; empty for None.
 QString OutputFormatText(const OutputFormat& format);
+
+// Bits per second, as told or as the other figures imply; 0 if unknown.
+int BitrateOf(const OutputFormat& format);
 
 // How headerless files are taken: by the last call of the kind, or else by the usual values.
 struct HeaderlessFormats {
@@ -62,6 +67,7 @@ struct HeaderlessFormats {
     OutputFormat g721{FormatKind::G721, 8000, 1, 4, 0, RawPcm, 0};
     OutputFormat g723{FormatKind::G723, 8000, 1, 5, 0, RawPcm, 0};
     OutputFormat g726{FormatKind::G726, 8000, 1, 4, 0, RawPcm, 0};
+    bool operator==(const HeaderlessFormats&) const = default;
 };
 
 } // namespace kestrune

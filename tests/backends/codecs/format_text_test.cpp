@@ -27,6 +27,13 @@ TEST(FormatText, RoundsTheBitRate) {
     EXPECT_EQ(FormatText(QStringLiteral("X"), 0, 2147483647, 0), QStringLiteral("X, 2147484 KBPS"));
 }
 
+TEST(FormatText, SpellsTheUnitInBothWays) {
+    EXPECT_EQ(FormatText(QStringLiteral("X"), 0, 64000, 1, BitrateUnit::Small),
+              QStringLiteral("X, 64 kbps, Mono"));
+    EXPECT_EQ(FormatText(QStringLiteral("X"), 0, 64000, 1, BitrateUnit::Capitals),
+              QStringLiteral("X, 64 KBPS, Mono"));
+}
+
 TEST(FormatText, StaysShortAndPlain) {
     const QString text = FormatText(QString(500, QChar(0xE4)), 2147483647, 2147483647, 2147483647);
     EXPECT_LT(text.size(), 190);
@@ -55,19 +62,19 @@ TEST(SetFormat, GivesTextAndKeepsSettings) {
     CodecFile file;
     EXPECT_TRUE(file.GetFormatText().isEmpty());
     EXPECT_EQ(file.SetFormatMP3(44100, 128, 2), Outcome::Ok);
-    EXPECT_EQ(file.GetFormatText(), QStringLiteral("MPEG Layer-3, 44,100 Hz, 128 KBPS, Stereo"));
+    EXPECT_EQ(file.GetFormatText(), QStringLiteral("MPEG Layer-3, 44,100 Hz, 128 kbps, Stereo"));
     EXPECT_EQ(file.SetFormatMP2(48000, 192, 4), Outcome::Ok);
-    EXPECT_EQ(file.GetFormatText(), QStringLiteral("MPEG Layer-2, 48,000 Hz, 192 KBPS, Stereo"));
+    EXPECT_EQ(file.GetFormatText(), QStringLiteral("MPEG Layer-2, 48,000 Hz, 192 kbps, Stereo"));
     EXPECT_EQ(file.SetFormatPCMFreq(44100, 2, 16), Outcome::Ok);
-    EXPECT_EQ(file.GetFormatText(), QStringLiteral("PCM, 44,100 Hz, 1411 KBPS, Stereo"));
+    EXPECT_EQ(file.GetFormatText(), QStringLiteral("PCM, 44,100 Hz, 1411 kbps, Stereo"));
     EXPECT_EQ(file.GetFormatBits(), 16);
     EXPECT_EQ(file.SetFormatRaw(RawMuLaw, 8000, 1, 16), Outcome::Ok);
-    EXPECT_EQ(file.GetFormatText(), QStringLiteral("mu-Law, 8,000 Hz, 64 KBPS, Mono"));
+    EXPECT_EQ(file.GetFormatText(), QStringLiteral("mu-Law, 8,000 Hz, 64 kbps, Mono"));
     EXPECT_EQ(file.GetRawType(), RawMuLaw);
     EXPECT_EQ(file.SetFormatGSM(8000), Outcome::Ok);
-    EXPECT_EQ(file.GetFormatText(), QStringLiteral("GSM 6.10, 8,000 Hz, 13 KBPS, Mono"));
+    EXPECT_EQ(file.GetFormatText(), QStringLiteral("GSM 6.10, 8,000 Hz, 13 kbps, Mono"));
     EXPECT_EQ(file.SetFormatG726(8000, 4), Outcome::Ok);
-    EXPECT_EQ(file.GetFormatText(), QStringLiteral("G.726, 8,000 Hz, 32 KBPS, Mono"));
+    EXPECT_EQ(file.GetFormatText(), QStringLiteral("G.726, 8,000 Hz, 32 kbps, Mono"));
 }
 
 TEST(SetFormat, RefusesWhatAKindDoesNotOffer) {
@@ -89,7 +96,7 @@ TEST(SetFormat, TakesTheFormatOfAWaveFile) {
         folder.Write(QStringLiteral("a.wav"), WaveFile({6, 2, 22050, 8}, QByteArray(100, 'x')));
     CodecFile file;
     EXPECT_EQ(file.SetFormatFromFile(path), Outcome::Ok);
-    EXPECT_EQ(file.GetFormatText(), QStringLiteral("A-Law, 22,050 Hz, 353 KBPS, Stereo"));
+    EXPECT_EQ(file.GetFormatText(), QStringLiteral("A-Law, 22,050 Hz, 353 kbps, Stereo"));
     EXPECT_EQ(file.SetFormatFromFile(folder.Path(QStringLiteral("none.wav"))), Outcome::NotFound);
     EXPECT_TRUE(file.GetFormatText().isEmpty());
     EXPECT_EQ(file.SetFormatFromFile(folder.Write(QStringLiteral("b.wav"), "text")), Outcome::NotDecodable);

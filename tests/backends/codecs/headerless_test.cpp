@@ -79,7 +79,7 @@ TEST_F(Headerless, RawIs16BitStereoUnlessSet) {
     for (const char* name : {"a.raw", "a.pcm", "A.RAW"}) {
         const QString path = folder_.Write(QLatin1String(name), speech_);
         EXPECT_TRUE(Decode(path) == speech_);
-        EXPECT_EQ(file_.GetFormatText(), QStringLiteral("PCM, 44,100 Hz, 1411 KBPS, Stereo"));
+        EXPECT_EQ(file_.GetFormatText(), QStringLiteral("PCM, 44,100 Hz, 1411 kbps, Stereo"));
     }
     EXPECT_EQ(file_.SetFormatRaw(RawPcm, 11025, 1, 16), Outcome::Ok);
     EXPECT_TRUE(Decode(folder_.Path(QStringLiteral("a.raw"))) == speech_);
@@ -98,7 +98,7 @@ TEST_F(Headerless, RawCompandedEqualsTheJudge) {
 TEST_F(Headerless, VoxEqualsTheJudge) {
     const QString path = CodeBySox(QStringLiteral("a.vox"), QStringLiteral("vox"), 8000);
     EXPECT_TRUE(Decode(path) == DecodeBySox(path, QStringLiteral("vox"), 8000));
-    EXPECT_EQ(file_.GetFormatText(), QStringLiteral("Dialogic VOX, 8,000 Hz, 32 KBPS, Mono"));
+    EXPECT_EQ(file_.GetFormatText(), QStringLiteral("Dialogic VOX, 8,000 Hz, 32 kbps, Mono"));
     EXPECT_EQ(file_.SetFormatVOX(6000), Outcome::Ok);
     Decode(path);
     EXPECT_EQ(file_.GetWaveFormat(), 6000);

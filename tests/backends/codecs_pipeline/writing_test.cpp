@@ -197,8 +197,8 @@ TEST_F(Writing, ClosedEarlyIsAWholeFileOfWhatCame) {
     ASSERT_EQ(file_.Create(Path("a.wav")), Outcome::Ok);
     EXPECT_EQ(file_.CloseFile(), Outcome::Ok);
     EXPECT_TRUE(Read("a.wav").isEmpty());
-    EXPECT_EQ(Write("a.ogg", samples_.left(400)), Outcome::Ok);
-    EXPECT_EQ(Read("a.ogg").size(), 400);
+    EXPECT_EQ(Write("a.mp3", samples_.left(400)), Outcome::Ok);
+    EXPECT_EQ(Read("a.mp3").size(), 400);
 }
 
 TEST_F(Writing, DestructionFinishesTheFile) {

@@ -1,0 +1,106 @@
+// The calls of an audio file that write.
+#include "backends/codecs/codec_file.h"
+
+#include <QThread>
+
+#include <algorithm>
+
+namespace kestrune {
+
+namespace {
+
+constexpr qint32 wholeFilesFlag = -1;
+constexpr int mostThreads = 2;
+// Of the samples and the files encoded ahead.
+constexpr qint64 mostAheadBytes = Q_INT64_C(256) << 20;
+
+} // namespace
+
+void CodecFile::SetFlag(qint32 value) {
+    if (value != wholeFilesFlag || pool_) {
+        return;
+    }
+    pool_ = std::make_unique<EncodingPool>(std::clamp(QThread::idealThreadCount(), 1, mostThreads));
+    ahead_ = std::make_unique<AheadOutputs>(*pool_, mostAheadBytes);
+}
+
+Outcome CodecFile::CloseOutput() {
+    if (!output_) {
+        return Outcome::NotOpen;
+    }
+    if (startedAhead_) {
+        ahead_->EndFeed();
+    }
+    feedsAhead_ = false;
+    startedAhead_ = false;
+    const Outcome outcome = output_->Close();
+    output_.reset();
+    sourceShape_ = {};
+    if (outcome != Outcome::Ok) {
+        qCDebug(logCodecs) << "a file could not be finished, outcome" << static_cast<int>(outcome);
+    }
+    return outcome;
+}
+
+Outcome CodecFile::Open(EncodingOutput& output, const QString& file, const OutputFormat& format) {
+    if (ahead_) {
+        if (const std::optional<AheadOutput> ahead = ahead_->Take(file, format)) {
+            return output.OpenAhead(file, format, *ahead);
+        }
+    }
+    return output.Open(file, format);
+}
+
+Outcome CodecFile::Create(const QString& file, qint32 /*first*/) {
+    source_.reset();
+    CloseOutput();
+    const std::optional<OutputFormat> format = FormatFor(file);
+    auto output = std::make_unique<EncodingOutput>(pool_.get());
+    const Outcome outcome = format ? Open(*output, file, *format) : Outcome::NotSupported;
+    if (outcome != Outcome::Ok) {
+        qCDebug(logCodecs) << "cannot write" << file << "outcome" << static_cast<int>(outcome);
+        return outcome;
+    }
+    output_ = std::move(output);
+    output_->SetSource(sourceShape_);
+    feedsAhead_ = ahead_ && ahead_->AnyExpected();
+    return Outcome::Ok;
+}
+
+void CodecFile::SetSourceFormat(qint32 waveFormat, qint32 channels) {
+    sourceShape_ = {waveFormat, channels};
+    if (output_) {
+        output_->SetSource(sourceShape_);
+    }
+}
+
+Outcome CodecFile::WriteBlock(const QByteArray& block) {
+    if (!output_) {
+        return Outcome::NotOpen;
+    }
+    if (feedsAhead_ && !startedAhead_) {
+        ahead_->Start(sourceShape_);
+        startedAhead_ = true;
+    }
+    if (startedAhead_) {
+        ahead_->Feed(block);
+    }
+    return output_->Write(block);
+}
+
+void CodecFile::ExpectOutput(const QString& file) {
+    const std::optional<OutputFormat> format = FormatFor(file);
+    if (ahead_ && format) {
+        ahead_->Expect(file, *format);
+    }
+}
+
+void CodecFile::ForgetExpectedOutputs() {
+    feedsAhead_ = false;
+    startedAhead_ = false;
+    if (ahead_) {
+        ahead_->Forget();
+    }
+}
+
+} // namespace kestrune

@@ -1,0 +1,202 @@
+#include "backends/codecs/encoding_pool.h"
+
+#include <QBuffer>
+
+#include <algorithm>
+
+namespace kestrune {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+} // namespace
+
+EncodingJob::EncodingJob() = default;
+EncodingJob::~EncodingJob() = default;
+
+EncodingPool::EncodingPool(int threads) {
+    for (int thread = 0; thread < threads; ++thread) {
+        threads_.emplace_back([this] { Work(); });
+    }
+}
+
+EncodingPool::~EncodingPool() {
+    {
+        const std::lock_guard lock(mutex_);
+        stopping_ = true;
+    }
+    wanted_.notify_all();
+    for (std::thread& thread : threads_) {
+        thread.join();
+    }
+}
+
+EncodingJobPtr EncodingPool::Added(std::unique_ptr<EncodingPipeline> pipeline, bool begun) {
+    auto job = std::make_shared<EncodingJob>();
+    job->pipeline_ = std::move(pipeline);
+    job->begun_ = begun;
+    if (!begun) {
+        job->memory_ = std::make_unique<QBuffer>();
+        job->memory_->open(QIODevice::ReadWrite);
+    }
+    {
+        const std::lock_guard lock(mutex_);
+        jobs_.push_back(job);
+    }
+    wanted_.notify_one();
+    return job;
+}
+
+EncodingJobPtr EncodingPool::Add(std::unique_ptr<EncodingPipeline> pipeline) {
+    return Added(std::move(pipeline), true);
+}
+
+EncodingJobPtr EncodingPool::AddInMemory(std::unique_ptr<EncodingPipeline> pipeline) {
+    return Added(std::move(pipeline), false);
+}
+
+void EncodingPool::Push(const EncodingJobPtr& job, const QByteArray& block) {
+    {
+        const std::lock_guard lock(mutex_);
+        if (job->over_) {
+            return;
+        }
+        job->waiting_.push_back(block);
+        job->waitingBytes_ += block.size();
+    }
+    wanted_.notify_one();
+}
+
+void EncodingPool::End(const EncodingJobPtr& job) {
+    {
+        const std::lock_guard lock(mutex_);
+        job->ended_ = true;
+    }
+    wanted_.notify_one();
+}
+
+void EncodingPool::Prefer(const EncodingJobPtr& job) {
+    const std::lock_guard lock(mutex_);
+    preferred_ = job;
+}
+
+void EncodingPool::Drop(const EncodingJobPtr& job) {
+    // Freed outside the lock, which the threads wait for.
+    std::deque<QByteArray> waiting;
+    const std::lock_guard lock(mutex_);
+    job->over_ = true;
+    job->outcome_ = Outcome::NotOpen;
+    waiting.swap(job->waiting_);
+    std::erase(jobs_, job);
+    if (preferred_ == job) {
+        preferred_.reset();
+    }
+}
+
+bool EncodingPool::IsUnderWay(const EncodingJobPtr& job) {
+    const std::lock_guard lock(mutex_);
+    return job->begun_ && job->outcome_ == Outcome::Ok;
+}
+
+Outcome EncodingPool::WaitForBlocks(const EncodingJobPtr& job, qint64 blocks) {
+    std::unique_lock lock(mutex_);
+    moved_.wait(lock, [&] { return job->over_ || job->encodedBlocks_ >= blocks; });
+    return job->outcome_;
+}
+
+Outcome EncodingPool::WaitForEnd(const EncodingJobPtr& job) {
+    std::unique_lock lock(mutex_);
+    moved_.wait(lock, [&] { return job->over_ && !job->held_; });
+    return job->outcome_;
+}
+
+const QByteArray& EncodingPool::FileBytes(const EncodingJobPtr& job) const {
+    return job->memory_->data();
+}
+
+EncodingJobPtr EncodingPool::Pick() const {
+    const auto canRun = [](const EncodingJobPtr& job) {
+        return job && !job->held_ && !job->over_ && (!job->begun_ || !job->waiting_.empty() || job->ended_);
+    };
+    if (canRun(preferred_)) {
+        return preferred_;
+    }
+    // Seconds, up to a factor, that what waits will take. A job that was not tried yet goes first.
+    const auto remaining = [](const EncodingJob& job) {
+        if (job.encodedBytes_ == 0) {
+            return 1e30;
+        }
+        return static_cast<double>(job.spent_.count()) / static_cast<double>(job.encodedBytes_) *
+               static_cast<double>(job.waitingBytes_);
+    };
+    EncodingJobPtr longest;
+    for (const EncodingJobPtr& job : jobs_) {
+        if (canRun(job) && (!longest || remaining(*job) > remaining(*longest))) {
+            longest = job;
+        }
+    }
+    return longest;
+}
+
+void EncodingPool::Work() {
+    std::unique_lock lock(mutex_);
+    while (!stopping_) {
+        const EncodingJobPtr job = Pick();
+        if (!job) {
+            wanted_.wait(lock);
+            continue;
+        }
+        RunOnce(lock, *job);
+        if (job->over_) {
+            std::erase(jobs_, job);
+        }
+    }
+}
+
+// One step of a job: its begin, a block, or its end. The lock is given up meanwhile.
+void EncodingPool::RunOnce(std::unique_lock<std::mutex>& lock, EncodingJob& job) {
+    job.held_ = true;
+    const bool begins = !job.begun_;
+    QByteArray block;
+    const bool encodes = !begins && !job.waiting_.empty();
+    if (encodes) {
+        block = std::move(job.waiting_.front());
+        job.waiting_.pop_front();
+        job.waitingBytes_ -= block.size();
+    }
+    lock.unlock();
+    const auto start = Clock::now();
+    const qint64 bytes = block.size();
+    Outcome outcome = Outcome::Ok;
+    if (begins) {
+        outcome = job.pipeline_->Begin(*job.memory_);
+    } else if (encodes) {
+        outcome = job.pipeline_->Write(block);
+    } else {
+        outcome = job.pipeline_->Finish();
+    }
+    block.clear();
+    if (outcome != Outcome::Ok || (!begins && !encodes)) {
+        job.pipeline_.reset();
+    }
+    const auto spent = Clock::now() - start;
+    lock.lock();
+    job.held_ = false;
+    job.begun_ = true;
+    job.over_ = job.over_ || outcome != Outcome::Ok || (!begins && !encodes);
+    if (outcome != Outcome::Ok) {
+        job.outcome_ = outcome;
+        job.waiting_.clear();
+    }
+    if (encodes) {
+        ++job.encodedBlocks_;
+        job.encodedBytes_ += bytes;
+        job.spent_ += spent;
+    }
+    moved_.notify_all();
+    // A block that came meanwhile woke a thread that could not take this job.
+    wanted_.notify_one();
+}
+
+} // namespace kestrune

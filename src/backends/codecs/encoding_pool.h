@@ -1,0 +1,98 @@
+// Threads that encode what is written, while the writer goes on.
+#pragma once
+
+#include "backends/codecs/encoding_pipeline.h"
+
+#include <QByteArray>
+
+#include <chrono>
+#include <condition_variable>
+#include <deque>
+#include <memory>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+class QBuffer;
+
+namespace kestrune {
+
+// One output of a pool. Only the pool looks into it.
+class EncodingJob {
+public:
+    EncodingJob();
+    ~EncodingJob();
+    EncodingJob(const EncodingJob&) = delete;
+    EncodingJob& operator=(const EncodingJob&) = delete;
+
+private:
+    friend class EncodingPool;
+
+    // Of the thread that holds the job, and of the caller once it is over.
+    std::unique_ptr<EncodingPipeline> pipeline_;
+    std::unique_ptr<QBuffer> memory_; // what a job without a file of its own writes to
+
+    // Under the pool's lock.
+    std::deque<QByteArray> waiting_;
+    bool begun_ = false;
+    bool ended_ = false; // no block follows those that wait
+    bool held_ = false;  // by a thread
+    bool over_ = false;  // finished, failed or dropped
+    Outcome outcome_ = Outcome::Ok;
+    qint64 encodedBlocks_ = 0;
+    qint64 waitingBytes_ = 0;
+    qint64 encodedBytes_ = 0;
+    std::chrono::nanoseconds spent_{0}; // on encodedBytes_
+};
+
+using EncodingJobPtr = std::shared_ptr<EncodingJob>;
+
+// Encodes the blocks of each job in their order, one thread at a job at a time. The preferred job goes first,
+// then the one that will take longest by what its blocks took so far. All calls from one thread.
+class EncodingPool {
+public:
+    // `threads` is at least 1.
+    explicit EncodingPool(int threads);
+    // Blocks that are being encoded are waited for; nothing else is.
+    ~EncodingPool();
+    EncodingPool(const EncodingPool&) = delete;
+    EncodingPool& operator=(const EncodingPool&) = delete;
+
+    // Of a pipeline that has begun, with its source set, on a device that lives until WaitForEnd has returned
+    // or the pool is gone.
+    EncodingJobPtr Add(std::unique_ptr<EncodingPipeline> pipeline);
+    // Of a pipeline that has not begun: the file is made in memory.
+    EncodingJobPtr AddInMemory(std::unique_ptr<EncodingPipeline> pipeline);
+
+    void Push(const EncodingJobPtr& job, const QByteArray& block);
+    // No block follows.
+    void End(const EncodingJobPtr& job);
+    void Prefer(const EncodingJobPtr& job);
+    // Only of a job in memory: gives up what is not encoded, without waiting.
+    void Drop(const EncodingJobPtr& job);
+
+    // True when the encoder took its format and nothing failed since.
+    bool IsUnderWay(const EncodingJobPtr& job);
+    // Until this many blocks are encoded. Gives at once what failed.
+    Outcome WaitForBlocks(const EncodingJobPtr& job, qint64 blocks);
+    // After End, until the file is finished.
+    Outcome WaitForEnd(const EncodingJobPtr& job);
+    // Of a job in memory whose WaitForEnd was Ok.
+    const QByteArray& FileBytes(const EncodingJobPtr& job) const;
+
+private:
+    EncodingJobPtr Added(std::unique_ptr<EncodingPipeline> pipeline, bool begun);
+    void Work();
+    EncodingJobPtr Pick() const;
+    void RunOnce(std::unique_lock<std::mutex>& lock, EncodingJob& job);
+
+    std::mutex mutex_;
+    std::condition_variable wanted_; // there is work, or the end
+    std::condition_variable moved_;  // a job came forward
+    std::vector<EncodingJobPtr> jobs_;
+    EncodingJobPtr preferred_;
+    bool stopping_ = false;
+    std::vector<std::thread> threads_; // last: they use all above
+};
+
+} // namespace kestrune
