@@ -22,6 +22,7 @@ constexpr size_t codedBytesAtOnce = 17 * 1728;
 constexpr float fullScale = 32768.0F;
 // The filter bank gives a sample so many later, and the end of the input only when so many followed.
 constexpr int delayFrames = 481;
+constexpr int framesOfSilence = 3 * TWOLAME_SAMPLES_PER_FRAME; // for a file without samples
 constexpr int rateOfMpeg1 = 32000;
 
 enum Channels : qint32 { Mono = 1, Stereo = 2, Joint = 3, ForcedJoint = 4, Dual = 5 };
@@ -114,8 +115,8 @@ public:
 
     Outcome Finish() override {
         std::fill(whole_.begin(), whole_.end(), 0);
-        // A file without samples holds one silent frame, so that it can be told what it is.
-        const int rest = hasSamples_ ? delayFrames : TWOLAME_SAMPLES_PER_FRAME;
+        // Readers look for several frames in a row, which nothing at all would not give.
+        const int rest = hasSamples_ ? delayFrames : framesOfSilence;
         if (!Encode(rest)) {
             return Outcome::WriteFailed;
         }

@@ -14,6 +14,7 @@ namespace {
 constexpr int bitsPerKbit = 1000;
 constexpr int storedBits = 16;
 constexpr int framesAtOnce = 16 * 1152;
+constexpr int framesOfSilence = 1152; // for a file without samples
 // What LAME may give at most for so many frames, and for its rest.
 constexpr size_t codedBytesAtOnce = framesAtOnce * 5 / 4 + 7200;
 // LAME takes floats at the scale of 16-bit samples.
@@ -33,6 +34,7 @@ public:
     }
 
     Outcome WriteFloats(const float* samples, qint64 frames) override {
+        hasSamples_ = hasSamples_ || frames > 0;
         for (qint64 done = 0; done < frames; done += framesAtOnce) {
             const int count = static_cast<int>(std::min<qint64>(frames - done, framesAtOnce));
             Split(samples + done * Channels(), count);
@@ -46,6 +48,14 @@ public:
     }
 
     Outcome Finish() override {
+        // Readers look for several frames in a row, which nothing at all would not give.
+        if (!hasSamples_) {
+            const std::vector<float> silence(static_cast<size_t>(framesOfSilence * Channels()));
+            if (const Outcome outcome = WriteFloats(silence.data(), framesOfSilence);
+                outcome != Outcome::Ok) {
+                return outcome;
+            }
+        }
         const int bytes = lame_encode_flush(lame_.get(), coded_.data(), static_cast<int>(coded_.size()));
         return Put(bytes) && PutHeader() ? Outcome::Ok : Outcome::WriteFailed;
     }
@@ -85,6 +95,7 @@ private:
     std::vector<float> left_;
     std::vector<float> right_;
     std::vector<unsigned char> coded_;
+    bool hasSamples_ = false;
 };
 
 // What is told of the bit rate: the constant one, the average one, or none.

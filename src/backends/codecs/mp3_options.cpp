@@ -14,6 +14,7 @@ constexpr int largestKbps = 320;
 constexpr qint32 highestLevel = 9;
 constexpr qint32 noVbr = -1;
 constexpr qint32 averageRate = 4;
+constexpr int withoutFilter = -1;
 
 // By channel mode: mono, stereo, joint, forced joint, dual.
 constexpr std::array lameModes{MONO, STEREO, JOINT_STEREO, JOINT_STEREO, DUAL_CHANNEL};
@@ -89,7 +90,10 @@ void SetChannels(lame_t lame, const Mp3Options& options) {
 }
 
 void SetFilters(lame_t lame, const Mp3Options& options) {
-    if (options.lowpassFrequency >= 0) {
+    if (options.lowpassFrequency >= options.frequency / 2) {
+        // Else the library would cut at 20 kHz.
+        lame_set_lowpassfreq(lame, withoutFilter);
+    } else if (options.lowpassFrequency >= 0) {
         lame_set_lowpassfreq(lame, options.lowpassFrequency);
         lame_set_lowpasswidth(lame, std::max(options.lowpassWidth, 0));
     }

@@ -22,7 +22,7 @@ constexpr int ioBufferBytes = 65536;
 constexpr int lostFrames = 2;
 // Of the container: the head of a packet that holds several payloads, the head of each of them, and the size
 // that a packet should come near.
-constexpr int packetHeadBytes = 15;
+constexpr int packetHeadBytes = 12;
 constexpr int payloadHeadBytes = 17;
 constexpr int usualPacketBytes = 3200;
 constexpr int bitsPerByte = 8;
@@ -160,11 +160,11 @@ bool WmaEncoder::OpenContainer(QIODevice& out) {
            av_opt_set_int(context->priv_data, "packet_size", PacketBytes(), 0) >= 0;
 }
 
-// The packets have one size all through the file; the last payload of one is not carried on in the next, so
-// that a size which a whole number of them does not fill is space lost.
+// The packets have one size all through the file, and a payload is not carried on from one to the next: what
+// a whole number of them does not fill is lost.
 int WmaEncoder::PacketBytes() const {
     const int payload = codec_->block_align + payloadHeadBytes;
-    const int payloads = std::max((usualPacketBytes - packetHeadBytes) / payload, 1);
+    const int payloads = std::max((usualPacketBytes + payload / 2) / payload, 1);
     return packetHeadBytes + payloads * payload;
 }
 

@@ -83,6 +83,9 @@ void ReadSideInformation(const QByteArray& file, Mp3Frame& frame) {
 }
 
 bool ReadHeader(const QByteArray& file, Mp3Frame& frame) {
+    if (frame.position + headerBytes > file.size()) {
+        return false;
+    }
     BitReader reader(file, frame.position);
     if (reader.Take(11) != 0x7FF) {
         return false;
@@ -107,7 +110,8 @@ bool ReadHeader(const QByteArray& file, Mp3Frame& frame) {
     frame.rateHz = frequencies[static_cast<size_t>(frequencyIndex)] / (full ? 1 : version == 2 ? 2 : 4);
     frame.kbps = (full ? ratesOfMpeg1 : ratesOfOthers)[static_cast<size_t>(rateIndex)];
     frame.bytes = (full ? 144 : 72) * 1000 * frame.kbps / frame.rateHz + padding;
-    return frame.position + frame.bytes <= file.size();
+    const int contentBytes = headerBytes + (frame.hasChecksum ? checksumBytes : 0) + SideBytes(frame);
+    return frame.bytes >= contentBytes && frame.position + frame.bytes <= file.size();
 }
 
 } // namespace
@@ -115,7 +119,7 @@ bool ReadHeader(const QByteArray& file, Mp3Frame& frame) {
 std::vector<Mp3Frame> Mp3Frames(const QByteArray& file) {
     std::vector<Mp3Frame> frames;
     qint64 position = 0;
-    while (position + 40 < file.size()) {
+    while (position < file.size()) {
         Mp3Frame frame;
         frame.position = position;
         if (!ReadHeader(file, frame)) {

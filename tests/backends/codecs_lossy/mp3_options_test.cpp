@@ -173,15 +173,24 @@ TEST(Mp3OptionsTest, LargestRateOfVbrIsHeld) {
 }
 
 TEST(Mp3OptionsTest, LeastRateOfVbr) {
-    for (const qint32 method : {1, 2, 4}) {
+    for (const qint32 method : {1, 2}) {
         Mp3Options options = Variable(method, 6);
         options.bitrate = 96;
-        options.abrBitrate = 160;
         EXPECT_EQ(LeastKbps(FramesAs(options, Music(2.0, 44100, 2))), 96) << method;
         EXPECT_LT(LeastKbps(FramesAs(options, WithSilence())), 96) << method << ", silence goes below";
         options.enforceMinBitrate = true;
         EXPECT_EQ(LeastKbps(FramesAs(options, WithSilence())), 96) << method << ", unless it must not";
     }
+}
+
+TEST(Mp3OptionsTest, LeastRateOfAnAverage) {
+    Mp3Options options = Variable(4, 4);
+    options.abrBitrate = 160;
+    EXPECT_LT(LeastKbps(FramesAs(options, WithSilence())), 96);
+    options.bitrate = 96;
+    EXPECT_EQ(LeastKbps(FramesAs(options, WithSilence())), 96);
+    options.abrBitrate = 80;
+    EXPECT_LT(LeastKbps(FramesAs(options, WithSilence())), 80) << "one above the average does not count";
 }
 
 TEST(Mp3OptionsTest, QualityChangesTheCoding) {
@@ -336,7 +345,7 @@ TEST(Mp3OptionsTest, PresetsAreCoded) {
         EXPECT_EQ(frames.front().rateHz, options.frequency);
         EXPECT_EQ(frames.front().Channels(), options.channels);
         if (preset < mp3PresetCount) {
-            EXPECT_NEAR(MeanKbps(frames), options.abrBitrate, options.abrBitrate * 0.12) << preset;
+            EXPECT_NEAR(MeanKbps(frames), options.abrBitrate, options.abrBitrate * 0.17) << preset;
         }
     }
     for (int preset = 1; preset <= mp3AltPresetCount; ++preset) {
