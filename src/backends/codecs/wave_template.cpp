@@ -1,9 +1,11 @@
 #include "backends/codecs/wave_template.h"
 
 #include "backends/codecs/adpcm_encoder.h"
+#include "backends/codecs/dsp/truespeech_encoder.h"
 #include "backends/codecs/gsm_encoder.h"
 #include "backends/codecs/pcm_encoder.h"
 #include "backends/codecs/wave_header.h"
+#include "backends/codecs/wave_mp3_encoder.h"
 
 #include <QIODevice>
 
@@ -49,6 +51,10 @@ bool IsOffered(const OutputFormat& format, const WaveHeader& header) {
         return IsAdpcmBlock(header.blockBytes);
     case WaveTagGsm610:
         return format.channels == 1;
+    case WaveTagTrueSpeech:
+        return format.channels == 1 && format.rateHz == TrueSpeechFormat().rateHz;
+    case WaveTagMp3:
+        return IsWaveMp3(format);
     default:
         return false;
     }
@@ -76,6 +82,10 @@ std::unique_ptr<SampleEncoder> MakeTemplateEncoder(const OutputFormat& format) {
         return MakeAdpcmEncoder(format);
     case WaveTagGsm610:
         return MakeGsmEncoder(format);
+    case WaveTagTrueSpeech:
+        return MakeTrueSpeechEncoder(TrueSpeechFormat());
+    case WaveTagMp3:
+        return MakeWaveMp3Encoder(format);
     default:
         return MakePcmEncoder(format);
     }
