@@ -174,8 +174,8 @@ void JobList::SetOutputText(const QString& text) {
     if (text == outputText_) {
         return;
     }
-    emit OutputTextShown(text);
     TextOutPath_Change(text);
+    emit OutputTextShown(text);
 }
 
 void JobList::SetLabelIn(const QString& text) {
