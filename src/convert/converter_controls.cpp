@@ -147,8 +147,10 @@ void Builder::MakeInput() {
     QWidget* side = controls_.inputSide;
     for (int i = 0; i < inputTypeCount; ++i) {
         auto* box = new QCheckBox(InputTypes::Caption(i), side);
+        const auto column = static_cast<size_t>(i) % at::CheckinLeft.size();
+        const auto row = static_cast<size_t>(i) / at::CheckinLeft.size();
         Put(box, Indexed("Checkin", i),
-            InGrid(InSide(at::Checkin), i, at::checkinColumns, at::checkinStep, at::checkinRowStep));
+            InSide({{at::CheckinLeft[column], at::CheckinTop[row]}, at::Checkin}));
         box->setAccessibleName(QObject::tr("List %1 files").arg(InputTypes::Caption(i)));
         controls_.Checkin[static_cast<size_t>(i)] = box;
     }
@@ -184,6 +186,7 @@ void Builder::MakeOutput() {
 void Builder::MakeProgress() {
     controls_.Label10[0] =
         Text(Indexed("Label10", 0), QString(), at::currentFile, colours::textOnGlass, window_);
+    controls_.Label10[0]->SetHint(QObject::tr("Tick files and formats, then start"));
     controls_.Label11 = Text(QStringLiteral("Label11"), QString(), at::stage, colours::accentOnBody, window_);
     QFont bold = controls_.Label11->font();
     bold.setWeight(QFont::DemiBold);
@@ -231,6 +234,7 @@ void Builder::MakeEvents() {
          controls_.frmEvent);
     auto* view = Put(new QTreeView(controls_.frmEvent), QStringLiteral("viewEvent"), at::viewEvent);
     view->setAccessibleName(QStringLiteral("Events"));
+    view->setFrameShape(QFrame::NoFrame);
     view->setRootIsDecorated(false);
     view->setUniformRowHeights(true);
     view->setItemsExpandable(false);

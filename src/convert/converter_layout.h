@@ -41,12 +41,11 @@ inline constexpr std::array<Key, 2> folder = {{
 }};
 
 // --- Left: input types and the list of files ---
-inline constexpr QRect Checkin(20, 74, 56, 20); // the first one
-inline constexpr int checkinColumns = 6;
-inline constexpr int checkinStep = 57;
-inline constexpr int checkinRowStep = 20;
-inline constexpr QRect ListViewInput(12, 124, 352, 194);
-inline constexpr std::array<int, 3> listColumns = {178, 76, 96};
+inline constexpr std::array<int, 6> CheckinLeft = {20, 75, 139, 194, 250, 309};
+inline constexpr std::array<int, 2> CheckinTop = {74, 94};
+inline constexpr QSize Checkin(57, 20);
+inline constexpr QRect ListViewInput(14, 126, 348, 190); // within its glass
+inline constexpr std::array<int, 3> listColumns = {178, 76, 94};
 inline constexpr std::array<Key, 2> ImageAllClear = {{
     {{12, 326, 24, 16}, {492, 4}, {520, 4}},
     {{39, 326, 24, 16}, {548, 4}, {576, 4}},
@@ -58,10 +57,10 @@ inline constexpr QRect format(386, 80, 68, 22); // the first one
 inline constexpr int formatColumns = 3;
 inline constexpr int formatStep = 73;
 inline constexpr int formatRowStep = 22;
-inline constexpr QRect currentFile(384, 190, 212, 20);
-inline constexpr QRect stage(384, 210, 212, 20);
-inline constexpr std::array<QRect, 2> barCaption = {{{384, 234, 32, 16}, {384, 260, 32, 16}}};
-inline constexpr std::array<QRect, 2> bar = {{{416, 236, 180, 12}, {416, 262, 180, 12}}};
+inline constexpr QRect currentFile(384, 191, 212, 18);
+inline constexpr QRect stage(384, 210, 212, 18);
+inline constexpr std::array<QRect, 2> barCaption = {{{384, 236, 32, 16}, {384, 260, 32, 16}}};
+inline constexpr std::array<QRect, 2> bar = {{{416, 238, 180, 12}, {416, 262, 180, 12}}};
 inline constexpr Key Image1 = {{376, 297, 44, 44}, {384, 36}, {432, 36}};
 inline constexpr Key Image2 = {{376, 297, 44, 44}, {528, 36}, {576, 36}};
 inline constexpr QPoint Image2Normal(480, 36);
@@ -72,7 +71,7 @@ inline constexpr Key ImageUpdownLong = {{532, 305, 72, 28}, {536, 152}, {384, 18
 // --- Events, in the long form alone ---
 inline constexpr QRect frmEvent(0, shortHeight, width, longHeight - shortHeight);
 inline constexpr QRect eventsCaption(12, 6, 200, 16); // in frmEvent
-inline constexpr QRect viewEvent(12, 24, 592, 267);   // in frmEvent
+inline constexpr QRect viewEvent(14, 26, 588, 263);   // in frmEvent, within its glass
 inline constexpr std::array<int, 2> eventColumns = {32, 72};
 
 } // namespace kestrune::converter_layout

@@ -1,5 +1,7 @@
 #include "convert/converterfrm_dialog.h"
 
+#include "convert/mp3_dialog.h"
+#include "convert/ogg_dialog.h"
 #include "skin/skin_colours.h"
 
 #include <QKeyEvent>
@@ -350,12 +352,29 @@ void ConverterfrmDialog::reject() {
     SkinnedDialog::reject();
 }
 
+// --- Encoder dialogs ---
+
 void ConverterfrmDialog::OpenMp3() {
-    parts_.rules.Settings.EncoderDialogClosed(EncoderDialog::Mp3);
+    OutputSettings& settings = parts_.rules.Settings;
+    const auto showIn = [&settings](FormatBox box) {
+        return [&settings, box](const QString& text) { settings.SetFormatText(box, text); };
+    };
+    Mp3Dialog dialog(
+        parts_.rules.State.Mp3Options,
+        {parts_.outputFile, showIn(FormatBox::txtMP3FormatString), showIn(FormatBox::txtMP2FormatString)},
+        this);
+    dialog.exec();
+    settings.EncoderDialogClosed(EncoderDialog::Mp3);
 }
 
 void ConverterfrmDialog::OpenOgg() {
-    parts_.rules.Settings.EncoderDialogClosed(EncoderDialog::Ogg);
+    OutputSettings& settings = parts_.rules.Settings;
+    OggDialog dialog(
+        {parts_.outputFile, parts_.prompts,
+         [&settings](const QString& text) { settings.SetFormatText(FormatBox::txtOGGFormatString, text); }},
+        parts_.rules.State.SampleRate, parts_.rules.State.Channels, this);
+    dialog.exec();
+    settings.EncoderDialogClosed(EncoderDialog::Ogg);
 }
 
 } // namespace kestrune

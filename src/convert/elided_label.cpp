@@ -19,6 +19,11 @@ QString ElidedLabel::Shown() const {
 
 void ElidedLabel::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
+    if (text().isEmpty()) {
+        painter.setPen(colours::textMuted);
+        painter.drawText(contentsRect(), static_cast<int>(alignment()) | Qt::TextSingleLine, hint_);
+        return;
+    }
     painter.setPen(isEnabled() ? palette().color(QPalette::WindowText) : colours::textDisabled);
     painter.drawText(contentsRect(), static_cast<int>(alignment()) | Qt::TextSingleLine, Shown());
 }

@@ -13,6 +13,8 @@ public:
     explicit ElidedLabel(const QString& text = {}, QWidget* parent = nullptr);
 
     void SetElideMode(Qt::TextElideMode mode) { mode_ = mode; }
+    // What stands there, muted, while there is no text.
+    void SetHint(const QString& hint) { hint_ = hint; }
     QSize minimumSizeHint() const override { return {}; }
 
 protected:
@@ -23,6 +25,7 @@ private:
     QString Shown() const;
 
     Qt::TextElideMode mode_ = Qt::ElideRight;
+    QString hint_;
 };
 
 } // namespace kestrune

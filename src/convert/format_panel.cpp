@@ -1,7 +1,7 @@
 #include "convert/format_panel.h"
 
 #include "convert/converter_state.h"
-#include "convert/format_text.h"
+#include "convert/format_text_box.h"
 #include "skin/skin_colours.h"
 #include "skin/skin_picture.h"
 
@@ -55,6 +55,13 @@ QComboBox* BitsBox(const char* name, const QString& format, FormatBox line, cons
     box->addItems(items);
     box->setGeometry(at::Control(LineOf(line)));
     return box;
+}
+
+// Tab comes to the chosen option of a group, and to no other one.
+void TabToChosen(const QButtonGroup& group) {
+    for (QAbstractButton* option : group.buttons()) {
+        option->setFocusPolicy(option->isChecked() ? Qt::StrongFocus : Qt::ClickFocus);
+    }
 }
 
 QRadioButton* Option(const QString& name, const QString& caption, const QRect& place, QWidget* panel) {
@@ -133,7 +140,7 @@ void FormatPanel::MakeLines() {
         const int line = static_cast<int>(i);
         auto* caption = new QLabel(QLatin1String(lines[i].caption), this);
         caption->setGeometry(at::Name(line));
-        texts_[i] = new FormatText(this);
+        texts_[i] = new FormatTextBox(this);
         texts_[i]->setObjectName(QLatin1String(lines[i].text));
         texts_[i]->setAccessibleName(tr("%1 format").arg(QLatin1String(lines[i].caption)));
         texts_[i]->setGeometry(at::Text(line));
@@ -178,6 +185,7 @@ void FormatPanel::ConnectSettings() {
         if (group->button(id) != nullptr) {
             group->button(id)->setChecked(true);
         }
+        TabToChosen(*group);
     };
     const auto showWma = [this](qint32 value) {
         const QSignalBlocker quiet(udWMAProfile_);
@@ -202,11 +210,13 @@ void FormatPanel::ConnectSettings() {
     connect(&settings_, &OutputSettings::WmaProfileShown, this, showWma);
     connect(opFreq_, &QButtonGroup::idToggled, this, [this](int index, bool on) {
         if (on) {
+            TabToChosen(*opFreq_);
             settings_.opFreq_Click(index);
         }
     });
     connect(opChannels_, &QButtonGroup::idToggled, this, [this](int index, bool on) {
         if (on) {
+            TabToChosen(*opChannels_);
             settings_.opChannels_Click(index);
         }
     });

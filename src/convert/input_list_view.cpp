@@ -25,6 +25,7 @@ QStringList LocalPaths(const QMimeData& data) {
 } // namespace
 
 InputListView::InputListView(QWidget* parent) : QTreeView(parent) {
+    setFrameShape(QFrame::NoFrame);
     setRootIsDecorated(false);
     setUniformRowHeights(true);
     setItemsExpandable(false);

@@ -1,8 +1,9 @@
-// What the converter window looks like in each of its states. With KESTRUNE_PICTURES set to a folder the
-// pictures are kept there.
+// What the converter window looks like in each of its states, and what a screen reader and the keyboard find.
+// With KESTRUNE_PICTURES set to a folder the pictures are kept there.
 #include "converter_window_fixture.h"
 
-#include <QPainter>
+#include <QAccessible>
+#include <QComboBox>
 
 namespace kestrune {
 namespace {
@@ -21,34 +22,133 @@ protected:
                                  "Music box.mp2", "Night signal.mpc", "Slow tide.wav"}) {
             MakeFile(QLatin1String(name), 40000);
         }
-        program.ConvertMode = 0;
         Open();
         rules.Jobs.txtInputFile_Change(music.path());
         rules.Jobs.TextOutPath_Change(results.path());
-        rules.Jobs.ImageAllClear_Click(0);
+        Click("ImageAllClear(0)");
+    }
+    // Words of labels and boxes lie inside of them.
+    void ExpectNothingCutOff() {
+        for (const QAbstractButton* box : window.findChildren<QAbstractButton*>()) {
+            if (!box->isVisible() || box->text().isEmpty()) {
+                continue;
+            }
+            EXPECT_LE(box->sizeHint().width(), box->width()) << box->objectName().toStdString();
+            EXPECT_LE(box->fontMetrics().height(), box->height()) << box->objectName().toStdString();
+        }
+        for (const QLabel* label : window.findChildren<QLabel*>()) {
+            if (label->isVisible() && !label->inherits("kestrune::PathLabel")) {
+                EXPECT_LE(label->fontMetrics().height(), label->height())
+                    << label->objectName().toStdString();
+            }
+        }
+        for (const QWidget* child : window.findChildren<QWidget*>()) {
+            if (child->isVisible()) {
+                EXPECT_TRUE(child->parentWidget()->rect().contains(child->geometry()))
+                    << child->objectName().toStdString();
+            }
+        }
     }
 };
 
-TEST_F(ConverterLookTest, Pictures) {
+TEST_F(ConverterLookTest, NothingIsCutOffInAnyState) {
+    Open();
+    ExpectNothingCutOff();
+    Keep(QStringLiteral("empty"));
     Fill();
+    ExpectNothingCutOff();
     Keep(QStringLiteral("short"));
-    Click("chMP3");
-    Click("chOGG");
+    Tick("chMP3");
+    Tick("chOGG");
     Click("ImageUpdown");
+    ExpectNothingCutOff();
     Keep(QStringLiteral("long"));
     Click("ImageOptions");
+    ExpectNothingCutOff();
     Keep(QStringLiteral("panel"));
     Click("ImageSetdown");
-    int blocks = 0;
-    pending.onRun = [this, &blocks] {
-        if (++blocks == 12) {
-            QCoreApplication::processEvents();
+    Click("ImageUpdown");
+    pending.onRun = [this] {
+        if (pending.runs == 13) {
+            ExpectNothingCutOff();
             Keep(QStringLiteral("running"));
         }
     };
     Click("Image1");
-    EXPECT_GE(blocks, 12);
+    EXPECT_GE(pending.runs, 13);
+    ExpectNothingCutOff();
     Keep(QStringLiteral("done"));
+}
+
+TEST_F(ConverterLookTest, EveryControlHasANameForAScreenReader) {
+    Open();
+    Click("ImageUpdown");
+    for (const bool panel : {false, true}) {
+        if (panel) {
+            Click("ImageOptions");
+        }
+        for (QWidget* child : window.findChildren<QWidget*>()) {
+            if (!child->isVisible() || child->focusPolicy() == Qt::NoFocus || child->objectName().isEmpty() ||
+                child->objectName().startsWith(QStringLiteral("qt_"))) {
+                continue;
+            }
+            QAccessibleInterface* access = QAccessible::queryAccessibleInterface(child);
+            ASSERT_NE(access, nullptr) << child->objectName().toStdString();
+            // The spinner's line is part of the spinner.
+            if (child->objectName() != QStringLiteral("txtWMAProfile")) {
+                EXPECT_FALSE(access->text(QAccessible::Name).isEmpty()) << child->objectName().toStdString();
+            }
+        }
+    }
+}
+
+// All that can be used is found by Tab alone, and the way comes back to where it began.
+TEST_F(ConverterLookTest, TabComesToEveryControl) {
+    Open();
+    Click("ImageUpdown");
+    for (const bool panel : {false, true}) {
+        if (panel) {
+            Click("ImageOptions");
+        }
+        Find("ImageUpdown")->setFocus(Qt::TabFocusReason);
+        QSet<QString> reached;
+        for (int steps = 0; steps < 120; ++steps) {
+            QTest::keyClick(window.focusWidget(), Qt::Key_Tab);
+            reached.insert(window.focusWidget()->objectName());
+            EXPECT_TRUE(window.focusWidget()->isVisible());
+            if (window.focusWidget() == Find("ImageUpdown")) {
+                break;
+            }
+        }
+        EXPECT_TRUE(reached.contains(QStringLiteral("ImageUpdown")));
+        QStringList expected = {"LabelOut", "ImageOutPath", "chWMA",     "chULAW",
+                                "Image1",   "ImageOptions", "viewEvent", "ImageQuit"};
+        expected += panel ? QStringList{"opFreq(6)",          "opChannels(2)", "udWMAProfile", "ImageSet(0)",
+                                        "ImageSet(1)",        "cmbG723Bits",   "cmbG726Bits",  "ImageSet(2)",
+                                        "txtWMAFormatString", "Text1",         "ImageSetdown"}
+                          : QStringList{"LabelIn",       "ImageinPath",      "Checkin(0)",      "Checkin(10)",
+                                        "ListViewInput", "ImageAllClear(0)", "ImageAllClear(1)"};
+        for (const QString& name : std::as_const(expected)) {
+            EXPECT_TRUE(reached.contains(name))
+                << name.toStdString() << " is none of " << QStringList(reached.values()).join(u' ').toStdString();
+        }
+        EXPECT_EQ(reached.contains(QStringLiteral("ListViewInput")), !panel);
+    }
+}
+
+TEST_F(ConverterLookTest, CornersAreRoundInBothHeights) {
+    Open();
+    for (int height = 0; height < 2; ++height) {
+        const QImage picture = window.grab().toImage().convertToFormat(QImage::Format_ARGB32);
+        const QPoint end(picture.width() - 1, picture.height() - 1);
+        for (const QPoint& corner : {QPoint(0, 0), QPoint(end.x(), 0), QPoint(0, end.y()), end}) {
+            EXPECT_EQ(qAlpha(picture.pixel(corner)), 0);
+        }
+        for (const QPoint& place : {QPoint(20, 4), end / 2, end - QPoint(20, 4)}) {
+            EXPECT_EQ(qAlpha(picture.pixel(place)), 255);
+        }
+        Click("ImageUpdown");
+    }
 }
 
 } // namespace

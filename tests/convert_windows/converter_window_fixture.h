@@ -8,6 +8,7 @@
 #include "support/fake_user_prompts.h"
 
 #include <QFile>
+#include <QScrollBar>
 #include <QTemporaryDir>
 #include <QtTest/QtTest>
 #include <gmock/gmock.h>

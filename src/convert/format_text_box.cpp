@@ -1,4 +1,4 @@
-#include "convert/format_text.h"
+#include "convert/format_text_box.h"
 
 #include "skin/skin_colours.h"
 #include "skin/style_paint.h"
@@ -16,7 +16,7 @@ constexpr int sideAir = 12; // what a line edit keeps free beside its text, both
 
 } // namespace
 
-FormatText::FormatText(QWidget* parent) : QLineEdit(parent) {
+FormatTextBox::FormatTextBox(QWidget* parent) : QLineEdit(parent) {
     setReadOnly(true);
     setFrame(false);
     QFont face = font();
@@ -27,7 +27,7 @@ FormatText::FormatText(QWidget* parent) : QLineEdit(parent) {
     setPalette(inks);
 }
 
-void FormatText::paintEvent(QPaintEvent* event) {
+void FormatTextBox::paintEvent(QPaintEvent* event) {
     QLineEdit::paintEvent(event);
     if (hasFocus()) {
         QPainter painter(this);
@@ -35,7 +35,7 @@ void FormatText::paintEvent(QPaintEvent* event) {
     }
 }
 
-bool FormatText::event(QEvent* event) {
+bool FormatTextBox::event(QEvent* event) {
     if (event->type() == QEvent::ToolTip) {
         const auto* help = static_cast<QHelpEvent*>(event);
         const bool fits = fontMetrics().horizontalAdvance(text()) <= width() - sideAir;

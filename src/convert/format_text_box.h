@@ -7,10 +7,10 @@ namespace kestrune {
 
 // Read-only; it can be selected, copied, and reached by Tab. A text that does not fit is the tool tip, too.
 // Window thread.
-class FormatText : public QLineEdit {
+class FormatTextBox : public QLineEdit {
     Q_OBJECT
 public:
-    explicit FormatText(QWidget* parent);
+    explicit FormatTextBox(QWidget* parent);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
