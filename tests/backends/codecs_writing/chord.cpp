@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <complex>
 #include <random>
 
 namespace kestrune {
@@ -13,6 +14,23 @@ constexpr double lowestHz = 80.0;
 constexpr int partialCount = 60;
 constexpr double fullScale = 32768.0;
 constexpr double sumOfLevels = 1.6;
+
+// The sine of an angle that grows by the same step from call to call.
+class Turn {
+public:
+    // Turns a step, and the angle at the start.
+    Turn(double step, double angle) : now_(std::polar(1.0, angle)), factor_(std::polar(1.0, twoPi * step)) {}
+    double Next() {
+        const double sine = now_.imag();
+        now_ = {now_.real() * factor_.real() - now_.imag() * factor_.imag(),
+                now_.real() * factor_.imag() + now_.imag() * factor_.real()};
+        return sine;
+    }
+
+private:
+    std::complex<double> now_;
+    std::complex<double> factor_;
+};
 
 } // namespace
 
@@ -40,11 +58,10 @@ Chord::Chord(quint32 seed, double highestHz) {
 std::vector<qint16> Chord::Samples(int frames, int channels, int rateHz) const {
     std::vector<double> sound(static_cast<size_t>(frames) * static_cast<size_t>(channels));
     for (const Partial& partial : partials_) {
+        Turn tone(partial.hz / rateHz, partial.phase);
+        Turn swell(partial.swellHz / rateHz, 0.0);
         for (int frame = 0; frame < frames; ++frame) {
-            const double second = static_cast<double>(frame) / rateHz;
-            const double swell = 0.6 + 0.4 * std::sin(twoPi * partial.swellHz * second);
-            const double value =
-                partial.level * swell * std::sin(twoPi * partial.hz * second + partial.phase);
+            const double value = partial.level * (0.6 + 0.4 * swell.Next()) * tone.Next();
             const auto at = static_cast<size_t>(frame) * static_cast<size_t>(channels);
             if (channels == 1) {
                 sound[at] += value * (partial.left + partial.right) / 2;

@@ -96,17 +96,21 @@ Likeness Compared(const std::vector<qint16>& original, const std::vector<qint16>
     Likeness likeness;
     likeness.delayFrames = DelayOf(Mono(original, channels), Mono(decoded, channels), mostDelay);
     const qint64 shift = static_cast<qint64>(likeness.delayFrames) * channels;
-    double signal = 0.0;
-    double noise = 1e-9;
+    double original2 = 1e-9;
+    double product = 0.0;
+    double decoded2 = 0.0;
     for (qint64 at = std::max<qint64>(0, -shift);
          at < static_cast<qint64>(original.size()) && at + shift < static_cast<qint64>(decoded.size());
          ++at) {
         const double value = original[static_cast<size_t>(at)];
-        const double error = decoded[static_cast<size_t>(at + shift)] - value;
-        signal += value * value;
-        noise += error * error;
+        const double result = decoded[static_cast<size_t>(at + shift)];
+        original2 += value * value;
+        product += value * result;
+        decoded2 += result * result;
     }
-    likeness.signalToNoiseDb = 10.0 * std::log10((signal + 1e-9) / noise);
+    likeness.gain = product / original2;
+    const double signal = likeness.gain * product;
+    likeness.signalToNoiseDb = 10.0 * std::log10((signal + 1e-9) / (std::max(decoded2 - signal, 0.0) + 1e-6));
     return likeness;
 }
 

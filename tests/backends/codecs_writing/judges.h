@@ -21,8 +21,10 @@ std::vector<qint16> DecodedByOggdec(const QString& file);
 
 // How near a decoded sound is to the one that was coded.
 struct Likeness {
-    int delayFrames = 0;        // the decoded sound is later by these, as the best match tells
-    double signalToNoiseDb = 0; // over the frames that both have once the delay is taken out
+    int delayFrames = 0; // the decoded sound is later by these, as the best match tells
+    double gain = 0;     // by which the decoded sound is louder
+    // Over the frames that both have, once delay and gain are taken out.
+    double signalToNoiseDb = 0;
 };
 // Looks for a delay of up to `mostDelay` frames either way.
 Likeness Compared(const std::vector<qint16>& original, const std::vector<qint16>& decoded, int channels,

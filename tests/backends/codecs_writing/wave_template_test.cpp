@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QBuffer>
 #include <QFile>
 
 namespace kestrune {
@@ -97,10 +98,48 @@ TEST_F(WaveTemplate, GsmOfSox) {
     ExpectTheSameCoding(made, 5.0);
 }
 
+TEST_F(WaveTemplate, MpegLayerThree) {
+    // The reader of ffmpeg counts the delay of the coding as sound.
+    constexpr int mostFramesAround = 3 * 1152;
+    for (const int rateHz : {44100, 22050}) {
+        SCOPED_TRACE(rateHz);
+        const QString made = MadeByFfmpeg(Coding("libmp3lame", rateHz, 2) +
+                                          QStringList{QStringLiteral("-b:a"), QStringLiteral("96k")});
+        ASSERT_EQ(Read(made), Outcome::Ok);
+        const std::vector<qint16> sound = Chord(23).Samples(2 * rateHz, 2, rateHz);
+        const QString written =
+            folder_.Write(QStringLiteral("written.wav"), Encoded(*MakeTemplateEncoder(format_), sound, 0));
+        EXPECT_EQ(ProbedBy(written), ProbedBy(made));
+        const std::vector<qint16> decoded = DecodedByFfmpeg(written);
+        EXPECT_GE(decoded.size(), sound.size());
+        EXPECT_LE(decoded.size(), sound.size() + 2 * mostFramesAround);
+        const Likeness likeness = Compared(sound, decoded, 2, 1200);
+        EXPECT_EQ(likeness.delayFrames, 1105);
+        EXPECT_GT(likeness.signalToNoiseDb, 15.0);
+    }
+}
+
+TEST_F(WaveTemplate, TrueSpeech) {
+    const QString made = folder_.Write(QStringLiteral("template.wav"), TrueSpeechFile(10, 3));
+    ASSERT_EQ(Read(made), Outcome::Ok);
+    const std::vector<qint16> sound = Chord(23).Samples(16000, 1, 8000);
+    const QString written =
+        folder_.Write(QStringLiteral("written.wav"), Encoded(*MakeTemplateEncoder(format_), sound, 0));
+    EXPECT_EQ(ProbedBy(written), ProbedBy(made));
+    EXPECT_GT(Compared(sound, DecodedByFfmpeg(written), 1, 480).signalToNoiseDb, 5.0);
+}
+
 TEST_F(WaveTemplate, FloatsKeepWhatIsBeyondFullScale) {
     ASSERT_EQ(Read(MadeByFfmpeg(Coding("pcm_f32le", 44100, 1))), Outcome::Ok);
     const auto encoder = MakeTemplateEncoder(format_);
-    EXPECT_TRUE(encoder->Input().takesFloats);
+    ASSERT_TRUE(encoder->Input().takesFloats);
+    QBuffer out;
+    ASSERT_TRUE(out.open(QIODevice::ReadWrite));
+    ASSERT_EQ(encoder->Begin(out), Outcome::Ok);
+    const std::vector<float> loud = {1.5F, -2.0F};
+    ASSERT_EQ(encoder->WriteFloats(loud.data(), 2), Outcome::Ok);
+    ASSERT_EQ(encoder->Finish(), Outcome::Ok);
+    EXPECT_EQ(out.data().last(8).toHex(), QByteArray("0000c03f000000c0"));
 }
 
 TEST_F(WaveTemplate, WhatCannotBeWrittenIsRefused) {
