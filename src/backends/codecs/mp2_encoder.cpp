@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <span>
 #include <vector>
 
@@ -60,6 +59,12 @@ TWOLAME_MPEG_mode ModeOf(qint32 channels) {
     }
 }
 
+// The nearest 16-bit sample. (std::lrint would be called for each, where this is done for several at once.)
+short Whole(float sample) {
+    const float scaled = std::clamp(sample * fullScale, -fullScale, fullScale - 1);
+    return static_cast<short>(scaled + (scaled < 0 ? -0.5F : 0.5F));
+}
+
 struct TwolameCloser {
     void operator()(twolame_options* options) const { twolame_close(&options); }
 };
@@ -100,11 +105,7 @@ public:
             const float* const from = samples + done * format_.channels;
             // The library takes floats too, but makes such samples of them itself, and wraps what is over
             // full scale.
-            std::transform(from, from + static_cast<qint64>(count) * format_.channels, whole_.begin(),
-                           [](float s) {
-                               return static_cast<short>(
-                                   std::lrint(std::clamp(s * fullScale, -fullScale, fullScale - 1)));
-                           });
+            std::transform(from, from + static_cast<qint64>(count) * format_.channels, whole_.begin(), Whole);
             if (!Encode(count)) {
                 return Outcome::WriteFailed;
             }

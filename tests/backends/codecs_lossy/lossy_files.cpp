@@ -44,6 +44,15 @@ void Transform(std::vector<std::complex<double>>& values) {
     }
 }
 
+QString AnswerOfFfprobe(const QString& path, const QString& entries) {
+    QByteArray output;
+    RunTool(QStringLiteral("ffprobe"),
+            {QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-show_entries"), entries,
+             QStringLiteral("-of"), QStringLiteral("csv=p=0"), path},
+            &output);
+    return QString::fromUtf8(output).trimmed();
+}
+
 } // namespace
 
 Sound Music(double seconds, int rateHz, int channels, quint32 seed) {
@@ -115,16 +124,12 @@ Sound DecodedByFfmpeg(const QString& path, int rateHz, int channels) {
     return sound;
 }
 
-QString Probed(const QString& path, const QString& name) {
-    const bool ofContainer = name == QLatin1String("format_duration");
-    const QString entries =
-        ofContainer ? QStringLiteral("format=duration") : QStringLiteral("stream=") + name;
-    QByteArray output;
-    RunTool(QStringLiteral("ffprobe"),
-            {QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-show_entries"), entries,
-             QStringLiteral("-of"), QStringLiteral("csv=p=0"), path},
-            &output);
-    return QString::fromUtf8(output).trimmed();
+QString Probed(const QString& path, const QString& names) {
+    return AnswerOfFfprobe(path, QStringLiteral("stream=") + names);
+}
+
+double ProbedSeconds(const QString& path) {
+    return AnswerOfFfprobe(path, QStringLiteral("format=duration")).toDouble();
 }
 
 double SignalToNoiseDb(const Sound& original, const Sound& decoded, qint64 lag) {

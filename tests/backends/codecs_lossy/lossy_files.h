@@ -31,9 +31,10 @@ QByteArray Coded(SampleEncoder& encoder, const Sound& sound);
 
 // What ffmpeg decodes of a file, as floats.
 Sound DecodedByFfmpeg(const QString& path, int rateHz, int channels);
-// What ffprobe tells of the first audio stream, by its names such as "sample_rate"; "format_duration" is that
-// of the container in seconds.
-QString Probed(const QString& path, const QString& name);
+// What ffprobe tells of the first audio stream, by its names such as "sample_rate", with commas between.
+QString Probed(const QString& path, const QString& names);
+// The length that the container tells, in seconds.
+double ProbedSeconds(const QString& path);
 
 // Power of what differs against the power of `original`, in dB; the higher, the closer. Over the frames of
 // `original`, which `decoded` begins `lag` frames later.
