@@ -22,12 +22,12 @@ inline constexpr std::array<QRect, 2> opChannels = {{{288, 28, 70, 19}, {288, 47
 // One line of the table of formats.
 inline constexpr int firstLine = 73;
 inline constexpr int lineStep = 20;
-inline constexpr int nameLeft = 12;
-inline constexpr int nameWidth = 46;
-inline constexpr int textLeft = 62;
-inline constexpr int textWidth = 220;
-inline constexpr int controlLeft = 290;
-inline constexpr int controlWidth = 72;
+inline constexpr int nameLeft = 10;
+inline constexpr int nameWidth = 43;
+inline constexpr int textLeft = 55;
+inline constexpr int textWidth = 250;
+inline constexpr int controlLeft = 310;
+inline constexpr int controlWidth = 52;
 inline constexpr int controlHeight = 18;
 
 constexpr QRect Name(int line) {

@@ -3,6 +3,7 @@
 #include "skin/skin_style.h"
 #include "skin/style_paint.h"
 
+#include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QComboBox>
 #include <QLineEdit>
@@ -214,6 +215,11 @@ bool SkinStyle::DrawFramePart(PrimitiveElement element, const QStyleOption& opti
         // The row of an open combo box is lit already.
         if (widget != nullptr && widget->parentWidget() != nullptr &&
             widget->parentWidget()->inherits("QComboBoxPrivateContainer")) {
+            return true;
+        }
+        // A click on a box or an option needs no ring: the eye is there already.
+        if (qobject_cast<const QAbstractButton*>(widget) != nullptr &&
+            !option.state.testFlag(State_KeyboardFocusChange)) {
             return true;
         }
         FocusRing(painter, option.rect, 3);

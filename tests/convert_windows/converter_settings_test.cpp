@@ -140,6 +140,15 @@ TEST_F(ConverterSettingsTest, TheEncoderDialogsOpenAndSetTheirFormats) {
     EXPECT_EQ(LastEvent(), QStringLiteral("Set Ogg Vorbis Format parameters "));
 }
 
+TEST_F(ConverterSettingsTest, TheLongestFormatThatIsWrittenFitsItsLine) {
+    Open();
+    auto* line = Find<QLineEdit>("txtWMAFormatString");
+    constexpr int marginsOfALineEdit = 4;
+    EXPECT_LE(line->fontMetrics().horizontalAdvance(
+                  QStringLiteral("Windows Media Audio, 44,100 Hz, 128 kbps, Stereo")),
+              line->width() - marginsOfALineEdit);
+}
+
 TEST_F(ConverterSettingsTest, ATextTooLongForItsLineBeginsAtItsBeginning) {
     Open();
     auto* line = Find<QLineEdit>("txtDSPFormatString");

@@ -1,7 +1,9 @@
-// Draws every look of every picture button of the main window, at twice the size: kestrune_contact_sheet
-// PICTURE.
+// Draws every look of every picture button of the windows, at twice the size: kestrune_contact_sheet PICTURE.
 #include "app/main_layout.h"
 #include "app/main_pictures.h"
+#include "convert/converter_layout.h"
+#include "convert/converter_pictures.h"
+#include "convert/format_panel_layout.h"
 #include "skin/skin_colours.h"
 #include "skin/skin_style.h"
 
@@ -18,59 +20,109 @@ using namespace kestrune;
 
 constexpr qreal scale = 2;
 constexpr int nameWidth = 150;
-constexpr int cellWidth = 90;
+constexpr int cellWidth = 104;
 constexpr int margin = 12;
 constexpr int headHeight = 28;
 constexpr int rowGap = 10;
 
+constexpr QPoint noLook(-1, -1);
+
+// A button: where the normal look and the dimmed one are, and the places of the other looks in its strip.
 struct Row {
     QString name;
-    layout::Key key;
+    QRect normal;
+    QPoint hover;
+    QPoint pressed;
+    QPoint lit;
+    const SkinPicture* ground;
+    const SkinPicture* off; // null: it is never disabled
+    const SkinPicture* strip;
 };
 
-template <size_t count>
-void Add(std::vector<Row>& rows, const char* name, const std::array<layout::Key, count>& keys) {
-    for (size_t i = 0; i < count; ++i) {
-        rows.push_back({QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(i), keys[i]});
-    }
+QString Named(const char* name, size_t index) {
+    return QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(index);
 }
 
-std::vector<Row> AllKeys() {
+std::vector<Row> MainKeys(const MainPictures& pictures) {
     std::vector<Row> rows;
-    Add(rows, "ImagePlayButton", layout::ImagePlayButton);
-    Add(rows, "ImageRepeatModeBut", layout::ImageRepeatModeBut);
-    Add(rows, "ImageListCmd", layout::ImageListCmd);
-    Add(rows, "ImageWin", layout::ImageWin);
-    rows.push_back({QStringLiteral("ImageChgLstBnd"), layout::ImageChgLstBnd});
-    rows.push_back({QStringLiteral("ImageColour"), layout::ImageColour});
+    const auto add = [&](const QString& name, const layout::Key& key) {
+        rows.push_back({name, key.place, key.hover, key.pressed, key.lit, &pictures.Window(), &pictures.Off(),
+                        &pictures.Strip()});
+    };
+    const auto addAll = [&add](const char* name, const auto& keys) {
+        for (size_t i = 0; i < keys.size(); ++i) {
+            add(Named(name, i), keys[i]);
+        }
+    };
+    addAll("ImagePlayButton", layout::ImagePlayButton);
+    addAll("ImageRepeatModeBut", layout::ImageRepeatModeBut);
+    addAll("ImageListCmd", layout::ImageListCmd);
+    addAll("ImageWin", layout::ImageWin);
+    add(QStringLiteral("ImageChgLstBnd"), layout::ImageChgLstBnd);
+    add(QStringLiteral("ImageColour"), layout::ImageColour);
     for (size_t i = 0; i < layout::ImageToolBar.size(); ++i) {
         const QPoint first(layout::toolFrameLefts[0], layout::toolFrameTops[i]);
         const QPoint second(layout::toolFrameLefts[1], layout::toolFrameTops[i]);
-        rows.push_back({QStringLiteral("ImageToolBar(%1)").arg(i),
-                        {{layout::ImageToolBar[i], layout::toolCell}, first, second}});
+        add(Named("ImageToolBar", i), {{layout::ImageToolBar[i], layout::toolCell}, first, second});
+    }
+    return rows;
+}
+
+std::vector<Row> ConverterKeys(const ConverterPictures& pictures) {
+    namespace at = converter_layout;
+    namespace panel = format_panel_layout;
+    std::vector<Row> rows;
+    const auto add = [&](const QString& name, const at::Key& key, const SkinPicture& ground,
+                         const SkinPicture* off) {
+        rows.push_back({name, key.place, key.hover, key.pressed, key.lit, &ground, off, &pictures.Strip()});
+    };
+    const auto addKey = [&](const QString& name, const at::Key& key) {
+        add(name, key, pictures.Short(), &pictures.Off());
+    };
+    addKey(QStringLiteral("ImageQuit"), at::ImageQuit);
+    addKey(QStringLiteral("ImageinPath"), at::folder[0]);
+    for (size_t i = 0; i < at::ImageAllClear.size(); ++i) {
+        addKey(Named("ImageAllClear", i), at::ImageAllClear[i]);
+    }
+    addKey(QStringLiteral("Image1"), at::Image1);
+    at::Key stop = at::Image2;
+    stop.place.moveTo(at::Image2Normal);
+    add(QStringLiteral("Image2"), stop, pictures.Strip(), nullptr);
+    addKey(QStringLiteral("ImageOptions"), at::ImageOptions);
+    addKey(QStringLiteral("ImageUpdown"), at::ImageUpdown);
+    add(QStringLiteral("ImageUpdown, long"), at::ImageUpdownLong, pictures.Long(), nullptr);
+    for (const auto& [name, key] : {std::pair(QStringLiteral("ImageSet"), panel::ImageSet(1)),
+                                    std::pair(QStringLiteral("ImageSetdown"), panel::ImageSetdown)}) {
+        at::Key onPanel = key;
+        onPanel.place.translate(panel::ground.topLeft());
+        add(name, onPanel, pictures.Strip(), nullptr);
     }
     return rows;
 }
 
 // The look as it is seen: the window's own piece, and over it that of the strip.
-void PaintLook(QPainter& painter, const MainPictures& pictures, const Row& row, int look, const QPoint& at) {
-    const QSize size = row.key.place.size();
+void PaintLook(QPainter& painter, const Row& row, int look, const QPoint& at) {
     if (look == 4) {
-        pictures.Off().Paint(painter, at, row.key.place);
+        if (row.off != nullptr) {
+            row.off->Paint(painter, at, row.normal);
+        }
         return;
     }
-    pictures.Window().Paint(painter, at, row.key.place);
-    const std::array<QPoint, 4> corners = {QPoint(-1, -1), row.key.hover, row.key.pressed, row.key.lit};
+    const std::array<QPoint, 4> corners = {noLook, row.hover, row.pressed, row.lit};
     const QPoint corner = corners[static_cast<size_t>(look)];
+    if (look == 3 && corner.x() < 0) {
+        return;
+    }
+    row.ground->Paint(painter, at, row.normal);
     if (corner.x() >= 0) {
-        pictures.Strip().Paint(painter, at, {corner, size});
+        row.strip->Paint(painter, at, {corner, row.normal.size()});
     }
 }
 
-QImage Sheet(const MainPictures& pictures, const std::vector<Row>& rows) {
+QImage Sheet(const std::vector<Row>& rows) {
     int height = headHeight + margin;
     for (const Row& row : rows) {
-        height += row.key.place.height() + rowGap;
+        height += row.normal.height() + rowGap;
     }
     const int width = nameWidth + 5 * cellWidth + 2 * margin;
     QImage sheet(QSize(width, height) * scale, QImage::Format_RGB32);
@@ -85,13 +137,10 @@ QImage Sheet(const MainPictures& pictures, const std::vector<Row>& rows) {
     }
     int top = headHeight;
     for (const Row& row : rows) {
-        const int rowHeight = row.key.place.height();
+        const int rowHeight = row.normal.height();
         painter.drawText(QRect(margin, top, nameWidth, rowHeight), Qt::AlignVCenter, row.name);
         for (int look = 0; look < 5; ++look) {
-            if (look == 3 && row.key.lit.x() < 0) {
-                continue;
-            }
-            PaintLook(painter, pictures, row, look, {margin + nameWidth + look * cellWidth, top});
+            PaintLook(painter, row, look, {margin + nameWidth + look * cellWidth, top});
         }
         top += rowHeight + rowGap;
     }
@@ -107,6 +156,11 @@ int main(int argc, char** argv) {
     }
     QApplication application(argc, argv);
     ApplySkinStyle(application);
-    const MainPictures pictures;
-    return Sheet(pictures, AllKeys()).save(QString::fromLocal8Bit(argv[1])) ? 0 : 1;
+    const MainPictures mainPictures;
+    const ConverterPictures converterPictures;
+    std::vector<Row> rows = MainKeys(mainPictures);
+    for (Row& row : ConverterKeys(converterPictures)) {
+        rows.push_back(std::move(row));
+    }
+    return Sheet(rows).save(QString::fromLocal8Bit(argv[1])) ? 0 : 1;
 }

@@ -6,7 +6,7 @@ import random
 import converter_layout as at
 from main_window import window_key
 from parts import GLYPHS, bar, body, channel, closed, flat_key, glass, line_glyph, lines, round_key, shape_glyph
-from svg import ACCENT, AMBER, Picture
+from svg import ACCENT, MUTED, TEXT, Picture
 
 GRAIN_SEED = 41
 
@@ -121,7 +121,7 @@ def event_sign(name):
     if name == "run":
         picture.path("M6 4.5 L11.5 8 L6 11.5 Z", fill=ACCENT, stroke=ACCENT, stroke_width=1, stroke_linejoin="round")
     else:
-        picture.path("M3.5 5.5 L12.5 5.5 M3.5 10.5 L12.5 10.5", stroke=AMBER, stroke_width=1.2, stroke_linecap="round")
-        picture.box(4.8, 3.5, 2.6, 4, 0.8, fill=AMBER)
-        picture.box(8.8, 8.5, 2.6, 4, 0.8, fill=AMBER)
+        picture.path("M3.5 5.5 L12.5 5.5 M3.5 10.5 L12.5 10.5", stroke=MUTED, stroke_width=1.2, stroke_linecap="round")
+        picture.box(4.8, 3.5, 2.6, 4, 0.8, fill=TEXT)
+        picture.box(8.8, 8.5, 2.6, 4, 0.8, fill=TEXT)
     return picture
