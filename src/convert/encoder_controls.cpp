@@ -4,6 +4,7 @@
 #include "skin/skin_colours.h"
 
 #include <QGridLayout>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QStyleOptionSlider>
 #include <QStylePainter>
@@ -81,6 +82,7 @@ BoundedSpinBox::BoundedSpinBox(const QString& name, const QString& textName, con
     setRange(bounds.smallest, bounds.largest);
     setSingleStep(bounds.step);
     setAlignment(Qt::AlignRight);
+    setFixedHeight(fieldHeight);
 }
 
 int BoundedSpinBox::ValueNow() {
@@ -108,6 +110,15 @@ void BoundedSpinBox::fixup(QString& input) const {
 
 BestAtRightSlider::BestAtRightSlider(QWidget* parent) : QSlider(Qt::Horizontal, parent) {
     setInvertedAppearance(true);
+    setInvertedControls(true); // keys and wheel go by what is seen
+}
+
+void BestAtRightSlider::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Home || event->key() == Qt::Key_End) {
+        triggerAction(event->key() == Qt::Key_Home ? SliderToMaximum : SliderToMinimum);
+    } else {
+        QSlider::keyPressEvent(event);
+    }
 }
 
 void BestAtRightSlider::paintEvent(QPaintEvent* /*event*/) {

@@ -60,6 +60,7 @@ public:
     explicit BestAtRightSlider(QWidget* parent);
 
 protected:
+    void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 };
 

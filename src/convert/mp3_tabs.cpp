@@ -12,7 +12,7 @@ namespace {
 constexpr int spinWidth = 80;
 constexpr int comboWidth = 168;
 constexpr int endWidth = 40;
-constexpr QSize contentSize(488, 192); // of each page, within its margins
+constexpr QSize contentSize(492, 192); // of each page, within its margins
 
 QCheckBox* MakeCheck(const char* name, const QString& text, QWidget* parent) {
     auto* check = new QCheckBox(text, parent);

@@ -31,9 +31,12 @@ QButtonGroup* AddOptions(QWidget* page, const QString& name, const std::array<co
         group->addButton(option, number);
         const int row = (number - 1) % rows;
         const int column = (number - 1) / rows * 2;
-        grid->setRowMinimumHeight(row, fieldHeight);
+        QLabel* meaning = MakeMutedLabel(summary, page);
+        // Of one height, so that both texts stand on one line.
+        option->setFixedHeight(fieldHeight);
+        meaning->setFixedHeight(fieldHeight);
         grid->addWidget(option, row, column);
-        grid->addWidget(MakeMutedLabel(summary, page), row, column + 1);
+        grid->addWidget(meaning, row, column + 1);
         grid->setColumnStretch(column + 1, 1);
     }
     grid->setHorizontalSpacing(sideMargin);
@@ -49,7 +52,11 @@ QWidget* Mp3Tabs::MakePresets() {
     constexpr int rows = 6;
     auto* page = new QWidget;
     const QButtonGroup* group = AddOptions(page, QStringLiteral("opPreset"), presetTexts, rows, &ApplyPreset);
-    connect(group, &QButtonGroup::idClicked, this, &Mp3Tabs::PresetChosen);
+    connect(group, &QButtonGroup::idToggled, this, [this](int preset, bool isOn) {
+        if (isOn) {
+            emit PresetChosen(preset);
+        }
+    });
     return page;
 }
 
@@ -58,7 +65,11 @@ QWidget* Mp3Tabs::MakeAltPresets() {
     auto* page = new QWidget;
     const QButtonGroup* group =
         AddOptions(page, QStringLiteral("opAltPreset"), altPresetTexts, rows, &ApplyAltPreset);
-    connect(group, &QButtonGroup::idClicked, this, &Mp3Tabs::AltPresetChosen);
+    connect(group, &QButtonGroup::idToggled, this, [this](int altPreset, bool isOn) {
+        if (isOn) {
+            emit AltPresetChosen(altPreset);
+        }
+    });
     return page;
 }
 
