@@ -32,6 +32,10 @@ OPTIONS_GLYPH = beside_text(OWN_GLYPHS["sliders"], -29)
 HEIGHT_GLYPHS = {name: beside_text(GLYPHS[name], -21) for name in ("up", "down")}
 
 
+def wide_key(picture, x, y, width, height, look, glyph):
+    flat_key(picture, x, y, width, height, look, glyph, lit_reach=width / 2 - 2)
+
+
 def folder_key(picture, x, y, look):
     flat_key(picture, x, y, *at.FOLDERS[0][2:], look, GLYPHS["open"])
 
@@ -45,7 +49,7 @@ def run_key(picture, name, x, y, look):
 
 
 def set_key(picture, x, y, look):
-    flat_key(picture, x, y, *at.PANEL_SETS[0][2:], look, OWN_GLYPHS["more"])
+    wide_key(picture, x, y, *at.PANEL_SETS[0][2:], look, OWN_GLYPHS["more"])
 
 
 def background(height, look):
@@ -64,8 +68,8 @@ def background(height, look):
     for name, place in at.TICKS.items():
         tick_key(picture, name, *place[:2], look)
     run_key(picture, "play", *at.START[:2], look)
-    flat_key(picture, *at.OPTIONS, look, OPTIONS_GLYPH)
-    flat_key(picture, *at.HEIGHT, look, HEIGHT_GLYPHS["up" if height == at.LONG else "down"])
+    wide_key(picture, *at.OPTIONS, look, OPTIONS_GLYPH)
+    wide_key(picture, *at.HEIGHT, look, HEIGHT_GLYPHS["up" if height == at.LONG else "down"])
     if height == at.LONG:
         glass(picture, *at.EVENTS, 6, reflection=False)
     return picture
@@ -104,10 +108,10 @@ def strip():
     for look, place in at.STOP_LOOKS.items():
         run_key(picture, "stop", *place, look)
     for look, place in at.OPTIONS_LOOKS.items():
-        flat_key(picture, *place, *at.OPTIONS[2:], look, OPTIONS_GLYPH)
+        wide_key(picture, *place, *at.OPTIONS[2:], look, OPTIONS_GLYPH)
     for name, looks in at.HEIGHT_LOOKS.items():
         for look, place in looks.items():
-            flat_key(picture, *place, *at.HEIGHT[2:], look, HEIGHT_GLYPHS[name])
+            wide_key(picture, *place, *at.HEIGHT[2:], look, HEIGHT_GLYPHS[name])
     for look, place in at.PANEL_SET_LOOKS.items():
         set_key(picture, *place, look)
     for look, place in at.PANEL_CLOSE_LOOKS.items():

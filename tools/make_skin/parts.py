@@ -52,8 +52,8 @@ def round_key(picture, x, y, size, look, glyph):
     glyph(picture, centre_x, cap_y, size / 30, look)
 
 
-def flat_key(picture, x, y, width, height, look, glyph, radius=4.5):
-    """A rectangular key in a well."""
+def flat_key(picture, x, y, width, height, look, glyph, radius=4.5, lit_reach=None):
+    """A rectangular key in a well. The light under it reaches so far from its middle."""
     picture.box(x, y, width, height, radius,
                 fill=picture.down(y, y + height, (0, "#0c0d10", 0.85), (0.6, "#101215", 0.7), (1, "#59606c", 0.5)))
     sunk = 1 if look in ("pressed", "lit") else 0
@@ -65,7 +65,7 @@ def flat_key(picture, x, y, width, height, look, glyph, radius=4.5):
     picture.box(left + 0.5, upper + 0.5, wide - 1, high - 1, radius - 1.4, stroke_width=1,
                 stroke=picture.down(upper, upper + high, (0, "#ffffff", edge), (0.5, "#ffffff", 0.02), (1, "#000000", 0.3)))
     centre_x, centre_y = x + width / 2, y + height / 2 - 0.1 + sunk
-    halo(picture, centre_x, centre_y, min(width / 2 - 1.5, height / 2 + 6), look, height / 2 - 2)
+    halo(picture, centre_x, centre_y, lit_reach or min(width / 2 - 1.5, height / 2 + 6), look, height / 2 - 2)
     glyph(picture, centre_x, centre_y, 1, look)
 
 
