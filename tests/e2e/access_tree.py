@@ -9,6 +9,8 @@ import harness
 
 ACCESSIBLE = "org.a11y.atspi.Accessible"
 ACTION = "org.a11y.atspi.Action"
+COMPONENT = "org.a11y.atspi.Component"
+TEXT = "org.a11y.atspi.Text"
 VALUE = "org.a11y.atspi.Value"
 PROPERTIES = "org.freedesktop.DBus.Properties"
 REGISTRY_PATH = "/org/a11y/atspi/registry"
@@ -60,6 +62,17 @@ class Node:
 
     def has(self, interface):
         return interface in self._call(ACCESSIBLE, "GetInterfaces")[0]
+
+    @property
+    def text(self):
+        """What stands in a box."""
+        return self._call(TEXT, "GetText", "ii", 0, -1)[0]
+
+    @property
+    def place(self):
+        """(x, y, width, height) on the screen, in pixels."""
+        on_screen = 0
+        return self._call(COMPONENT, "GetExtents", "u", on_screen)[0]
 
     def children(self):
         return [Node(self._bus, owner, path) for owner, path in self._call(ACCESSIBLE, "GetChildren")[0]]
