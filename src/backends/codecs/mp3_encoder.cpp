@@ -1,5 +1,6 @@
 #include "backends/codecs/mp3_encoder.h"
 
+#include "backends/codecs/mp3_header_frame.h"
 #include "backends/codecs/mp3_options.h"
 
 #include <QIODevice>
@@ -74,19 +75,61 @@ private:
         }
     }
 
+    // Takes what LAME gave.
     bool Put(int bytes) {
-        return bytes >= 0 && out_->write(reinterpret_cast<const char*>(coded_.data()), bytes) == bytes;
+        if (bytes <= 0) {
+            return bytes == 0;
+        }
+        if (out_->pos() == 0 && options_.writeVbrHeader && !HasHeaderOfLame() && !LeaveRoom()) {
+            return false;
+        }
+        if (!ownHeader_.soundHeader.isEmpty()) {
+            ownHeader_.soundBytes += static_cast<quint32>(bytes);
+            ownHeader_.soundSum = Mp3Sum(ownHeader_.soundSum, coded_.data(), bytes);
+        }
+        return Write(bytes);
+    }
+
+    bool Write(int bytes) {
+        return out_->write(reinterpret_cast<const char*>(coded_.data()), bytes) == bytes;
+    }
+
+    // Bytes that come before any frame was coded are the room for LAME's own.
+    bool HasHeaderOfLame() const {
+        return lame_get_frameNum(lame_.get()) == 0 || lame_get_lametag_frame(lame_.get(), nullptr, 0) > 0;
+    }
+
+    bool LeaveRoom() {
+        ownHeader_.soundHeader = QByteArray(reinterpret_cast<const char*>(coded_.data()), 4);
+        const QByteArray room(Mp3HeaderBytes(ownHeader_.soundHeader), '\0');
+        return out_->write(room) == room.size();
     }
 
     // The first frame, which stands empty until now, tells the length, the padding and where to find what.
-    // LAME leaves it out where it is not wanted and where the bit rate is too low for a frame to hold it.
     bool PutHeader() {
-        const size_t bytes = lame_get_lametag_frame(lame_.get(), coded_.data(), coded_.size());
-        if (bytes == 0) {
+        if (!options_.writeVbrHeader) {
             return true;
         }
         const qint64 end = out_->pos();
-        return bytes <= coded_.size() && out_->seek(0) && Put(static_cast<int>(bytes)) && out_->seek(end);
+        return out_->seek(0) && (ownHeader_.soundHeader.isEmpty() ? WriteHeaderOfLame() : WriteOwnHeader()) &&
+               out_->seek(end);
+    }
+
+    bool WriteHeaderOfLame() {
+        const size_t bytes = lame_get_lametag_frame(lame_.get(), coded_.data(), coded_.size());
+        return bytes <= coded_.size() && Write(static_cast<int>(bytes));
+    }
+
+    bool WriteOwnHeader() {
+        ownHeader_.kbps = lame_get_brate(lame_.get());
+        ownHeader_.frames = static_cast<quint32>(lame_get_frameNum(lame_.get()));
+        ownHeader_.delay = lame_get_encoder_delay(lame_.get());
+        ownHeader_.padding = lame_get_encoder_padding(lame_.get());
+        ownHeader_.lowpassHz = lame_get_lowpassfreq(lame_.get());
+        ownHeader_.figure = 100 - 10 * lame_get_VBR_q(lame_.get()) - lame_get_quality(lame_.get());
+        ownHeader_.channelMode = options_.channelMode;
+        const QByteArray frame = Mp3HeaderFrame(ownHeader_);
+        return out_->write(frame) == frame.size();
     }
 
     const Mp3Options options_;
@@ -96,6 +139,7 @@ private:
     std::vector<float> right_;
     std::vector<unsigned char> coded_;
     bool hasSamples_ = false;
+    Mp3HeaderFacts ownHeader_; // without a sound header where LAME makes the header
 };
 
 // What is told of the bit rate: the constant one, the average one, or none.

@@ -25,7 +25,6 @@ constexpr int lostFrames = 2;
 constexpr int packetHeadBytes = 12;
 constexpr int payloadHeadBytes = 17;
 constexpr int usualPacketBytes = 3200;
-constexpr int bitsPerByte = 8;
 
 struct CodecCloser {
     void operator()(AVCodecContext* context) const { avcodec_free_context(&context); }

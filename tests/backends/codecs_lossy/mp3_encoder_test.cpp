@@ -1,9 +1,12 @@
 #include "backends/codecs/mp3_encoder.h"
+#include "backends/codecs/mp3_header_frame.h"
 
 #include "backends/codecs_lossy/lossy_files.h"
 #include "backends/codecs_lossy/mp3_frames.h"
 
 #include <gtest/gtest.h>
+
+#include <QtEndian>
 
 namespace kestrune {
 
@@ -162,6 +165,54 @@ TEST(Mp3EncoderTest, DecodersAgreeOnTheLength) {
         EXPECT_EQ(ReadWholeFile(wave).size(), 44 + sound.Frames() * 4);
         EXPECT_EQ(DecodedByFfmpeg(path, 44100, 2).Frames(), sound.Frames());
     }
+}
+
+TEST(Mp3EncoderTest, LowRatesTellTheirLengthToo) {
+    const TestFolder folder;
+    struct Low {
+        int rateHz;
+        int kbps;
+        int channels;
+    };
+    const std::vector<Low> rates{{44100, 32, 1}, {44100, 48, 2}, {48000, 56, 2}, {32000, 40, 2},
+                                 {22050, 24, 1}, {24000, 56, 2}, {16000, 8, 1},  {16000, 32, 2},
+                                 {12000, 8, 1},  {8000, 8, 2},   {8000, 16, 1}};
+    for (const Low& low : rates) {
+        const Sound sound = Music(2.37, low.rateHz, low.channels);
+        const QByteArray file = CodedAs(Plain(low.rateHz, low.kbps, low.channels), sound);
+        const std::vector<Mp3Frame> frames = Mp3Frames(file);
+        ASSERT_GT(frames.size(), 3U);
+        EXPECT_TRUE(frames.front().isHeader) << low.rateHz << " " << low.kbps;
+        EXPECT_EQ(frames.front().mode, frames.back().mode);
+        EXPECT_EQ(frames.back().kbps, low.kbps);
+        const qsizetype mark = file.indexOf("Info");
+        EXPECT_EQ(qFromBigEndian<quint32>(file.constData() + mark + 8), frames.size() - 1);
+        EXPECT_EQ(qFromBigEndian<quint32>(file.constData() + mark + 12), file.size());
+        const QString path = folder.Write(QStringLiteral("a.mp3"), file);
+        EXPECT_EQ(DecodedByFfmpeg(path, low.rateHz, low.channels).Frames(), sound.Frames()) << low.rateHz;
+        const QString wave = folder.Path(QStringLiteral("a.wav"));
+        ASSERT_TRUE(RunTool(QStringLiteral("lame"),
+                            {QStringLiteral("--quiet"), QStringLiteral("--decode"), path, wave}));
+        EXPECT_EQ(ReadWholeFile(wave).size(), 44 + sound.Frames() * 2 * low.channels) << low.rateHz;
+        ASSERT_TRUE(RunTool(QStringLiteral("ffprobe"),
+                            {QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-err_detect"),
+                             QStringLiteral("crccheck+explode"), path}));
+    }
+}
+
+TEST(Mp3EncoderTest, OwnHeadersSumsAreThoseOfLame) {
+    // A header that LAME wrote, made anew from what it says.
+    const Sound sound = Music(1.0, 44100, 2);
+    const QByteArray file = CodedAs(Mp3Options(), sound);
+    const std::vector<Mp3Frame> frames = Mp3Frames(file);
+    const auto header = static_cast<qsizetype>(frames.front().bytes);
+    const QByteArray rest = file.mid(header);
+    const auto* const bytes = reinterpret_cast<const unsigned char*>(rest.constData());
+    const qsizetype block = file.indexOf("Info") + 120;
+    EXPECT_EQ(qFromBigEndian<quint16>(file.constData() + block + 32), Mp3Sum(0, bytes, rest.size()));
+    const auto* const start = reinterpret_cast<const unsigned char*>(file.constData());
+    EXPECT_EQ(qFromBigEndian<quint16>(file.constData() + block + 34), Mp3Sum(0, start, block + 34));
+    EXPECT_EQ(qFromBigEndian<quint32>(file.constData() + block + 28), file.size());
 }
 
 TEST(Mp3EncoderTest, AFileWithoutSamplesCanBeRead) {
