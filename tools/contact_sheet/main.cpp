@@ -4,8 +4,11 @@
 #include "convert/converter_layout.h"
 #include "convert/converter_pictures.h"
 #include "convert/format_panel_layout.h"
+#include "skin/corner_sizes.h"
+#include "skin/dialog_buttons.h"
 #include "skin/skin_colours.h"
 #include "skin/skin_style.h"
+#include "skin/skinned_window.h"
 
 #include <QApplication>
 #include <QImage>
@@ -100,6 +103,17 @@ std::vector<Row> ConverterKeys(const ConverterPictures& pictures) {
     return rows;
 }
 
+std::vector<Row> DialogKeys(const DialogButtons& buttons) {
+    std::vector<Row> rows;
+    for (int index = 0; index < DialogButtons::count; ++index) {
+        const ImageButton* key = buttons.ImageCMD(index);
+        rows.push_back({QStringLiteral("%1, %2").arg(key->objectName(), key->accessibleName()),
+                        key->geometry(), key->Looks().hover, key->Looks().pressed.value_or(noLook), noLook,
+                        &buttons.Picture(), nullptr, &buttons.Strip()});
+    }
+    return rows;
+}
+
 // The look as it is seen: the window's own piece, and over it that of the strip.
 void PaintLook(QPainter& painter, const Row& row, int look, const QPoint& at) {
     if (look == 4) {
@@ -160,6 +174,11 @@ int main(int argc, char** argv) {
     const ConverterPictures converterPictures;
     std::vector<Row> rows = MainKeys(mainPictures);
     for (Row& row : ConverterKeys(converterPictures)) {
+        rows.push_back(std::move(row));
+    }
+    SkinnedDialog dialog(corners::dialog);
+    const DialogButtons buttons(dialog.Chrome(), nullptr);
+    for (Row& row : DialogKeys(buttons)) {
         rows.push_back(std::move(row));
     }
     return Sheet(rows).save(QString::fromLocal8Bit(argv[1])) ? 0 : 1;
