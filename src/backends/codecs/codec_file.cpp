@@ -1,10 +1,7 @@
 #include "backends/codecs/codec_file.h"
 
 #include "backends/codecs/format_text.h"
-#include "backends/codecs/source_factory.h"
 #include "components/pcm.h"
-
-#include <algorithm>
 
 namespace kestrune {
 
@@ -24,62 +21,36 @@ std::unique_ptr<KSTAudioFile2> MakeAudioFile() {
 
 Outcome CodecFile::OpenRead(const QString& file, qint32 /*first*/, qint32 /*second*/) {
     CloseOutput();
-    OpenedSource opened = OpenSource(file, headerless_);
-    source_ = std::move(opened.source);
-    if (!source_) {
-        qCDebug(logCodecs) << "cannot read" << file << "outcome" << static_cast<int>(opened.outcome);
+    const Outcome outcome = input_.Open(file, headerless_);
+    if (outcome != Outcome::Ok) {
+        qCDebug(logCodecs) << "cannot read" << file << "outcome" << static_cast<int>(outcome);
     }
-    return opened.outcome;
+    return outcome;
 }
 
 Outcome CodecFile::CloseFile() {
     if (output_) {
         return CloseOutput();
     }
-    const bool wasOpen = source_ != nullptr;
-    source_.reset();
+    const bool wasOpen = input_.IsOpen();
+    input_.Close();
     return wasOpen ? Outcome::Ok : Outcome::NotOpen;
 }
 
-qint64 CodecFile::Frame() const {
-    return frameBytes(source_->Info().channels);
-}
-
 QByteArray CodecFile::ReadBlock(qint64 size) {
-    if (!source_ || size < Frame()) {
-        return {};
-    }
-    // A caller may ask for more than there is; the room is taken as the samples come.
-    constexpr qint64 roomBytes = Q_INT64_C(1) << 20;
-    QByteArray block;
-    qint64 wanted = size / Frame();
-    while (wanted > 0) {
-        const qint64 frames = std::min(wanted, roomBytes / Frame());
-        const qsizetype before = block.size();
-        block.resize(before + frames * Frame());
-        const qint64 got = source_->Read(reinterpret_cast<qint16*>(block.data() + before), frames);
-        wanted -= got;
-        if (got < frames) {
-            block.resize(before + got * Frame());
-            break;
-        }
-    }
-    return block;
+    return input_.IsOpen() ? input_.Read(size) : QByteArray();
 }
 
 qint64 CodecFile::SeekTo(qint64 position, qint32 /*whence*/) {
-    if (!source_) {
-        return -1;
-    }
-    return source_->SeekTo(std::max<qint64>(position, 0) / Frame()) * Frame();
+    return input_.IsOpen() ? input_.SeekTo(position) : -1;
 }
 
 qint32 CodecFile::GetFormatId() const {
-    return source_ || output_ ? openFormatId : noFormatId;
+    return input_.IsOpen() || output_ ? openFormatId : noFormatId;
 }
 
 qint64 CodecFile::GetLengthBytes() {
-    return source_ ? source_->LengthFrames() * Frame() : 0;
+    return input_.IsOpen() ? input_.LengthBytes() : 0;
 }
 
 qint64 CodecFile::GetLengthMs() {
@@ -87,18 +58,18 @@ qint64 CodecFile::GetLengthMs() {
 }
 
 qint32 CodecFile::GetChannels() const {
-    return source_ ? source_->Info().channels : sourceShape_.channels;
+    return input_.IsOpen() ? input_.Info().channels : sourceShape_.channels;
 }
 
 qint32 CodecFile::GetWaveFormat() const {
-    return source_ ? source_->Info().rateHz : sourceShape_.rateHz;
+    return input_.IsOpen() ? input_.Info().rateHz : sourceShape_.rateHz;
 }
 
 QString CodecFile::GetFormatText() const {
-    if (!source_) {
+    if (!input_.IsOpen()) {
         return OutputFormatText(format_);
     }
-    const SourceInfo& info = source_->Info();
+    const SourceInfo& info = input_.Info();
     return FormatText(info.kind, info.rateHz, info.bitrateBps, info.channels, BitrateUnit::Small);
 }
 

@@ -2,10 +2,10 @@
 #pragma once
 
 #include "backends/codecs/ahead_outputs.h"
+#include "backends/codecs/decode_cache.h"
 #include "backends/codecs/encoding_output.h"
 #include "backends/codecs/encoding_pool.h"
 #include "backends/codecs/output_format.h"
-#include "backends/codecs/sample_source.h"
 #include "components/audio_file.h"
 
 #include <memory>
@@ -91,9 +91,10 @@ private:
     std::optional<OutputFormat> FormatFor(const QString& file) const;
     Outcome Open(EncodingOutput& output, const QString& file, const OutputFormat& format);
     Outcome CloseOutput();
-    qint64 Frame() const;
+    // What encodes while whole files are converted; else null.
+    EncodingPool* Pool();
 
-    std::unique_ptr<SampleSource> source_; // null while nothing is open
+    DecodeCache input_;
     OutputFormat format_;
     // The last ones that their encoders took; none: the usual one.
     std::optional<OutputFormat> mp3_;
@@ -101,7 +102,8 @@ private:
     std::optional<OutputFormat> vorbis_;
     HeaderlessFormats headerless_;
     SampleShape sourceShape_; // of the file that is or will be written
-    // Only while whole files are converted. Each uses those above it.
+    bool wholeFiles_ = false;
+    // Made with the first file that is written while whole files are. Each uses those above it.
     std::unique_ptr<EncodingPool> pool_;
     std::unique_ptr<AheadOutputs> ahead_;
     std::unique_ptr<EncodingOutput> output_; // null unless a file is written

@@ -1,6 +1,8 @@
 // The calls of an audio file that write.
 #include "backends/codecs/codec_file.h"
 
+#include "backends/codecs/sample_source.h"
+
 #include <QThread>
 
 #include <algorithm>
@@ -11,17 +13,25 @@ namespace {
 
 constexpr qint32 wholeFilesFlag = -1;
 constexpr int mostThreads = 2;
+// Of the samples that a reader keeps.
+constexpr qint64 mostKeptBytes = Q_INT64_C(256) << 20;
 // Of the samples and the files encoded ahead.
 constexpr qint64 mostAheadBytes = Q_INT64_C(256) << 20;
 
 } // namespace
 
 void CodecFile::SetFlag(qint32 value) {
-    if (value != wholeFilesFlag || pool_) {
-        return;
+    wholeFiles_ = value == wholeFilesFlag;
+    input_.KeepBlocks(wholeFiles_ ? mostKeptBytes : 0);
+}
+
+// Only an object that writes gets threads.
+EncodingPool* CodecFile::Pool() {
+    if (wholeFiles_ && !pool_) {
+        pool_ = std::make_unique<EncodingPool>(std::clamp(QThread::idealThreadCount(), 1, mostThreads));
+        ahead_ = std::make_unique<AheadOutputs>(*pool_, mostAheadBytes);
     }
-    pool_ = std::make_unique<EncodingPool>(std::clamp(QThread::idealThreadCount(), 1, mostThreads));
-    ahead_ = std::make_unique<AheadOutputs>(*pool_, mostAheadBytes);
+    return wholeFiles_ ? pool_.get() : nullptr;
 }
 
 Outcome CodecFile::CloseOutput() {
@@ -43,7 +53,7 @@ Outcome CodecFile::CloseOutput() {
 }
 
 Outcome CodecFile::Open(EncodingOutput& output, const QString& file, const OutputFormat& format) {
-    if (ahead_) {
+    if (Pool() != nullptr) {
         if (const std::optional<AheadOutput> ahead = ahead_->Take(file, format)) {
             return output.OpenAhead(file, format, *ahead);
         }
@@ -52,10 +62,10 @@ Outcome CodecFile::Open(EncodingOutput& output, const QString& file, const Outpu
 }
 
 Outcome CodecFile::Create(const QString& file, qint32 /*first*/) {
-    source_.reset();
+    input_.Close();
     CloseOutput();
     const std::optional<OutputFormat> format = FormatFor(file);
-    auto output = std::make_unique<EncodingOutput>(pool_.get());
+    auto output = std::make_unique<EncodingOutput>(Pool());
     const Outcome outcome = format ? Open(*output, file, *format) : Outcome::NotSupported;
     if (outcome != Outcome::Ok) {
         qCDebug(logCodecs) << "cannot write" << file << "outcome" << static_cast<int>(outcome);
@@ -63,7 +73,7 @@ Outcome CodecFile::Create(const QString& file, qint32 /*first*/) {
     }
     output_ = std::move(output);
     output_->SetSource(sourceShape_);
-    feedsAhead_ = ahead_ && ahead_->AnyExpected();
+    feedsAhead_ = Pool() != nullptr && ahead_->AnyExpected();
     return Outcome::Ok;
 }
 
@@ -90,7 +100,7 @@ Outcome CodecFile::WriteBlock(const QByteArray& block) {
 
 void CodecFile::ExpectOutput(const QString& file) {
     const std::optional<OutputFormat> format = FormatFor(file);
-    if (ahead_ && format) {
+    if (Pool() != nullptr && format) {
         ahead_->Expect(file, *format);
     }
 }

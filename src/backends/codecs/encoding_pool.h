@@ -29,8 +29,8 @@ private:
     friend class EncodingPool;
 
     // Of the thread that holds the job, and of the caller once it is over.
-    std::unique_ptr<EncodingPipeline> pipeline_;
     std::unique_ptr<QBuffer> memory_; // what a job without a file of its own writes to
+    std::unique_ptr<EncodingPipeline> pipeline_;
 
     // Under the pool's lock.
     std::deque<QByteArray> waiting_;

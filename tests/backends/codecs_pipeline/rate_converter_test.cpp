@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <string>
 #include <vector>
 
 namespace kestrune {
@@ -106,6 +107,15 @@ protected:
     }
 };
 
+class RateConverterDown : public RateConverterRatio {};
+
+std::string RatioName(const testing::TestParamInfo<Ratio>& tested) {
+    return std::to_string(tested.param.fromHz) + "To" + std::to_string(tested.param.toHz);
+}
+
+constexpr Ratio downward[] = {{48000, 44100}, {44100, 8000}, {96000, 44100}, {24000, 22050}};
+constexpr Ratio upward[] = {{44100, 48000}, {8000, 44100}, {22050, 24000}};
+
 } // namespace
 
 TEST_P(RateConverterRatio, TonesPassInTimeAndWithoutImages) {
@@ -119,10 +129,7 @@ TEST_P(RateConverterRatio, TonesPassInTimeAndWithoutImages) {
     }
 }
 
-TEST_P(RateConverterRatio, WhatTheNewRateCannotHoldIsSilent) {
-    if (to_ > from_) {
-        GTEST_SKIP() << "All tones of the lower rate can be held";
-    }
+TEST_P(RateConverterDown, WhatTheNewRateCannotHoldIsSilent) {
     for (double share = 1.002; share * half_ < from_ / 2.0; share += 0.033) {
         EXPECT_LT(Decibel(Level(ConvertedTone(share * half_))), -100) << share * half_;
     }
@@ -144,13 +151,9 @@ TEST_P(RateConverterRatio, CutsOfTheInputDoNotShow) {
     EXPECT_EQ(Converted(samples, from_, to_, 2, 333), whole);
 }
 
-INSTANTIATE_TEST_SUITE_P(Rates, RateConverterRatio,
-                         testing::Values(Ratio{48000, 44100}, Ratio{44100, 48000}, Ratio{44100, 8000},
-                                         Ratio{8000, 44100}, Ratio{96000, 44100}, Ratio{22050, 24000}),
-                         [](const auto& tested) {
-                             return std::to_string(tested.param.fromHz) + "To" +
-                                    std::to_string(tested.param.toHz);
-                         });
+INSTANTIATE_TEST_SUITE_P(Down, RateConverterRatio, testing::ValuesIn(downward), RatioName);
+INSTANTIATE_TEST_SUITE_P(Up, RateConverterRatio, testing::ValuesIn(upward), RatioName);
+INSTANTIATE_TEST_SUITE_P(Down, RateConverterDown, testing::ValuesIn(downward), RatioName);
 
 TEST(RateConverter, KeepsTheChannelsApart) {
     const std::vector<float> left = Tone(997, 48000, 48000);
