@@ -16,6 +16,7 @@ constexpr int storedBits = 16;
 constexpr qint32 highestQuality = 1000;
 constexpr float qualityUnit = 1000.0F;
 constexpr long unset = -1;
+// Always as many, since what the library makes of them depends on how they come.
 constexpr int framesAtOnce = 4096;
 constexpr qsizetype bytesAtOnce = 256 * 1024;
 // The same in each file, so that the same input gives the same file.
@@ -98,17 +99,18 @@ public:
 
     Outcome WriteFloats(const float* samples, qint64 frames) override {
         const int channels = format_.channels;
-        for (qint64 done = 0; done < frames; done += framesAtOnce) {
-            const int count = static_cast<int>(std::min<qint64>(frames - done, framesAtOnce));
-            float** const planes = vorbis_analysis_buffer(&dsp_, count);
+        for (qint64 done = 0; done < frames;) {
+            const int count = static_cast<int>(std::min<qint64>(frames - done, framesAtOnce - filled_));
+            float** const planes = vorbis_analysis_buffer(&dsp_, framesAtOnce);
             const float* from = samples + done * channels;
-            for (int frame = 0; frame < count; ++frame) {
+            for (int frame = filled_; frame < filled_ + count; ++frame) {
                 for (int channel = 0; channel < channels; ++channel) {
                     planes[channel][frame] = *from++;
                 }
             }
-            vorbis_analysis_wrote(&dsp_, count);
-            if (!TakeBlocks()) {
+            filled_ += count;
+            done += count;
+            if (filled_ == framesAtOnce && !CodeFilled()) {
                 return Outcome::WriteFailed;
             }
         }
@@ -116,6 +118,9 @@ public:
     }
 
     Outcome Finish() override {
+        if (filled_ > 0 && !CodeFilled()) {
+            return Outcome::WriteFailed;
+        }
         vorbis_analysis_wrote(&dsp_, 0);
         return TakeBlocks() && TakePages(ogg_stream_flush) && WriteOut() ? Outcome::Ok : Outcome::WriteFailed;
     }
@@ -138,6 +143,12 @@ private:
         ogg_stream_packetin(&stream_, &books);
         // The sound begins on a page of its own.
         return TakePages(ogg_stream_flush);
+    }
+
+    bool CodeFilled() {
+        vorbis_analysis_wrote(&dsp_, filled_);
+        filled_ = 0;
+        return TakeBlocks();
     }
 
     bool TakeBlocks() {
@@ -178,6 +189,7 @@ private:
     vorbis_block block_ = {};
     ogg_stream_state stream_ = {};
     bool begun_ = false;
+    int filled_ = 0;   // frames in the library's buffer that it was not told of yet
     QByteArray pages_; // ready, but not written yet
 };
 

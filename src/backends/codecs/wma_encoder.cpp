@@ -230,7 +230,7 @@ bool WmaEncoder::PutPacket(AVPacket& packet) {
     packet.stream_index = stream_->index;
     ++packetCount_;
     av_packet_rescale_ts(&packet, codec_->time_base, stream_->time_base);
-    return av_write_frame(container_.get(), &packet) >= 0;
+    return av_write_frame(container_.get(), &packet) >= 0 && io_->error >= 0;
 }
 
 } // namespace
