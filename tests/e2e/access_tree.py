@@ -111,6 +111,9 @@ class Item:
 
     @property
     def is_interactive(self):
+        # The bus gives every value a step up and down, also one that only shows how far something is.
+        if self.role == "progress bar":
+            return False
         return self.role in INTERACTIVE or "focusable" in self.states or bool(set(self.actions) - {FOCUS_TAKING})
 
     def __str__(self):
