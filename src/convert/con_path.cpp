@@ -19,7 +19,7 @@ QByteArray TakeText(const QByteArray& bytes, qsizetype& offset) {
         return {};
     }
     const qsizetype length = qFromLittleEndian<quint16>(bytes.constData() + offset);
-    const QByteArray text = bytes.mid(offset + lengthBytes, length);
+    QByteArray text = bytes.mid(offset + lengthBytes, length);
     offset += lengthBytes + text.size();
     return text;
 }

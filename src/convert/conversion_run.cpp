@@ -71,7 +71,7 @@ void ConversionRun::Start() {
     state.FilesConverted = 0;
     ActiveObj(false);
     DispFile();
-    SetProgressBar(progressBar_, state.FilesTotal);
+    SetProgressBar(0, state.FilesTotal);
     ConvertRows();
     EndRun();
 }

@@ -261,6 +261,9 @@ TEST_F(RunTest, ProgressOfTheBatchCountsTheRows) {
     });
     Start();
     EXPECT_THAT(seen, ElementsAre("0/2", "1/2", "2/2"));
+    seen.clear();
+    Start();
+    EXPECT_THAT(seen, ElementsAre("0/2", "1/2", "2/2"));
 }
 
 TEST_F(RunTest, ProgressOfAFileFollowsItsBlocksAndRestsAboveNothing) {
