@@ -16,6 +16,7 @@ constexpr int bodyFontPixels = 11;
 constexpr int titleFontPixels = 12;
 constexpr int optionsCaptionLeft = 30;
 constexpr int heightCaptionLeft = 27;
+constexpr int pathTextMargin = 5; // so that a label and its text box have their text in one place
 
 const std::array<const char*, outputBoxCount> formatNames = {"chWMA",  "chMP3",  "chOGG",  "chADPCM",
                                                              "chDSP",  "chMP2",  "chVOX",  "chGSM",
@@ -134,6 +135,9 @@ void Builder::MakePaths() {
     controls_.LabelOut = Put(new PathLabel(window_), QStringLiteral("LabelOut"), at::path[1]);
     controls_.txtInputFile = Put(new QLineEdit(side), QStringLiteral("txtInputFile"), InSide(at::path[0]));
     controls_.TextOutPath = Put(new QLineEdit(window_), QStringLiteral("TextOutPath"), at::path[1]);
+    for (QLineEdit* box : {controls_.txtInputFile, controls_.TextOutPath}) {
+        box->setTextMargins(pathTextMargin, 0, pathTextMargin, 0);
+    }
     controls_.txtInputFile->setAccessibleName(captions[0]);
     controls_.TextOutPath->setAccessibleName(captions[1]);
     const int group = hover_.AddGroup();

@@ -23,8 +23,8 @@ protected:
             MakeFile(QLatin1String(name), 40000);
         }
         Open();
-        rules.Jobs.txtInputFile_Change(music.path());
-        rules.Jobs.TextOutPath_Change(results.path());
+        Find<QLineEdit>("txtInputFile")->setText(music.path());
+        Find<QLineEdit>("TextOutPath")->setText(results.path());
         Click("ImageAllClear(0)");
     }
     // Words of labels and boxes lie inside of them.
@@ -80,6 +80,40 @@ TEST_F(ConverterLookTest, NothingIsCutOffInAnyState) {
     Keep(QStringLiteral("done"));
 }
 
+// A ring shows where the keyboard is, and only then.
+TEST_F(ConverterLookTest, ARingFollowsTheKeyboard) {
+    Fill();
+    const auto ringed = [this](const char* name) {
+        const QWidget* control = Find(name);
+        const QImage picture =
+            window.grab(QRect(control->mapTo(&window, QPoint()), control->size())).toImage();
+        int pixels = 0;
+        for (int y = 0; y < picture.height(); ++y) {
+            for (int x = 0; x < picture.width(); ++x) {
+                pixels += picture.pixelColor(x, y) == QColor(128, 128, 255) ? 1 : 0;
+            }
+        }
+        return pixels;
+    };
+    Tick("chVOX");
+    const int byMouse = ringed("chVOX");
+    QTest::keyClick(Find("chVOX"), Qt::Key_Tab);
+    QTest::keyClick(window.focusWidget(), Qt::Key_Backtab);
+    ASSERT_TRUE(Find("chVOX")->hasFocus());
+    EXPECT_GT(ringed("chVOX"), byMouse + 40);
+    Keep(QStringLiteral("ring_box"));
+    const std::pair<const char*, const char*> rings[] = {
+        {"LabelOut", "ring_path"}, {"ImageOptions", "ring_key"}, {"Image1", "ring_start"}};
+    for (const auto& [name, picture] : rings) {
+        const int without = ringed(name);
+        Find(name)->setFocus(Qt::TabFocusReason);
+        EXPECT_GT(ringed(name), without + 40) << name;
+        Keep(QString::fromLatin1(picture));
+    }
+    Click("LabelIn");
+    Keep(QStringLiteral("typing"));
+}
+
 TEST_F(ConverterLookTest, EveryControlHasANameForAScreenReader) {
     Open();
     Click("ImageUpdown");
@@ -129,8 +163,8 @@ TEST_F(ConverterLookTest, TabComesToEveryControl) {
                           : QStringList{"LabelIn",       "ImageinPath",      "Checkin(0)",      "Checkin(10)",
                                         "ListViewInput", "ImageAllClear(0)", "ImageAllClear(1)"};
         for (const QString& name : std::as_const(expected)) {
-            EXPECT_TRUE(reached.contains(name))
-                << name.toStdString() << " is none of " << QStringList(reached.values()).join(u' ').toStdString();
+            EXPECT_TRUE(reached.contains(name)) << name.toStdString() << " is none of "
+                                                << QStringList(reached.values()).join(u' ').toStdString();
         }
         EXPECT_EQ(reached.contains(QStringLiteral("ListViewInput")), !panel);
     }

@@ -12,8 +12,8 @@ protected:
             MakeFile(QString(QChar(u'a' + i)) + QStringLiteral(".wav"));
         }
         ConverterWindowTest::Open();
-        rules.Jobs.txtInputFile_Change(music.path());
-        rules.Jobs.TextOutPath_Change(results.path());
+        Find<QLineEdit>("txtInputFile")->setText(music.path());
+        Find<QLineEdit>("TextOutPath")->setText(results.path());
         Click("ImageAllClear(0)");
         Tick("chMP3");
         Tick("chOGG");

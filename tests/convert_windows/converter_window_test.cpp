@@ -153,8 +153,8 @@ protected:
             MakeFile(QLatin1String(name));
         }
         ConverterWindowTest::Open();
-        rules.Jobs.txtInputFile_Change(music.path());
-        rules.Jobs.TextOutPath_Change(results.path());
+        Find<QLineEdit>("txtInputFile")->setText(music.path());
+        Find<QLineEdit>("TextOutPath")->setText(results.path());
         ASSERT_EQ(rules.Rows.Count(), 3);
     }
 };
