@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <random>
 
 namespace kestrune {
@@ -50,7 +51,8 @@ TEST(TrueSpeechPulses, FindsPulsesThatWereThere) {
         there.pulseSizes = static_cast<int>(random() % 0x4000);
         there.pulsePlaces = (random() % 4060) << 15 | random() % 27405;
         const SubframeValues wanted = Convolved(SomeResponse(), TrueSpeechSynthesis::Pulses(there));
-        const PulseChoice choice = search.Choose(search.Sums(wanted));
+        const PulseTarget target = {search.Sums(wanted), 0};
+        const PulseChoice choice = search.Choose(std::span(&target, 1));
         TrueSpeechSubframe chosen;
         chosen.pulseGain = choice.gain;
         chosen.pulseSizes = choice.sizes;
@@ -62,13 +64,42 @@ TEST(TrueSpeechPulses, FindsPulsesThatWereThere) {
         EXPECT_LT(left, 0.5F * Power(wanted));
         found += left < 0.05F * Power(wanted) ? 1 : 0;
     }
-    EXPECT_GT(found, rounds * 3 / 4);
+    // A search that looks everywhere would find all; this one gives up few for its speed.
+    EXPECT_GT(found, rounds * 3 / 5);
 }
 
 TEST(TrueSpeechPulses, SilenceGetsTheSmallest) {
     PulseSearch search;
     search.SetResponse(SomeResponse());
-    EXPECT_EQ(search.Choose({}).gain, 0);
+    const PulseTarget nothing;
+    EXPECT_EQ(search.Choose(std::span(&nothing, 1)).gain, 0);
+}
+
+TEST(TrueSpeechPulses, TheTargetThatIsMetBestIsTold) {
+    PulseSearch search;
+    search.SetResponse(SomeResponse());
+    TrueSpeechSubframe there;
+    there.pulseGain = 8;
+    const SubframeValues wanted = Convolved(SomeResponse(), TrueSpeechSynthesis::Pulses(there));
+    std::array<PulseTarget, 3> targets;
+    targets[1].sums = search.Sums(wanted);
+    EXPECT_EQ(search.Choose(targets).target, 1U);
+    targets[2].gained = 2 * Power(wanted);
+    EXPECT_EQ(search.Choose(targets).target, 2U);
+    // A target is not changed by the ones beside it.
+    EXPECT_EQ(search.Choose(std::span(targets).subspan(1, 1)).places, there.pulsePlaces);
+}
+
+TEST(TrueSpeechPulses, WhatAnExcitationGivesIsTakenOff) {
+    PulseSearch search;
+    search.SetResponse(SomeResponse());
+    TrueSpeechSamples excitation;
+    std::mt19937 random(6);
+    std::generate(excitation.begin(), excitation.end(), [&] { return static_cast<qint16>(random() % 1000); });
+    const auto left = search.Without(search.Sums(Convolved(SomeResponse(), excitation)), excitation);
+    const auto most = std::max_element(left.begin(), left.end());
+    EXPECT_LT(*most, 10);
+    EXPECT_GT(*std::min_element(left.begin(), left.end()), -10);
 }
 
 TEST(TrueSpeechPitch, TellsTrulyWhatEachWayGains) {
@@ -114,12 +145,10 @@ TEST(TrueSpeechPitch, FindsThePeriod) {
     PitchSearch search;
     search.Prepare(synthesis.Excitation(), SomeResponse(), Convolved(SomeResponse(), next), 0,
                    trueSpeechLags - 1);
-    int best = 0;
-    for (int lag = 0; lag < trueSpeechLags; ++lag) {
-        best = search.GainedAt(lag) > search.GainedAt(best) ? lag : best;
-    }
+    const auto gained = search.GainedByLag();
+    const auto best = std::max_element(gained.begin(), gained.end()) - gained.begin();
     // Of the two taps one is on the sample before.
-    EXPECT_NEAR(best + trueSpeechShortestLag, 73, 1);
+    EXPECT_NEAR(static_cast<double>(best) + trueSpeechShortestLag, 73, 1);
 }
 
 } // namespace

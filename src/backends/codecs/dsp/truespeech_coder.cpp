@@ -11,15 +11,7 @@ namespace kestrune {
 namespace {
 
 constexpr size_t triedLags = 3;    // of a half
-constexpr size_t triedPitches = 3; // of a subframe
-
-float Power(const SubframeValues& values) {
-    float power = 0;
-    for (const float value : values) {
-        power += value * value;
-    }
-    return power;
-}
+constexpr size_t triedPitches = 2; // of a subframe
 
 // What a predictor leaves of samples that have `trueSpeechOrder` before them.
 float LeftBy(const PredictorTaps& taps, const float* samples) {
@@ -103,6 +95,9 @@ void TrueSpeechCoder::EncodeHalf(int half) {
         trial.error = 0;
         trial.block.lag[static_cast<size_t>(half)] = lag;
         EncodeSubframe(trial, early, wanted, pitch_);
+        if (trial.error >= best.error) {
+            continue;
+        }
         const SubframeValues wantedLater = WantedFrom(trial, late);
         laterPitch_.Prepare(trial.synthesis.Excitation(), settings_[static_cast<size_t>(late)].response,
                             wantedLater, lag, lag);
@@ -120,34 +115,32 @@ void TrueSpeechCoder::EncodeHalf(int half) {
 }
 
 // For the second subframe of a half, whose excitation is not known yet, the original stands in.
-float TrueSpeechCoder::GainedByRepeating(int subframe, int distance) const {
-    const SubframeValues& now = settings_[static_cast<size_t>(subframe)].weighted;
-    const SubframeValues& before = settings_[static_cast<size_t>(subframe) - 1].weighted;
-    float common = 0;
-    float power = 1;
-    for (int sample = 0; sample < trueSpeechSubframeSamples; ++sample) {
-        const int from = sample - distance;
-        float past = 0;
-        if (from >= 0) {
-            past = now[static_cast<size_t>(from)];
-        } else if (from >= -trueSpeechSubframeSamples) {
-            past = before[static_cast<size_t>(from + trueSpeechSubframeSamples)];
-        } else {
-            past = weightedPast_[static_cast<size_t>(trueSpeechHistory + trueSpeechSubframeSamples + from)];
-        }
-        common += past * now[static_cast<size_t>(sample)];
-        power += past * past;
+std::array<float, trueSpeechLags + trueSpeechLagSteps - 1> TrueSpeechCoder::GainedLater(int half) const {
+    std::array<float, trueSpeechHistory + 2 * trueSpeechSubframeSamples> line;
+    auto end = std::copy(weightedPast_.begin(), weightedPast_.end(), line.begin());
+    for (int subframe = 2 * half; subframe < 2 * half + 2; ++subframe) {
+        const SubframeValues& weighted = settings_[static_cast<size_t>(subframe)].weighted;
+        end = std::copy(weighted.begin(), weighted.end(), end);
     }
-    return common > 0 ? common * common / power : 0;
+    const std::span all(line);
+    const auto now = all.last<trueSpeechSubframeSamples>();
+    std::array<float, trueSpeechLags + trueSpeechLagSteps - 1> gained;
+    float power = 0;
+    for (size_t lag = 0; lag < gained.size(); ++lag) {
+        const auto past = all.subspan(line.size() - trueSpeechSubframeSamples - trueSpeechShortestLag - lag)
+                              .first<trueSpeechSubframeSamples>();
+        const float common = Product(past, now);
+        // From lag to lag one sample enters and one leaves; 1 keeps silence from dividing by nothing.
+        const float leaving = past.data()[past.size()];
+        power = lag == 0 ? Product(past, past) + 1 : power + past[0] * past[0] - leaving * leaving;
+        gained[lag] = common > 0 ? common * common / std::max(power, 1.0F) : 0;
+    }
+    return gained;
 }
 
 std::vector<int> TrueSpeechCoder::LagsWorthTrying(const PitchSearch& search, int half) const {
-    std::array<float, trueSpeechLags + trueSpeechLagSteps - 1> early;
-    std::array<float, trueSpeechLags + trueSpeechLagSteps - 1> late;
-    for (size_t lag = 0; lag < early.size(); ++lag) {
-        early[lag] = search.GainedAt(static_cast<int>(lag));
-        late[lag] = GainedByRepeating(2 * half + 1, static_cast<int>(lag) + trueSpeechShortestLag);
-    }
+    const auto early = search.GainedByLag();
+    const auto late = GainedLater(half);
     std::array<float, trueSpeechLags> gained;
     for (size_t lag = 0; lag < gained.size(); ++lag) {
         gained[lag] = *std::max_element(early.data() + lag, early.data() + lag + trueSpeechLagSteps) +
@@ -157,8 +150,8 @@ std::vector<int> TrueSpeechCoder::LagsWorthTrying(const PitchSearch& search, int
     while (lags.size() < triedLags) {
         const auto best = std::max_element(gained.begin(), gained.end()) - gained.begin();
         lags.push_back(static_cast<int>(best));
-        for (auto near = std::max<std::ptrdiff_t>(0, best - 2);
-             near < std::min<std::ptrdiff_t>(trueSpeechLags, best + 3); ++near) {
+        for (auto near = std::max<std::ptrdiff_t>(0, best - 3);
+             near < std::min<std::ptrdiff_t>(trueSpeechLags, best + 4); ++near) {
             gained[static_cast<size_t>(near)] = -1;
         }
     }
@@ -170,25 +163,24 @@ void TrueSpeechCoder::EncodeSubframe(Trial& trial, int subframe, const SubframeV
     const Setting& setting = settings_[static_cast<size_t>(subframe)];
     const int lag = trial.block.lag[static_cast<size_t>(subframe / 2)];
     const SubframeValues sums = setting.pulses.Sums(wanted);
-    TrueSpeechSubframe chosen;
-    TrueSpeechSamples repeated = {};
-    float gained = -std::numeric_limits<float>::infinity();
-    for (const PitchChoice& choice : search.Best(lag, triedPitches)) {
-        const TrueSpeechSamples tried = trial.synthesis.Repeated(lag, choice.pitch);
-        const PulseChoice pulses = setting.pulses.Choose(setting.pulses.Without(sums, tried));
-        if (choice.gained + pulses.gained > gained) {
-            gained = choice.gained + pulses.gained;
-            chosen = {choice.pitch, pulses.gain, pulses.sizes, pulses.places};
-            repeated = tried;
-        }
+    const auto pitches = search.Best(lag, triedPitches);
+    std::array<TrueSpeechSamples, triedPitches> repeated;
+    std::array<PulseTarget, triedPitches> targets;
+    for (size_t tried = 0; tried < triedPitches; ++tried) {
+        repeated[tried] = trial.synthesis.Repeated(lag, pitches[tried].pitch);
+        targets[tried] = {setting.pulses.Without(sums, repeated[tried]), pitches[tried].gained};
     }
+    const PulseChoice pulses = setting.pulses.Choose(targets);
+    const TrueSpeechSubframe chosen = {pitches[pulses.target].pitch, pulses.gain, pulses.sizes,
+                                       pulses.places};
     trial.block.subframes[static_cast<size_t>(subframe)] = chosen;
     const TrueSpeechSamples decoded =
-        trial.synthesis.Decode(subframe, repeated, TrueSpeechSynthesis::Pulses(chosen));
+        trial.synthesis.Decode(subframe, repeated[pulses.target], TrueSpeechSynthesis::Pulses(chosen));
     SubframeValues errors;
     std::transform(setting.original.begin(), setting.original.end(), decoded.begin(), errors.begin(),
                    [](float original, qint16 sample) { return original - sample; });
-    trial.error += Power(trial.weight.Run(setting.taps, errors));
+    errors = trial.weight.Run(setting.taps, errors);
+    trial.error += Product(errors, errors);
 }
 
 } // namespace kestrune

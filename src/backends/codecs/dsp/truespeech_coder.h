@@ -35,7 +35,7 @@ private:
     void SetSubframes(BlockSamples block);
     void EncodeHalf(int half);
     std::vector<int> LagsWorthTrying(const PitchSearch& search, int half) const;
-    float GainedByRepeating(int subframe, int distance) const;
+    std::array<float, trueSpeechLags + trueSpeechLagSteps - 1> GainedLater(int half) const;
     SubframeValues WantedFrom(const Trial& trial, int subframe) const;
     void EncodeSubframe(Trial& trial, int subframe, const SubframeValues& wanted,
                         const PitchSearch& search) const;

@@ -13,23 +13,16 @@ struct Taps {
     float nearer = 0;
 };
 
-std::array<Taps, trueSpeechPitchFilters> MakeTaps() {
+Taps TapsOf(size_t filter) {
     constexpr float whole = 16384;
-    std::array<Taps, trueSpeechPitchFilters> taps;
-    std::transform(trueSpeechPitchFilters25.begin(), trueSpeechPitchFilters25.end(), taps.begin(),
-                   [](const PitchFilter& filter) {
-                       return Taps{static_cast<float>(filter.further) / whole,
-                                   static_cast<float>(filter.nearer) / whole};
-                   });
-    return taps;
+    const PitchFilter& taps = trueSpeechPitchTaps[filter];
+    return {static_cast<float>(taps.further) / whole, static_cast<float>(taps.nearer) / whole};
 }
 
-const std::array<Taps, trueSpeechPitchFilters>& AllTaps() {
-    static const auto taps = MakeTaps();
-    return taps;
-}
+} // namespace
 
-float Product(const SubframeValues& left, const SubframeValues& right) {
+float Product(std::span<const float, trueSpeechSubframeSamples> left,
+              std::span<const float, trueSpeechSubframeSamples> right) {
     std::array<float, 4> sums = {};
     for (size_t sample = 0; sample < left.size(); sample += sums.size()) {
         for (size_t lane = 0; lane < sums.size(); ++lane) {
@@ -38,8 +31,6 @@ float Product(const SubframeValues& left, const SubframeValues& right) {
     }
     return (sums[0] + sums[1]) + (sums[2] + sums[3]);
 }
-
-} // namespace
 
 void PitchSearch::Prepare(const std::array<qint16, trueSpeechHistory>& excitation,
                           const SubframeValues& response, const SubframeValues& wanted, int firstLag,
@@ -80,49 +71,44 @@ void PitchSearch::PrepareDistance(int distance) {
     ownSums_[now] = Product(repeated, repeated);
 }
 
-std::array<float, trueSpeechPitchFilters> PitchSearch::GainedByFilter(int distance) const {
-    const auto nearer = static_cast<size_t>(distance);
-    const size_t further = nearer + 1;
-    std::array<float, trueSpeechPitchFilters> gained;
-    std::transform(AllTaps().begin(), AllTaps().end(), gained.begin(), [&](const Taps& taps) {
-        return taps.further * (2 * wantedSums_[further] - taps.further * ownSums_[further]) +
-               taps.nearer * (2 * wantedSums_[nearer] - taps.nearer * ownSums_[nearer]) -
-               2 * taps.further * taps.nearer * nextSums_[nearer];
-    });
-    return gained;
-}
-
 // A lag shorter than the subframe repeats what the filter has just made, so it goes through it once more.
-float PitchSearch::GainedExactly(int distance, size_t filter) const {
-    const Taps taps = AllTaps()[filter];
-    const auto nearer = static_cast<size_t>(distance);
+float PitchSearch::GainedExactly(size_t distance, float furtherTap, float nearerTap) const {
+    const size_t nearer = distance;
     const size_t further = nearer + 1;
     SubframeValues made;
     for (size_t sample = 0; sample < made.size(); ++sample) {
-        made[sample] = taps.further * delayed_[further][sample] + taps.nearer * delayed_[nearer][sample];
+        made[sample] = furtherTap * delayed_[further][sample] + nearerTap * delayed_[nearer][sample];
     }
     if (nearer < made.size()) {
-        made[nearer] += taps.nearer * made[0];
+        made[nearer] += nearerTap * made[0];
     }
     for (size_t sample = further; sample < made.size(); ++sample) {
-        made[sample] += taps.further * made[sample - further] + taps.nearer * made[sample - nearer];
+        made[sample] += furtherTap * made[sample - further] + nearerTap * made[sample - nearer];
     }
     return 2 * Product(made, wanted_) - Product(made, made);
 }
 
-float PitchSearch::GainedAt(int lag) const {
-    const auto gained = GainedByFilter(lag + trueSpeechShortestLag);
-    return std::max(0.0F, *std::max_element(gained.begin(), gained.end()));
+std::array<float, trueSpeechLags + trueSpeechLagSteps - 1> PitchSearch::GainedByLag() const {
+    std::array<float, trueSpeechLags + trueSpeechLagSteps - 1> best = {};
+    for (size_t filter = 0; filter < trueSpeechPitchFilters; ++filter) {
+        const Taps taps = TapsOf(filter);
+        for (size_t lag = 0; lag < best.size(); ++lag) {
+            const float gained = Gained(lag + trueSpeechShortestLag, taps.further, taps.nearer);
+            best[lag] = best[lag] < gained ? gained : best[lag];
+        }
+    }
+    return best;
 }
 
 std::vector<PitchChoice> PitchSearch::Best(int lag, size_t count) const {
     std::vector<PitchChoice> choices(1);
     for (int step = 0; step < trueSpeechLagSteps; ++step) {
-        const int distance = lag + step + trueSpeechShortestLag;
-        const auto estimated = GainedByFilter(distance);
-        for (size_t filter = 0; filter < estimated.size(); ++filter) {
-            const float gained =
-                distance < trueSpeechSubframeSamples ? GainedExactly(distance, filter) : estimated[filter];
+        const auto distance = static_cast<size_t>(lag + step + trueSpeechShortestLag);
+        for (size_t filter = 0; filter < trueSpeechPitchFilters; ++filter) {
+            const Taps taps = TapsOf(filter);
+            const float gained = distance < trueSpeechSubframeSamples
+                                     ? GainedExactly(distance, taps.further, taps.nearer)
+                                     : Gained(distance, taps.further, taps.nearer);
             choices.push_back({step * trueSpeechPitchFilters + static_cast<int>(filter), gained});
         }
     }

@@ -14,6 +14,10 @@ constexpr int trueSpeechLags = 124;
 // What a subframe can add to the lag of its half: 0 to 4.
 constexpr int trueSpeechLagSteps = 5;
 
+// Sum of products, in an order that is worked on in fours.
+float Product(std::span<const float, trueSpeechSubframeSamples> left,
+              std::span<const float, trueSpeechSubframeSamples> right);
+
 struct PitchChoice {
     int pitch = trueSpeechNoPitch; // field of the subframe
     float gained = 0;              // by how much the sum of squares that is left falls
@@ -26,9 +30,10 @@ public:
     // reference.
     void Prepare(const std::array<qint16, trueSpeechHistory>& excitation, const SubframeValues& response,
                  const SubframeValues& wanted, int firstLag, int lastLag);
-    // How much the best filter gains of what is repeated from `lag` and the shortest lag samples ago; an
-    // estimate where that is less than a subframe. Here `lag` may exceed the last by the steps.
-    float GainedAt(int lag) const;
+    // For each lag of a half, from that many and the shortest lag samples ago, what the best filter gains; an
+    // estimate where that is less than a subframe. Behind the lags come those that steps lead to. All lags
+    // must be prepared.
+    std::array<float, trueSpeechLags + trueSpeechLagSteps - 1> GainedByLag() const;
     // The `count` best ways of one lag, best first, that of repeating nothing among them.
     std::vector<PitchChoice> Best(int lag, size_t count) const;
 
@@ -36,8 +41,14 @@ private:
     static constexpr int distances = trueSpeechHistory + 1;
 
     void PrepareDistance(int distance);
-    std::array<float, trueSpeechPitchFilters> GainedByFilter(int distance) const;
-    float GainedExactly(int distance, size_t filter) const;
+    // What a filter gains, with what it has made itself left out.
+    float Gained(size_t distance, float furtherTap, float nearerTap) const {
+        const size_t further = distance + 1;
+        return furtherTap * (2 * wantedSums_[further] - furtherTap * ownSums_[further]) +
+               nearerTap * (2 * wantedSums_[distance] - nearerTap * ownSums_[distance]) -
+               2 * furtherTap * nearerTap * nextSums_[distance];
+    }
+    float GainedExactly(size_t distance, float furtherTap, float nearerTap) const;
 
     SubframeValues wanted_ = {};
     // The response to the excitation of so many samples ago, as far as it is known, ...

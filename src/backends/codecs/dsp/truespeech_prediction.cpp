@@ -19,10 +19,10 @@ using Predictor = std::array<double, trueSpeechOrder>;
 constexpr double silence = 1e-3;
 // A floor of noise 46 dB below, and lines blurred by 40 Hz, so that one pure tone does not push the predictor
 // to where its steps are coarse.
-constexpr double noiseShare = 2.5e-5;
+constexpr double noiseShare = 1e-3;
 // By how much the floor is raised as long as no predictor that the format has room for comes of it.
 constexpr double noiseStep = 10;
-constexpr double blurHz = 25;
+constexpr double blurHz = 80;
 
 std::array<float, trueSpeechWindowSamples> MakeWindow() {
     std::array<float, trueSpeechWindowSamples> window;

@@ -7,7 +7,7 @@ namespace kestrune {
 
 // The predictor is fitted to samples around the middle of the block's second half, where it holds alone.
 constexpr int trueSpeechWindowSamples = 300;
-constexpr int trueSpeechWindowOffset = 40; // of the window's first sample from the block's first
+constexpr int trueSpeechWindowOffset = 60; // of the window's first sample from the block's first
 
 using TrueSpeechReflectionEntries = std::array<int, trueSpeechOrder>;
 

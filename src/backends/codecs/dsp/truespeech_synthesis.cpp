@@ -15,11 +15,6 @@ constexpr int tableBits = 15;
 constexpr int largerShare = 21846;
 constexpr int smallerShare = 10923;
 
-// Sums run around as 32-bit words do, whatever the samples.
-quint32 Product(int left, int right) {
-    return static_cast<quint32>(left) * static_cast<quint32>(right);
-}
-
 int Rounded(quint32 sum) {
     return static_cast<int>(sum + (1U << (predictorBits - 1))) >> predictorBits;
 }
@@ -28,28 +23,42 @@ qint16 Limited(int sample) {
     return static_cast<qint16>(std::clamp(sample, -peak, peak));
 }
 
-template <typename Memory>
-void Push(Memory& memory, qint16 sample) {
-    std::copy_backward(memory.begin(), memory.end() - 1, memory.end());
-    memory[0] = sample;
-}
+using Taps = std::array<qint16, trueSpeechOrder>;
 
-template <typename Memory, typename Taps>
-quint32 Sum(const Memory& memory, const Taps& taps) {
-    quint32 sum = 0;
-    for (size_t tap = 0; tap < memory.size(); ++tap) {
-        sum += Product(memory[tap], taps[tap]);
+// Samples with those before them that a filter reaches back to, oldest first.
+class Line {
+public:
+    explicit Line(const Taps& memory) { std::copy(memory.begin(), memory.end(), samples_.begin()); }
+    void Put(size_t sample, qint16 value) { samples_[trueSpeechOrder + sample] = value; }
+    qint16 Before(size_t sample) const { return samples_[trueSpeechOrder - 1 + sample]; }
+    // `taps` in the order of the samples. Sums run around as 32-bit words do.
+    quint32 Sum(size_t sample, const Taps& taps) const {
+        quint32 sum = 0;
+        for (size_t tap = 0; tap < taps.size(); ++tap) {
+            sum += static_cast<quint32>(samples_[sample + tap] * taps[tap]);
+        }
+        return sum;
     }
-    return sum;
-}
+    void Keep(Taps& memory) const {
+        std::copy(samples_.end() - trueSpeechOrder, samples_.end(), memory.begin());
+    }
 
-std::array<int, trueSpeechOrder> Decayed(const TrueSpeechPredictor& predictor,
-                                         const std::array<int, trueSpeechOrder>& decay) {
-    std::array<int, trueSpeechOrder> taps;
-    for (size_t tap = 0; tap < taps.size(); ++tap) {
-        taps[tap] = decay[tap] * predictor[tap] >> tableBits;
-    }
+private:
+    std::array<qint16, trueSpeechOrder + trueSpeechSubframeSamples> samples_;
+};
+
+Taps Reversed(const TrueSpeechPredictor& predictor) {
+    Taps taps;
+    std::reverse_copy(predictor.begin(), predictor.end(), taps.begin());
     return taps;
+}
+
+Taps Decayed(const TrueSpeechPredictor& predictor, const std::array<int, trueSpeechOrder>& decay) {
+    TrueSpeechPredictor decayed;
+    for (size_t tap = 0; tap < decayed.size(); ++tap) {
+        decayed[tap] = static_cast<qint16>(decay[tap] * predictor[tap] >> tableBits);
+    }
+    return Reversed(decayed);
 }
 
 qint16 Mixed(qint16 larger, qint16 smaller) {
@@ -105,7 +114,7 @@ TrueSpeechSamples TrueSpeechSynthesis::Repeated(int lag, int pitch) const {
     }
     std::array<qint16, trueSpeechHistory + trueSpeechSubframeSamples> line;
     std::copy(excitation_.begin(), excitation_.end(), line.begin());
-    const PitchFilter filter = trueSpeechPitchFilters25[static_cast<size_t>(pitch % trueSpeechPitchFilters)];
+    const PitchFilter filter = trueSpeechPitchTaps[static_cast<size_t>(pitch % trueSpeechPitchFilters)];
     const int distance =
         std::min(lag + pitch / trueSpeechPitchFilters + trueSpeechShortestLag, trueSpeechHistory - 1);
     auto from = line.begin() + (trueSpeechHistory - 1 - distance);
@@ -151,32 +160,38 @@ TrueSpeechSamples TrueSpeechSynthesis::Decode(int subframe, const TrueSpeechSamp
 }
 
 void TrueSpeechSynthesis::Predict(int subframe, TrueSpeechSamples& samples) {
-    for (qint16& sample : samples) {
-        sample = Limited(sample + Rounded(Sum(predicted_, Predictor(subframe))));
-        Push(predicted_, sample);
+    const Taps taps = Reversed(Predictor(subframe));
+    Line line(predicted_);
+    for (size_t sample = 0; sample < samples.size(); ++sample) {
+        samples[sample] = Limited(samples[sample] + Rounded(line.Sum(sample, taps)));
+        line.Put(sample, samples[sample]);
     }
+    line.Keep(predicted_);
 }
 
 void TrueSpeechSynthesis::TakeFormants(int subframe, TrueSpeechSamples& samples) {
-    const auto taps = Decayed(Predictor(subframe), trueSpeechZeroDecay);
-    for (qint16& sample : samples) {
-        const quint32 sum = Sum(taken_, taps);
-        Push(taken_, sample);
-        sample = static_cast<qint16>(sample + (static_cast<int>(0U - sum) >> predictorBits));
+    const Taps taps = Decayed(Predictor(subframe), trueSpeechZeroDecay);
+    Line line(taken_);
+    for (size_t sample = 0; sample < samples.size(); ++sample) {
+        line.Put(sample, samples[sample]);
+        const int sum = static_cast<int>(0U - line.Sum(sample, taps)) >> predictorBits;
+        samples[sample] = static_cast<qint16>(samples[sample] + sum);
     }
+    line.Keep(taken_);
 }
 
 void TrueSpeechSynthesis::GiveFormants(int subframe, TrueSpeechSamples& samples) {
-    const auto taps = Decayed(Predictor(subframe), trueSpeechPoleDecay);
+    const Taps taps = Decayed(Predictor(subframe), trueSpeechPoleDecay);
     const int tilt = firstReflection_ - (firstReflection_ >> 2);
-    for (qint16& sample : samples) {
-        quint32 sum = Product(sample, 1 << predictorBits) + Sum(given_, taps);
-        const int before = given_[0];
-        Push(given_, Limited(Rounded(sum)));
-        sum += static_cast<quint32>(static_cast<int>(Product(before, tilt)) >> 4);
+    Line line(given_);
+    for (size_t sample = 0; sample < samples.size(); ++sample) {
+        quint32 sum = (static_cast<quint32>(samples[sample]) << predictorBits) + line.Sum(sample, taps);
+        line.Put(sample, Limited(Rounded(sum)));
+        sum += static_cast<quint32>(line.Before(sample) * tilt >> 4);
         sum -= static_cast<quint32>(static_cast<int>(sum) >> 3);
-        sample = Limited(Rounded(sum));
+        samples[sample] = Limited(Rounded(sum));
     }
+    line.Keep(given_);
 }
 
 } // namespace kestrune

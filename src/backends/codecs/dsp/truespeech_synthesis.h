@@ -41,7 +41,7 @@ public:
                              const TrueSpeechSamples& pulses);
 
 private:
-    using Memory = std::array<qint16, trueSpeechOrder>; // latest sample first
+    using Memory = std::array<qint16, trueSpeechOrder>; // oldest sample first
 
     void Predict(int subframe, TrueSpeechSamples& samples);
     void TakeFormants(int subframe, TrueSpeechSamples& samples);

@@ -6,8 +6,8 @@ namespace kestrune {
 
 namespace {
 
-constexpr float errorZero = 0.9F;
-constexpr float errorPole = 0.6F;
+constexpr float errorZero = 0.92F;
+constexpr float errorPole = 0.7F;
 // Of the decoder's last filters.
 constexpr float soundZero = 0.55F;
 constexpr float soundPole = 0.75F;
@@ -23,30 +23,40 @@ PredictorTaps Decayed(const PredictorTaps& taps, float decay) {
     return decayed;
 }
 
-using Memory = std::array<float, trueSpeechOrder>;
+// Values with as many before them as the filters reach back, oldest first.
+using Line = std::array<float, trueSpeechOrder + trueSpeechSubframeSamples>;
 
-float Predicted(const PredictorTaps& taps, const Memory& memory) {
-    float sum = 0;
-    for (size_t tap = 0; tap < taps.size(); ++tap) {
-        sum += taps[tap] * memory[tap];
-    }
-    return sum;
+Line LineOf(const FilterPast& past, const SubframeValues& values) {
+    Line line;
+    std::copy(values.begin(), values.end(), std::copy(past.begin(), past.end(), line.begin()));
+    return line;
 }
 
-void Push(Memory& memory, float value) {
-    std::copy_backward(memory.begin(), memory.end() - 1, memory.end());
-    memory[0] = value;
+void Keep(FilterPast& past, const Line& line) {
+    std::copy(line.end() - trueSpeechOrder, line.end(), past.begin());
 }
 
-// (1 - zeros) / (1 - poles), with the memories of what went in and what came out.
-void Filter(const PredictorTaps& zeros, const PredictorTaps& poles, Memory& entered, Memory& left,
+// (1 - zeros) / (1 - poles), with what went in before and what came out.
+void Filter(const PredictorTaps& zeros, const PredictorTaps& poles, FilterPast& entered, FilterPast& left,
             SubframeValues& values) {
-    for (float& value : values) {
-        const float result = value - Predicted(zeros, entered) + Predicted(poles, left);
-        Push(entered, value);
-        Push(left, result);
-        value = result;
+    const Line in = LineOf(entered, values);
+    for (size_t tap = 0; tap < trueSpeechOrder; ++tap) {
+        for (size_t sample = 0; sample < values.size(); ++sample) {
+            values[sample] -= zeros[tap] * in[sample + trueSpeechOrder - 1 - tap];
+        }
     }
+    Line out = LineOf(left, values);
+    for (size_t sample = trueSpeechOrder; sample < out.size(); ++sample) {
+        // The latest sample last, since it is the one that has to be waited for.
+        float sum = out[sample];
+        for (size_t tap = trueSpeechOrder; tap-- > 0;) {
+            sum += poles[tap] * out[sample - 1 - tap];
+        }
+        out[sample] = sum;
+    }
+    std::copy(out.begin() + trueSpeechOrder, out.end(), values.begin());
+    Keep(entered, in);
+    Keep(left, out);
 }
 
 } // namespace
@@ -67,8 +77,8 @@ SubframeValues ErrorWeight::Run(const PredictorTaps& taps, const SubframeValues&
 
 SubframeValues WeightedResponse(const PredictorTaps& taps, float tilt) {
     SubframeValues values = {1};
-    Memory entered = {};
-    Memory left = {};
+    FilterPast entered = {};
+    FilterPast left = {};
     Filter({}, taps, entered, left, values);
     entered = left = {};
     Filter(Decayed(taps, soundZero), Decayed(taps, soundPole), entered, left, values);

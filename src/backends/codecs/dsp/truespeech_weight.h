@@ -12,15 +12,18 @@ using PredictorTaps = std::array<float, trueSpeechOrder>; // the first is on the
 // Of the predictor of a subframe as the decoder has it.
 PredictorTaps TapsOf(const std::array<qint16, trueSpeechOrder>& predictor);
 
-// Runs an error through A(z/0.9)/A(z/0.6), with A the predictor's inverse filter. A value: copies go on from
+// The last values on one side of a filter, oldest first.
+using FilterPast = std::array<float, trueSpeechOrder>;
+
+// Runs an error through A(z/0.92)/A(z/0.7), with A the predictor's inverse filter. A value: copies go on from
 // the same past on their own.
 class ErrorWeight {
 public:
     SubframeValues Run(const PredictorTaps& taps, const SubframeValues& errors);
 
 private:
-    std::array<float, trueSpeechOrder> errors_ = {}; // latest first
-    std::array<float, trueSpeechOrder> weighted_ = {};
+    FilterPast errors_ = {};
+    FilterPast weighted_ = {};
 };
 
 // The weighted sound of a pulse of height 1 at the first sample, with no past. `tilt` as the synthesis has
