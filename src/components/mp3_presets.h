@@ -7,6 +7,9 @@
 
 namespace kestrune {
 
+enum Mp3ChannelMode : qint32 { Mp3Mono, Mp3Stereo, Mp3Joint, Mp3ForcedJoint, Mp3Dual };
+enum Mp3VbrMethod : qint32 { Mp3NoVbr = -1, Mp3UsualVbr, Mp3OldVbr, Mp3NewVbr, Mp3Mtrh, Mp3AverageRate };
+
 constexpr int mp3PresetCount = 11;
 constexpr int mp3AltPresetCount = 5;
 
@@ -21,9 +24,18 @@ void ApplyPreset(Mp3Options& options, int preset);
 // ones by the newer method and the others by the older, slower one; 5 insane: constant 320 kbit/s.
 void ApplyAltPreset(Mp3Options& options, int preset);
 
+// What the presets are made of: joint stereo at a sample rate for music, and all else as at the start.
+void ApplyAverageRate(Mp3Options& options, int kbps);
+void ApplyVariableRate(Mp3Options& options, qint32 vbrMethod, int vbrQuality);
+// The number of channels with it.
+void SetMp3ChannelMode(Mp3Options& options, qint32 mode);
+// The lowest bit rate that the sample rate knows.
+int LeastMp3Kbps(const Mp3Options& options);
+
 // Words as they are given to the program `lame`, quoted as in a shell: single letters may stand together
 // ("-hmj") and have their value attached ("-b192"). Sets the properties that the known options stand for, in
-// their order; file names and what is not known, or has a value that is no number, changes nothing.
+// their order; file names and what is not known, or has a value that is no number, changes nothing. Where a
+// line lets the rate vary and names no least one, the least one is the lowest that there is.
 //
 // -b kbit/s (the least one if the rate varies), --cbr, --abr kbit/s, -V n, -v, --vbr-old, --vbr-new,
 // --vbr-mtrh, -B kbit/s, -F, -t, -T; -m s j f d m, -a, -q n, -h, -f, -p, -e n 5 c, -d, --noshort, --short,

@@ -120,7 +120,9 @@ Sound DecodedByFfmpeg(const QString& path, int rateHz, int channels) {
             &bytes);
     Sound sound{rateHz, channels, {}};
     sound.samples.resize(static_cast<size_t>(bytes.size()) / sizeof(float));
-    std::memcpy(sound.samples.data(), bytes.constData(), sound.samples.size() * sizeof(float));
+    if (!sound.samples.empty()) {
+        std::memcpy(sound.samples.data(), bytes.constData(), sound.samples.size() * sizeof(float));
+    }
     return sound;
 }
 

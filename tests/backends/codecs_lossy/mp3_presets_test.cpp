@@ -126,6 +126,17 @@ TEST(Mp3CommandLineTest, RatesAndMethods) {
     EXPECT_TRUE(After("-t -T").writeVbrHeader);
 }
 
+TEST(Mp3CommandLineTest, AVaryingRateIsNotHeldByTheConstantOne) {
+    EXPECT_EQ(After("-V 2").bitrate, 32);
+    EXPECT_EQ(After("-V 2 --resample 16").bitrate, 8);
+    EXPECT_EQ(After("-b 96 -V 2").bitrate, 96) << "the least one, as named";
+    EXPECT_EQ(After("--vbr-old -b 64").bitrate, 64);
+    EXPECT_EQ(After("--abr 100").bitrate, 100) << "which holds nothing";
+    EXPECT_EQ(After("-V 2 --cbr").bitrate, 128);
+    EXPECT_EQ(After("-V 2 --preset 150").bitrate, 150);
+    EXPECT_EQ(After("-V 2 --preset cbr 192").bitrate, 192);
+}
+
 TEST(Mp3CommandLineTest, ChannelsAndQuality) {
     EXPECT_EQ(After("-m m").channels, 1);
     EXPECT_EQ(After("-mm").channelMode, 0);
