@@ -16,6 +16,7 @@ constexpr int bodyWidth = 448;
 constexpr int captionWidth = 64;
 constexpr int valueWidth = 48;
 constexpr int qualityStep = 10;
+constexpr int frameInset = 3; // by which a frame takes its contents in beside their margins
 
 // What a slider sets, before it.
 void AddCaption(QGridLayout* grid, int row, const QString& text) {
@@ -105,7 +106,7 @@ QGroupBox* OggDialog::MakeOption() {
     grid->setColumnStretch(0, 1);
     grid->setColumnStretch(1, 1);
     // The second box stands below the list of the frame at the right.
-    grid->setHorizontalSpacing(rowGap + 2 * sideMargin);
+    grid->setHorizontalSpacing(rowGap + 2 * (sideMargin + frameInset));
     return frame;
 }
 
@@ -133,11 +134,11 @@ void OggDialog::AddRate(Rate& rate, QGridLayout* grid, int row, const QString& n
 }
 
 QGroupBox* OggDialog::MakeBitrate() {
-    QGroupBox* frame = MakeFrame(QStringLiteral("frmBitrate"), tr("Bitrate"), this);
-    QGridLayout* grid = MakeFrameGrid(frame);
+    frmBitrate_ = MakeFrame(QStringLiteral("frmBitrate"), tr("Bitrate"), this);
+    QGridLayout* grid = MakeFrameGrid(frmBitrate_);
     AddRate(bitrate_, grid, 0, QStringLiteral("Bitrate"), tr("Bitrate"), &OggDialogRule::MoveBitrate);
     AddCaption(grid, 0, tr("Nominal"));
-    return frame;
+    return frmBitrate_;
 }
 
 QGroupBox* OggDialog::MakeVbr() {
@@ -184,6 +185,7 @@ void OggDialog::ShowQuality() {
 void OggDialog::ShowEnabled() {
     const OggEnabled& enabled = rule_.Enabled();
     chVbr_->setEnabled(enabled.chVbr);
+    frmBitrate_->setEnabled(enabled.sldrBitrate);
     bitrate_.slider->setEnabled(enabled.sldrBitrate);
     bitrate_.label->setEnabled(enabled.lblBitrate);
     frmVbr_->setEnabled(enabled.frmVbr);

@@ -50,6 +50,7 @@ private:
     QComboBox* cmbChMode_ = nullptr;
     QCheckBox* chQuality_ = nullptr;
     QCheckBox* chVbr_ = nullptr;
+    QGroupBox* frmBitrate_ = nullptr;
     Rate bitrate_;
     QGroupBox* frmVbr_ = nullptr;
     Rate minBitrate_;

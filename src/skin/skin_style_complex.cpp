@@ -39,6 +39,10 @@ void DrawTicks(QPainter& painter, const QStyleOptionSlider& slider, int handleLe
     const int interval = slider.tickInterval > 0 ? slider.tickInterval : std::max(1, slider.pageStep);
     const bool level = slider.orientation == Qt::Horizontal;
     const int length = (level ? slider.rect.width() : slider.rect.height()) - handleLength;
+    QColor ink = colours::textMuted;
+    if (!slider.state.testFlag(QStyle::State_Enabled)) {
+        ink.setAlphaF(0.35F);
+    }
     for (int value = slider.minimum; value <= slider.maximum; value += interval) {
         const int at = QStyle::sliderPositionFromValue(slider.minimum, slider.maximum, value, length,
                                                        slider.upsideDown) +
@@ -46,12 +50,12 @@ void DrawTicks(QPainter& painter, const QStyleOptionSlider& slider, int handleLe
         if (slider.tickPosition & QSlider::TicksBelow) {
             painter.fillRect(level ? QRect(at, slider.rect.bottom() - 3, 1, 3)
                                    : QRect(slider.rect.right() - 3, at, 3, 1),
-                             colours::textMuted);
+                             ink);
         }
         if (slider.tickPosition & QSlider::TicksAbove) {
             painter.fillRect(level ? QRect(at, slider.rect.top() + 1, 1, 3)
                                    : QRect(slider.rect.left() + 1, at, 3, 1),
-                             colours::textMuted);
+                             ink);
         }
     }
 }
