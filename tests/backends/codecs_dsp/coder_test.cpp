@@ -77,6 +77,15 @@ TEST(TrueSpeechCoder, LoudSoundsAndJumpsStayWithinBounds) {
     }
 }
 
+// A decoder's 16 bits turn over where too much is repeated.
+TEST(TrueSpeechCoder, ClicksOfFullHeightDoNotTurnOver) {
+    Sound clicks(samples);
+    for (size_t at = 0; at < clicks.size(); at += 60) {
+        clicks[at] = 32767;
+    }
+    EXPECT_GT(SegmentalSnrDb(clicks, JudgeDecodes(Coded(clicks))), 4);
+}
+
 TEST(TrueSpeechCoder, SilenceStaysAlmostSilent) {
     const Sound decoded = JudgeDecodes(Coded(Sound(4800, 0)));
     EXPECT_TRUE(

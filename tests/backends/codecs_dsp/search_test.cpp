@@ -122,7 +122,7 @@ TEST(TrueSpeechPitch, TellsTrulyWhatEachWayGains) {
         PitchSearch search;
         search.Prepare(synthesis.Excitation(), SomeResponse(), wanted, lag, lag);
         for (const PitchChoice& choice : search.Best(lag, 126)) {
-            const auto sound = Convolved(SomeResponse(), synthesis.Repeated(lag, choice.pitch));
+            const auto sound = Convolved(SomeResponse(), synthesis.Repeated(lag, choice.pitch).samples);
             const float gained = Power(wanted) - Power(Minus(wanted, sound));
             EXPECT_NEAR(gained, choice.gained, 0.002F * Power(wanted)) << lag << " " << choice.pitch;
         }

@@ -18,7 +18,7 @@ Sound Synthesised(const std::vector<TrueSpeechBytes>& blocks) {
         for (int subframe = 0; subframe < trueSpeechSubframes; ++subframe) {
             const TrueSpeechSubframe& fields = block.subframes[static_cast<size_t>(subframe)];
             const int lag = block.lag[static_cast<size_t>(subframe / 2)];
-            const auto samples = synthesis.Decode(subframe, synthesis.Repeated(lag, fields.pitch),
+            const auto samples = synthesis.Decode(subframe, synthesis.Repeated(lag, fields.pitch).samples,
                                                   TrueSpeechSynthesis::Pulses(fields));
             sound.insert(sound.end(), samples.begin(), samples.end());
         }

@@ -2,8 +2,6 @@
 
 #include <QtEndian>
 
-#include <algorithm>
-
 namespace kestrune {
 
 namespace {
@@ -58,14 +56,21 @@ private:
     size_t position_ = 0;
 };
 
-// Ways to choose `chosen` of `all`.
-constexpr quint32 Choices(int all, int chosen) {
-    quint32 ways = 1;
-    for (int step = 0; step < chosen; ++step) {
-        ways = ways * static_cast<quint32>(std::max(all - step, 0)) / static_cast<quint32>(step + 1);
+// Ways to choose so many (second index) of all (first index).
+using Choices = std::array<std::array<quint32, 4>, 30>;
+
+constexpr Choices MakeChoices() {
+    Choices ways = {};
+    for (size_t all = 0; all < ways.size(); ++all) {
+        ways[all][0] = 1;
+        for (size_t chosen = 1; all > 0 && chosen < ways[all].size(); ++chosen) {
+            ways[all][chosen] = ways[all - 1][chosen] + ways[all - 1][chosen - 1];
+        }
     }
     return ways;
 }
+
+constexpr Choices choices = MakeChoices();
 
 constexpr int halfSamples = trueSpeechSubframeSamples / 2;
 constexpr int firstHalfPulses = 3;
@@ -79,7 +84,7 @@ quint32 RankOf(std::span<const int> places, int offset) {
         if (places[next] == offset + place) {
             ++next;
         } else {
-            rank += Choices(halfSamples - 1 - place, static_cast<int>(places.size() - next) - 1);
+            rank += choices[static_cast<size_t>(halfSamples - 1 - place)][places.size() - next - 1];
         }
     }
     return rank;
@@ -88,7 +93,7 @@ quint32 RankOf(std::span<const int> places, int offset) {
 void PlacesOf(quint32 rank, int offset, std::span<int> places) {
     size_t next = 0;
     for (int place = 0; place < halfSamples && next < places.size(); ++place) {
-        const quint32 taken = Choices(halfSamples - 1 - place, static_cast<int>(places.size() - next) - 1);
+        const quint32 taken = choices[static_cast<size_t>(halfSamples - 1 - place)][places.size() - next - 1];
         if (rank < taken) {
             places[next++] = offset + place;
         } else {

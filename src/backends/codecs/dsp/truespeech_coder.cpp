@@ -12,6 +12,8 @@ namespace {
 
 constexpr size_t triedLags = 3;    // of a half
 constexpr size_t triedPitches = 2; // of a subframe
+// With the highest pulse on top it stays below the 16 bits that decoders have.
+constexpr int loudestRepetition = 25000;
 
 // What a predictor leaves of samples that have `trueSpeechOrder` before them.
 float LeftBy(const PredictorTaps& taps, const float* samples) {
@@ -163,11 +165,16 @@ void TrueSpeechCoder::EncodeSubframe(Trial& trial, int subframe, const SubframeV
     const Setting& setting = settings_[static_cast<size_t>(subframe)];
     const int lag = trial.block.lag[static_cast<size_t>(subframe / 2)];
     const SubframeValues sums = setting.pulses.Sums(wanted);
-    const auto pitches = search.Best(lag, triedPitches);
+    auto pitches = search.Best(lag, triedPitches);
     std::array<TrueSpeechSamples, triedPitches> repeated;
     std::array<PulseTarget, triedPitches> targets;
     for (size_t tried = 0; tried < triedPitches; ++tried) {
-        repeated[tried] = trial.synthesis.Repeated(lag, pitches[tried].pitch);
+        Repetition repetition = trial.synthesis.Repeated(lag, pitches[tried].pitch);
+        if (repetition.peak > loudestRepetition) {
+            pitches[tried] = {};
+            repetition = {};
+        }
+        repeated[tried] = repetition.samples;
         targets[tried] = {setting.pulses.Without(sums, repeated[tried]), pitches[tried].gained};
     }
     const PulseChoice pulses = setting.pulses.Choose(targets);

@@ -21,54 +21,42 @@ Taps TapsOf(size_t filter) {
 
 } // namespace
 
-float Product(std::span<const float, trueSpeechSubframeSamples> left,
-              std::span<const float, trueSpeechSubframeSamples> right) {
-    std::array<float, 4> sums = {};
-    for (size_t sample = 0; sample < left.size(); sample += sums.size()) {
-        for (size_t lane = 0; lane < sums.size(); ++lane) {
-            sums[lane] += left[sample + lane] * right[sample + lane];
-        }
-    }
-    return (sums[0] + sums[1]) + (sums[2] + sums[3]);
-}
-
 void PitchSearch::Prepare(const std::array<qint16, trueSpeechHistory>& excitation,
                           const SubframeValues& response, const SubframeValues& wanted, int firstLag,
                           int lastLag) {
     wanted_ = wanted;
-    const int first = firstLag + trueSpeechShortestLag;
-    const int last = lastLag + trueSpeechLagSteps + trueSpeechShortestLag;
-    SubframeValues& start = delayed_[static_cast<size_t>(first)];
+    const size_t first = static_cast<size_t>(firstLag) + trueSpeechShortestLag;
+    const size_t last = static_cast<size_t>(lastLag) + trueSpeechLagSteps + trueSpeechShortestLag;
+    SubframeValues& start = delayed_[first];
     start.fill(0);
-    for (int sample = 0; sample < std::min(first, trueSpeechSubframeSamples); ++sample) {
-        const auto entering =
-            static_cast<float>(excitation[static_cast<size_t>(trueSpeechHistory - first + sample)]);
-        for (size_t after = static_cast<size_t>(sample); after < start.size(); ++after) {
-            start[after] += entering * response[after - static_cast<size_t>(sample)];
+    for (size_t sample = 0; sample < std::min(first, start.size()); ++sample) {
+        const auto entering = static_cast<float>(excitation[trueSpeechHistory - first + sample]);
+        for (size_t after = sample; after < start.size(); ++after) {
+            start[after] += entering * response[after - sample];
         }
     }
     PrepareDistance(first);
-    for (int distance = first + 1; distance <= last; ++distance) {
-        const auto now = static_cast<size_t>(distance);
-        const auto entering = static_cast<float>(excitation[trueSpeechHistory - now]);
-        delayed_[now][0] = entering * response[0];
-        for (size_t sample = 1; sample < wanted.size(); ++sample) {
-            delayed_[now][sample] = delayed_[now - 1][sample - 1] + entering * response[sample];
+    for (size_t distance = first + 1; distance <= last; ++distance) {
+        const SubframeValues& nearer = delayed_[distance - 1];
+        SubframeValues& delayed = delayed_[distance];
+        const auto entering = static_cast<float>(excitation[trueSpeechHistory - distance]);
+        delayed[0] = entering * response[0];
+        for (size_t sample = 1; sample < delayed.size(); ++sample) {
+            delayed[sample] = nearer[sample - 1] + entering * response[sample];
         }
         PrepareDistance(distance);
-        nextSums_[now - 1] = Product(repeated_[now], repeated_[now - 1]);
+        nextSums_[distance - 1] = Product(repeated_[distance], repeated_[distance - 1]);
     }
 }
 
-void PitchSearch::PrepareDistance(int distance) {
-    const auto now = static_cast<size_t>(distance);
-    SubframeValues& repeated = repeated_[now];
-    repeated = delayed_[now];
-    for (size_t sample = now; sample < repeated.size(); ++sample) {
-        repeated[sample] += repeated[sample - now];
+void PitchSearch::PrepareDistance(size_t distance) {
+    SubframeValues& repeated = repeated_[distance];
+    repeated = delayed_[distance];
+    for (size_t sample = distance; sample < repeated.size(); ++sample) {
+        repeated[sample] += repeated[sample - distance];
     }
-    wantedSums_[now] = Product(repeated, wanted_);
-    ownSums_[now] = Product(repeated, repeated);
+    wantedSums_[distance] = Product(repeated, wanted_);
+    ownSums_[distance] = Product(repeated, repeated);
 }
 
 // A lag shorter than the subframe repeats what the filter has just made, so it goes through it once more.
@@ -102,8 +90,9 @@ std::array<float, trueSpeechLags + trueSpeechLagSteps - 1> PitchSearch::GainedBy
 
 std::vector<PitchChoice> PitchSearch::Best(int lag, size_t count) const {
     std::vector<PitchChoice> choices(1);
+    choices.reserve(1 + trueSpeechLagSteps * trueSpeechPitchFilters);
     for (int step = 0; step < trueSpeechLagSteps; ++step) {
-        const auto distance = static_cast<size_t>(lag + step + trueSpeechShortestLag);
+        const auto distance = static_cast<size_t>(lag) + static_cast<size_t>(step) + trueSpeechShortestLag;
         for (size_t filter = 0; filter < trueSpeechPitchFilters; ++filter) {
             const Taps taps = TapsOf(filter);
             const float gained = distance < trueSpeechSubframeSamples

@@ -15,8 +15,16 @@ constexpr int trueSpeechLags = 124;
 constexpr int trueSpeechLagSteps = 5;
 
 // Sum of products, in an order that is worked on in fours.
-float Product(std::span<const float, trueSpeechSubframeSamples> left,
-              std::span<const float, trueSpeechSubframeSamples> right);
+inline float Product(std::span<const float, trueSpeechSubframeSamples> left,
+                     std::span<const float, trueSpeechSubframeSamples> right) {
+    std::array<float, 4> sums = {};
+    for (size_t sample = 0; sample < left.size(); sample += sums.size()) {
+        for (size_t lane = 0; lane < sums.size(); ++lane) {
+            sums[lane] += left[sample + lane] * right[sample + lane];
+        }
+    }
+    return (sums[0] + sums[1]) + (sums[2] + sums[3]);
+}
 
 struct PitchChoice {
     int pitch = trueSpeechNoPitch; // field of the subframe
@@ -40,7 +48,7 @@ public:
 private:
     static constexpr int distances = trueSpeechHistory + 1;
 
-    void PrepareDistance(int distance);
+    void PrepareDistance(size_t distance);
     // What a filter gains, with what it has made itself left out.
     float Gained(size_t distance, float furtherTap, float nearerTap) const {
         const size_t further = distance + 1;

@@ -232,8 +232,8 @@ std::array<int, 2> PulseSearch::GainsWorthTrying(const Places& sums) const {
             highest = std::abs(sum) / power;
         }
     }
-    const auto& units = trueSpeechPulseUnits;
-    const auto rowBelow = [&units](float unit) {
+    const auto rowBelow = [](float unit) {
+        const auto& units = trueSpeechPulseUnits;
         const auto above = std::lower_bound(units.begin(), units.end(), unit);
         return std::max<int>(0, static_cast<int>(above - units.begin()) - 1);
     };

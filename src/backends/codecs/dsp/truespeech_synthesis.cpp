@@ -3,6 +3,7 @@
 #include "backends/codecs/dsp/truespeech_tables.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace kestrune {
 
@@ -106,9 +107,9 @@ float TrueSpeechSynthesis::Tilt() const {
     return share * static_cast<float>(firstReflection_) / (1 << tableBits);
 }
 
-TrueSpeechSamples TrueSpeechSynthesis::Repeated(int lag, int pitch) const {
+Repetition TrueSpeechSynthesis::Repeated(int lag, int pitch) const {
     constexpr int filterBits = 14;
-    TrueSpeechSamples repeated = {};
+    Repetition repeated;
     if (pitch == trueSpeechNoPitch) {
         return repeated;
     }
@@ -118,10 +119,12 @@ TrueSpeechSamples TrueSpeechSynthesis::Repeated(int lag, int pitch) const {
     const int distance =
         std::min(lag + pitch / trueSpeechPitchFilters + trueSpeechShortestLag, trueSpeechHistory - 1);
     auto from = line.begin() + (trueSpeechHistory - 1 - distance);
-    for (size_t sample = 0; sample < repeated.size(); ++sample, ++from) {
-        const int sum = from[0] * filter.further + from[1] * filter.nearer + (1 << (filterBits - 1));
-        repeated[sample] = static_cast<qint16>(sum >> filterBits);
-        line[trueSpeechHistory + sample] = repeated[sample];
+    for (size_t sample = 0; sample < repeated.samples.size(); ++sample, ++from) {
+        const int sum =
+            (from[0] * filter.further + from[1] * filter.nearer + (1 << (filterBits - 1))) >> filterBits;
+        repeated.samples[sample] = static_cast<qint16>(sum);
+        repeated.peak = std::max(repeated.peak, std::abs(sum));
+        line[trueSpeechHistory + sample] = repeated.samples[sample];
     }
     return repeated;
 }

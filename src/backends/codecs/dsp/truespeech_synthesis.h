@@ -13,6 +13,11 @@ constexpr int trueSpeechHistory = 146;
 // The shortest lag that a half of a block can ask for.
 constexpr int trueSpeechShortestLag = 18;
 
+struct Repetition {
+    TrueSpeechSamples samples = {};
+    int peak = 0; // beyond 32767 the samples have turned over
+};
+
 // The predictor of a block as decoders compute it: times 4096, the first tap on the sample before.
 using TrueSpeechPredictor = std::array<qint16, trueSpeechOrder>;
 TrueSpeechPredictor PredictorOf(const std::array<int, trueSpeechOrder>& reflectionEntries);
@@ -33,7 +38,7 @@ public:
     // The excitation of the past, oldest first; the last is the sample before the subframe that comes.
     const std::array<qint16, trueSpeechHistory>& Excitation() const { return excitation_; }
     // What a subframe repeats of it. `lag` is that of its half.
-    TrueSpeechSamples Repeated(int lag, int pitch) const;
+    Repetition Repeated(int lag, int pitch) const;
     static TrueSpeechSamples Pulses(const TrueSpeechSubframe& subframe);
 
     // The samples of one subframe. The four of a block come in order.
