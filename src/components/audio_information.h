@@ -70,10 +70,13 @@ public:
 
     // The tag kind for the following reads and writes; Id3v1 at the start. Formats with one kind ignore it.
     virtual void SetTagVersion(TagKind kind) = 0;
-    // Reads tag and technical data. On failure the object keeps what it held.
+    // Reads tag, technical data and cue points, of which the first becomes current. On failure the object
+    // keeps what it held.
     virtual Outcome ReadTagFromFile(const QString& file) = 0;
     // Writes the fields of Tag() into the file, which is left whole if the write fails.
-    // NotSupported for formats that carry no tag, and for an object that only reads.
+    // NotFound, NotDecodable, NotSupported for formats that carry no tag, or WriteFailed. Properties that the
+    // tag has no place for are passed over, as the copyright is by ID3v1. Without a ReadTagFromFile before it
+    // a file's cue points stay, unless some were added.
     virtual Outcome SaveTagToFile(const QString& file) = 0;
     virtual TagFields& Tag() = 0;
     // Name of a genre number, 0 to 147; empty outside.
@@ -81,6 +84,8 @@ public:
 
     // --- Cue points, after ReadTagFromFile; SaveTagToFile stores them ---
 
+    // Puts it behind the last one, and makes it current. NotSupported after reading a file of a kind that
+    // holds none.
     virtual Outcome AddCue(const CuePoint& cue) = 0;
     // Removes the current cue; the one behind it becomes current. NotOpen when there is none.
     virtual Outcome DeleteCue() = 0;

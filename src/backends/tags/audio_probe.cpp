@@ -49,6 +49,8 @@ void Describe(ProbeResult& result, BoundedFile& file, const ContainerFound& foun
     }
     result.outcome = Outcome::Ok;
     result.facts = *facts;
+    result.container = found.container;
+    result.holdsTag = tagged != nullptr;
     if (tagged) {
         file.RenewBudget();
         const Naming naming = NamingOf(*tagged, file);

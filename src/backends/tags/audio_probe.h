@@ -2,6 +2,7 @@
 #pragma once
 
 #include "backends/tags/audio_facts.h"
+#include "backends/tags/container.h"
 #include "components/audio_information.h"
 
 namespace kestrune {
@@ -10,7 +11,9 @@ struct ProbeResult {
     Outcome outcome = Outcome::NotDecodable;
     AudioFacts facts;
     qint64 sizeBytes = 0;
-    TagFields fields; // only if asked for
+    Container container = Container::Unknown;
+    bool holdsTag = false; // whether fields can be read and written
+    TagFields fields;      // only if asked for
 };
 
 // Ok, NotFound or NotDecodable. The content decides what the file is; only a file without any known

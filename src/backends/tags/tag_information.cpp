@@ -2,11 +2,28 @@
 
 #include "backends/codecs/format_text.h"
 #include "backends/tags/audio_probe.h"
+#include "backends/tags/bounded_file.h"
+#include "backends/tags/chunked_plan.h"
 #include "backends/tags/genre_names.h"
+#include "backends/tags/tag_saving.h"
 
 #include <algorithm>
 
 namespace kestrune {
+
+namespace {
+
+QList<NumberedCue> CuesOf(const QString& path) {
+    BoundedFile file(path);
+    return file.Open() == Outcome::Ok ? WaveCues(file) : QList<NumberedCue>();
+}
+
+bool HasNumber(const QList<NumberedCue>& cues, quint32 number) {
+    return std::any_of(cues.begin(), cues.end(),
+                       [number](const NumberedCue& cue) { return cue.number == number; });
+}
+
+} // namespace
 
 Outcome TagInformation::OpenInfo(const QString& file) {
     const ProbeResult result = ProbeAudio(file);
@@ -29,13 +46,19 @@ Outcome TagInformation::ReadTagFromFile(const QString& file) {
     facts_ = result.facts;
     sizeBytes_ = result.sizeBytes;
     fields_ = result.fields;
-    cues_.clear();
-    cueIndex_ = 0;
+    holdsCues_ = result.container == Container::Wave;
+    cues_ = holdsCues_ ? CuesOf(file) : QList<NumberedCue>();
+    cuesKnown_ = true;
+    highestCueNumber_ = 0;
+    for (const NumberedCue& cue : cues_) {
+        highestCueNumber_ = std::max(highestCueNumber_, cue.number);
+    }
+    cueIndex_ = cues_.isEmpty() ? 0 : 1;
     return Outcome::Ok;
 }
 
-Outcome TagInformation::SaveTagToFile(const QString& /*file*/) {
-    return Outcome::NotSupported;
+Outcome TagInformation::SaveTagToFile(const QString& file) {
+    return SaveTag(file, kind_, fields_, cuesKnown_ ? std::make_optional(cues_) : std::nullopt);
 }
 
 QString TagInformation::GenreName(qint16 index) const {
@@ -43,7 +66,16 @@ QString TagInformation::GenreName(qint16 index) const {
 }
 
 Outcome TagInformation::AddCue(const CuePoint& cue) {
-    cues_.append(cue);
+    if (!holdsCues_) {
+        return Outcome::NotSupported;
+    }
+    quint32 number = highestCueNumber_ + 1;
+    while (number == 0 || HasNumber(cues_, number)) {
+        ++number; // only behind the highest number that there is
+    }
+    highestCueNumber_ = std::max(highestCueNumber_, number);
+    cues_.append({number, cue});
+    cuesKnown_ = true;
     cueIndex_ = CueCount();
     return Outcome::Ok;
 }
@@ -66,7 +98,7 @@ CuePoint& TagInformation::Cue() {
         noCue_ = CuePoint();
         return noCue_;
     }
-    return cues_[cueIndex_ - 1];
+    return cues_[cueIndex_ - 1].point;
 }
 
 std::unique_ptr<KSTAudioInformation2> MakeAudioInformation() {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "backends/tags/audio_facts.h"
+#include "backends/tags/riff_cues.h"
 #include "components/audio_information.h"
 
 #include <QList>
@@ -10,8 +11,8 @@
 
 namespace kestrune {
 
-// Reads tags and figures. Does not write yet: SaveTagToFile gives NotSupported, and cue points live in the
-// object only.
+// Which properties of which kinds of files are read and written, and where they stand, docs/formats.md tells.
+// Cue points are those of WAVE files; after reading a file of another kind AddCue gives NotSupported.
 class TagInformation : public KSTAudioInformation2 {
 public:
     Outcome OpenInfo(const QString& file) override;
@@ -48,9 +49,12 @@ private:
     bool valid_ = false;
     TagKind kind_ = TagKind::Id3v1;
     TagFields fields_;
-    QList<CuePoint> cues_;
-    qint32 cueIndex_ = 0; // 1-based, 0 for none
-    CuePoint noCue_;      // what Cue gives when there is none
+    QList<NumberedCue> cues_;
+    quint32 highestCueNumber_ = 0; // so that a new point does not get the number of a deleted one
+    bool cuesKnown_ = false;       // a file was read, or a point added: saving stores the list
+    bool holdsCues_ = true;        // the file that was read can
+    qint32 cueIndex_ = 0;          // 1-based, 0 for none
+    CuePoint noCue_;               // what Cue gives when there is none
 };
 
 std::unique_ptr<KSTAudioInformation2> MakeAudioInformation();

@@ -1,10 +1,12 @@
 #include "backends/tags/tag_reader.h"
 
+#include "backends/tags/chunked_plan.h"
 #include "backends/tags/genre_names.h"
 #include "backends/tags/id3v1_block.h"
 
 #include <taglib/aifffile.h>
 #include <taglib/asffile.h>
+#include <taglib/commentsframe.h>
 #include <taglib/id3v2tag.h>
 #include <taglib/mpegfile.h>
 #include <taglib/textidentificationframe.h>
@@ -45,6 +47,25 @@ TagFields CommonFields(const TagLib::Tag& tag) {
 QString FrameText(const TagLib::ID3v2::Tag& tag, const char* id) {
     const TagLib::ID3v2::FrameList& frames = tag.frameList(id);
     return frames.isEmpty() ? QString() : FromTagLib(frames.front()->toString());
+}
+
+// The comment without a description, else the first whose description is not one of those that a program
+// writes for itself.
+QString CommentOf(const TagLib::ID3v2::Tag& tag) {
+    QString first;
+    for (const TagLib::ID3v2::Frame* frame : tag.frameList("COMM")) {
+        const auto* comment = dynamic_cast<const TagLib::ID3v2::CommentsFrame*>(frame);
+        if (comment == nullptr) {
+            continue;
+        }
+        if (comment->description().isEmpty()) {
+            return FromTagLib(comment->text());
+        }
+        if (first.isNull() && !comment->description().startsWith("iTun")) {
+            first = FromTagLib(comment->text());
+        }
+    }
+    return first;
 }
 
 // The user's web link: the first without a description, else the first.
@@ -93,6 +114,7 @@ void SetGenre(TagFields& fields, const TagLib::ID3v2::Tag& tag) {
 TagFields Id3v2Fields(const TagLib::ID3v2::Tag& tag) {
     TagFields fields = CommonFields(tag);
     SetGenre(fields, tag);
+    fields.comment = CommentOf(tag);
     fields.copyright = FrameText(tag, "TCOP");
     fields.encodedBy = FrameText(tag, "TENC");
     fields.composer = FrameText(tag, "TCOM");
@@ -134,23 +156,29 @@ void AddNamedFields(TagFields& fields, const TagLib::PropertyMap& values) {
     fields.url = FirstOf(values, {"URL", "WWW", "CONTACT"});
 }
 
-void AddInfoFields(TagFields& fields, const TagLib::RIFF::Info::Tag& info) {
-    const auto text = [&info](const char* id) { return FromTagLib(info.fieldText(id)); };
-    fields.copyright = text("ICOP");
-    fields.encodedBy = text("IENC").isEmpty() ? text("ITCH") : text("IENC");
-    fields.composer = text("IMUS");
-    fields.originalArtist = text("IOAR");
-    fields.url = text("IURL").isEmpty() ? text("IBSU") : text("IURL");
-}
-
-// A WAVE file may hold a list of texts, an ID3v2 chunk, or both; the list is what other programs show.
-TagFields WaveFields(const TagLib::RIFF::WAV::File& wave) {
-    if (wave.hasInfoTag() || !wave.hasID3v2Tag()) {
-        TagFields fields = CommonFields(*wave.InfoTag());
-        AddInfoFields(fields, *wave.InfoTag());
+// A WAVE file may hold a list of texts, an ID3v2 chunk, or both; the list is what other programs show, so
+// that goes before, field by field.
+TagFields WaveFields(const TagLib::RIFF::WAV::File& wave, BoundedFile& file) {
+    TagFields fields = WaveInfoFields(file);
+    if (!wave.hasID3v2Tag()) {
         return fields;
     }
-    return Id3v2Fields(*wave.ID3v2Tag());
+    const TagFields chunk = Id3v2Fields(*wave.ID3v2Tag());
+    for (QString TagFields::*text :
+         {&TagFields::album, &TagFields::artist, &TagFields::comment, &TagFields::copyright,
+          &TagFields::title, &TagFields::url, &TagFields::encodedBy, &TagFields::composer,
+          &TagFields::originalArtist}) {
+        if ((fields.*text).isEmpty()) {
+            fields.*text = chunk.*text;
+        }
+    }
+    if (fields.genreText.isEmpty()) {
+        fields.genreText = chunk.genreText;
+        fields.genre = chunk.genre;
+    }
+    fields.year = fields.year > 0 ? fields.year : chunk.year;
+    fields.track = fields.track > 0 ? fields.track : chunk.track;
+    return fields;
 }
 
 TagFields Id3v1Fields(BoundedFile& file) {
@@ -184,7 +212,7 @@ TagFields ReadFields(TagLib::File& tagged, BoundedFile& file, TagKind kind) {
         return tag != nullptr ? Id3v2Fields(*tag) : TagFields();
     }
     if (const auto* wave = dynamic_cast<TagLib::RIFF::WAV::File*>(&tagged)) {
-        return WaveFields(*wave);
+        return WaveFields(*wave, file);
     }
     if (const auto* aiff = dynamic_cast<TagLib::RIFF::AIFF::File*>(&tagged)) {
         return Id3v2Fields(*aiff->tag());
@@ -203,7 +231,7 @@ TagFields ReadFields(TagLib::File& tagged, BoundedFile& file, TagKind kind) {
 
 Naming NamingOf(TagLib::File& tagged, BoundedFile& file) {
     if (const auto* wave = dynamic_cast<TagLib::RIFF::WAV::File*>(&tagged)) {
-        const TagFields fields = WaveFields(*wave);
+        const TagFields fields = WaveFields(*wave, file);
         return {fields.title, fields.artist};
     }
     Naming naming;

@@ -115,6 +115,24 @@ TEST_P(ProbeFigures, AgreeWithOtherPrograms) {
     }
 }
 
+// The tag editor shows what a probe tells.
+TEST_P(ProbeFigures, AreTheSameAfterReadingTheTag) {
+    const QString path = made_->Path(QLatin1String(GetParam().name));
+    const auto probed = MakeAudioInformation();
+    ASSERT_EQ(probed->OpenInfo(path), Outcome::Ok);
+    const auto read = MakeAudioInformation();
+    ASSERT_EQ(read->ReadTagFromFile(path), Outcome::Ok);
+    EXPECT_EQ(read->GetFormatString(), probed->GetFormatString());
+    EXPECT_EQ(read->Frequency(), probed->Frequency());
+    EXPECT_EQ(read->GetBitrate(), probed->GetBitrate());
+    EXPECT_EQ(read->GetDurationMs(), probed->GetDurationMs());
+    EXPECT_EQ(read->Channels(), probed->Channels());
+    EXPECT_EQ(read->Samples(), probed->Samples());
+    EXPECT_EQ(read->FileSize(), probed->FileSize());
+    EXPECT_EQ(read->BitsPerSample(), probed->BitsPerSample());
+    EXPECT_EQ(read->FormatTag(), probed->FormatTag());
+}
+
 // What a playlist says of a file is what its player says.
 TEST_P(ProbeFigures, AgreeWithTheReaderOfSamples) {
     const Case& wanted = GetParam();

@@ -258,15 +258,6 @@ TEST_F(TagFieldsOfFiles, OtherKindsGiveTheirFields) {
     }
 }
 
-TEST_F(TagFieldsOfFiles, SavingIsRefusedAndLeavesTheFile) {
-    const QString path = made_.Write(QStringLiteral("a.mp3"), BareMp3());
-    ASSERT_EQ(info_->ReadTagFromFile(path), Outcome::Ok);
-    const QByteArray before = ContentOf(path);
-    info_->Tag().title = QStringLiteral("Song");
-    EXPECT_EQ(info_->SaveTagToFile(path), Outcome::NotSupported);
-    EXPECT_EQ(ContentOf(path), before);
-}
-
 } // namespace
 
 } // namespace kestrune

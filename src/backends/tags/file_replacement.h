@@ -1,0 +1,52 @@
+// Puts a new file in the place of an old one, in one step.
+#pragma once
+
+#include "backends/tags/file_pieces.h"
+#include "components/outcome.h"
+
+#include <QByteArray>
+#include <QString>
+
+namespace kestrune {
+
+// What leftovers of a killed process are called: a hidden name with an ending that no other use has.
+inline constexpr const char* replacementPrefix = ".kestrune-";
+inline constexpr const char* replacementSuffix = ".saving";
+
+// The new file comes about beside the old one, under a hidden name, and takes its place only when all of it
+// is on the disk: whatever ends the process or the machine, there is the old file or the new one. A link is
+// followed and stays. Permissions, access lists and other attributes go over to the new file, and the owner
+// as far as the system allows it. Call order: Begin, then Fill and whatever is done to Descriptor, then
+// Commit; an object that goes away without leaves no trace. One thread.
+class FileReplacement {
+public:
+    explicit FileReplacement(const QString& path);
+    ~FileReplacement();
+    FileReplacement(const FileReplacement&) = delete;
+    FileReplacement& operator=(const FileReplacement&) = delete;
+
+    // Ok, NotFound if the file is gone, or WriteFailed if it is write-protected or the folder takes no file.
+    Outcome Begin();
+    // Writes the pieces of the old file, in their order. Ok or WriteFailed.
+    Outcome Fill(const FilePieces& pieces);
+    // The new file, open for reading and writing; -1 before Begin. Stays this object's.
+    int Descriptor() const { return to_; }
+    qint64 OldSizeBytes() const { return oldSizeBytes_; }
+    // Ok, or WriteFailed: then the old file is as it was.
+    Outcome Commit();
+
+private:
+    bool CopyRange(qint64 offset, qint64 lengthBytes);
+    bool CopyByBlocks(qint64 offset, qint64 lengthBytes);
+    bool TakeOverAttributes();
+    void CloseAll();
+
+    QByteArray target_; // of links the file that they lead to
+    QByteArray folder_;
+    QByteArray temporary_; // empty when there is none
+    int from_ = -1;
+    int to_ = -1;
+    qint64 oldSizeBytes_ = 0;
+};
+
+} // namespace kestrune

@@ -1,0 +1,161 @@
+#include "backends/tags/riff_chunks.h"
+
+#include <QtEndian>
+
+#include <algorithm>
+#include <limits>
+
+namespace kestrune {
+
+namespace {
+
+constexpr qsizetype mostChunks = 10000;
+constexpr quint32 openSize = std::numeric_limits<quint32>::max(); // left by writers that cannot go back
+
+quint32 NumberAt(const QByteArray& bytes, qsizetype at, bool bigEndian) {
+    return bigEndian ? qFromBigEndian<quint32>(bytes.constData() + at)
+                     : qFromLittleEndian<quint32>(bytes.constData() + at);
+}
+
+bool IsChunkHead(const QByteArray& head) {
+    return head.size() == chunkHeadBytes && std::all_of(head.begin(), head.begin() + 4, [](char letter) {
+               return letter >= ' ' && letter <= '~';
+           });
+}
+
+// Whether chunks go on at `position`, or the file ends there.
+bool MayGoOn(BoundedFile& file, qint64 position) {
+    return position == file.SizeBytes() || IsChunkHead(file.ReadAt(position, chunkHeadBytes));
+}
+
+// Some writers leave the padding out.
+bool IsPadded(BoundedFile& file, qint64 contentEnd) {
+    return contentEnd < file.SizeBytes() && (MayGoOn(file, contentEnd + 1) || !MayGoOn(file, contentEnd));
+}
+
+// The new size for the whole. One that was left open stays so.
+QByteArray HeadFor(const RiffForm& form, qint64 newEndBytes, bool isCut) {
+    const quint32 old = NumberAt(form.head, 4, form.bigEndian);
+    qint64 size = newEndBytes - chunkHeadBytes;
+    if (isCut) {
+        const qint64 grown = old + newEndBytes - form.endBytes;
+        size = old == 0 || old == openSize ? old : std::clamp<qint64>(grown, 0, openSize);
+    }
+    return form.head.left(4) + FourBytes(static_cast<quint32>(size), form.bigEndian) + form.head.mid(8, 4);
+}
+
+} // namespace
+
+QByteArray FourBytes(quint32 number, bool bigEndian) {
+    QByteArray bytes(4, Qt::Uninitialized);
+    if (bigEndian) {
+        qToBigEndian(number, bytes.data());
+    } else {
+        qToLittleEndian(number, bytes.data());
+    }
+    return bytes;
+}
+
+std::optional<RiffForm> ReadRiffForm(BoundedFile& file) {
+    RiffForm form;
+    form.head = file.ReadAt(0, riffHeadBytes);
+    if (form.head.size() < riffHeadBytes || !(form.head.startsWith("RIFF") || form.head.startsWith("FORM"))) {
+        return std::nullopt;
+    }
+    form.bigEndian = form.head.startsWith("FORM");
+    form.fileBytes = file.SizeBytes();
+    form.endBytes = riffHeadBytes;
+    while (true) {
+        const QByteArray head = file.ReadAt(form.endBytes, chunkHeadBytes);
+        if (!IsChunkHead(head)) {
+            return form;
+        }
+        if (form.chunks.size() == mostChunks) {
+            return std::nullopt;
+        }
+        RiffChunk chunk;
+        chunk.id = head.left(4);
+        chunk.offset = form.endBytes;
+        const qint64 toldBytes = NumberAt(head, 4, form.bigEndian);
+        const qint64 content = chunk.offset + chunkHeadBytes;
+        chunk.sizeBytes = std::min(toldBytes, form.fileBytes - content);
+        chunk.cut = chunk.sizeBytes < toldBytes;
+        chunk.padded = !chunk.cut && (toldBytes & 1) != 0 && IsPadded(file, content + toldBytes);
+        form.endBytes = content + chunk.sizeBytes + (chunk.padded ? 1 : 0);
+        form.chunks.append(chunk);
+    }
+}
+
+QByteArray ChunkContent(BoundedFile& file, const RiffChunk& chunk) {
+    return chunk.change ? *chunk.change : file.ReadAt(chunk.offset + chunkHeadBytes, chunk.sizeBytes);
+}
+
+qsizetype FindChunk(const RiffForm& form, const QByteArray& id) {
+    for (qsizetype at = 0; at < form.chunks.size(); ++at) {
+        if (form.chunks[at].id == id) {
+            return at;
+        }
+    }
+    return -1;
+}
+
+qsizetype FindList(BoundedFile& file, const RiffForm& form, const QByteArray& kind) {
+    for (qsizetype at = 0; at < form.chunks.size(); ++at) {
+        const RiffChunk& chunk = form.chunks[at];
+        if (chunk.id != "LIST" || chunk.cut) {
+            continue;
+        }
+        const QByteArray found =
+            chunk.change ? chunk.change->left(4) : file.ReadAt(chunk.offset + chunkHeadBytes, 4);
+        if (found == kind) {
+            return at;
+        }
+    }
+    return -1;
+}
+
+void AddChunk(RiffForm& form, const QByteArray& id, const QByteArray& content) {
+    RiffChunk chunk;
+    chunk.id = id;
+    chunk.change = content;
+    const bool openEnd = !form.chunks.isEmpty() && form.chunks.back().cut;
+    form.chunks.insert(form.chunks.size() - (openEnd ? 1 : 0), chunk);
+}
+
+std::optional<FilePieces> PiecesOf(const RiffForm& form) {
+    FilePieces body;
+    qint64 endBytes = riffHeadBytes;
+    for (qsizetype at = 0; at < form.chunks.size(); ++at) {
+        const RiffChunk& chunk = form.chunks[at];
+        if (chunk.change) {
+            const bool odd = (chunk.change->size() & 1) != 0;
+            const QByteArray bytes = chunk.id +
+                                     FourBytes(static_cast<quint32>(chunk.change->size()), form.bigEndian) +
+                                     *chunk.change + QByteArray(odd ? 1 : 0, '\0');
+            body.AddBytes(bytes);
+            endBytes += bytes.size();
+            continue;
+        }
+        const qint64 bytes = chunkHeadBytes + chunk.sizeBytes + (chunk.padded ? 1 : 0);
+        body.AddRange(chunk.offset, bytes);
+        endBytes += bytes;
+        // At the end of the file the padding may have been left out, but not in front of another chunk.
+        const bool wasLast = chunk.offset + bytes == form.fileBytes;
+        if (wasLast && (bytes & 1) != 0 && at + 1 < form.chunks.size()) {
+            body.AddBytes(QByteArray(1, '\0'));
+            ++endBytes;
+        }
+    }
+    const qint64 tailBytes = form.fileBytes - form.endBytes;
+    if (endBytes + tailBytes > std::numeric_limits<quint32>::max()) {
+        return std::nullopt;
+    }
+    FilePieces pieces;
+    const bool isCut = !form.chunks.isEmpty() && form.chunks.back().cut;
+    pieces.AddBytes(HeadFor(form, endBytes, isCut));
+    pieces.Append(body);
+    pieces.AddRange(form.endBytes, tailBytes);
+    return pieces;
+}
+
+} // namespace kestrune

@@ -1,0 +1,283 @@
+#include "backends/tags/tag_writer.h"
+
+#include "backends/tags/tag_changes.h"
+
+#include <taglib/apefile.h>
+#include <taglib/apetag.h>
+#include <taglib/asffile.h>
+#include <taglib/flacfile.h>
+#include <taglib/mp4file.h>
+#include <taglib/mpcfile.h>
+#include <taglib/wavpackfile.h>
+#include <taglib/xiphcomment.h>
+
+#include <array>
+#include <functional>
+
+namespace kestrune {
+
+namespace {
+
+using TextField = QString TagFields::*;
+
+TagLib::String ToTagLib(const QString& text) {
+    return {text.toStdWString()};
+}
+
+QString FromTagLib(const TagLib::String& text) {
+    return QString::fromStdWString(text.toWString());
+}
+
+// The ways a kind of tag has to tell a text by its name; an empty one takes it away.
+struct NamedTexts {
+    std::function<QString(const char*)> get;
+    std::function<void(const char*, const QString&)> set;
+};
+
+// A field under its names: the first is for new texts, the others are read too.
+struct NamedField {
+    TextField field;
+    std::array<const char*, 4> names;
+};
+
+// Those that TagLib has no call for, in Ogg comments, APE items and free items of MP4.
+constexpr std::array extraFields = {
+    NamedField{&TagFields::copyright, {"COPYRIGHT"}},
+    NamedField{&TagFields::encodedBy, {"ENCODEDBY", "ENCODED-BY", "ENCODED_BY", "ENCODED BY"}},
+    NamedField{&TagFields::composer, {"COMPOSER"}},
+    NamedField{&TagFields::originalArtist, {"ORIGINALARTIST", "ORIGINAL ARTIST"}},
+    NamedField{&TagFields::url, {"URL", "WWW", "CONTACT"}},
+};
+
+// The name that told the old text gets the new one; with an empty text all names go.
+void SetNamed(const NamedTexts& texts, const NamedField& named, const QString& text) {
+    const char* target = named.names.front();
+    for (const char* name : named.names) {
+        if (name != nullptr && !texts.get(name).isEmpty()) {
+            target = name;
+            break;
+        }
+    }
+    if (!text.isEmpty()) {
+        texts.set(target, text);
+        return;
+    }
+    for (const char* name : named.names) {
+        if (name != nullptr) {
+            texts.set(name, {});
+        }
+    }
+}
+
+void SetExtraFields(const NamedTexts& texts, const TagFields& from, const TagFields& to) {
+    for (const NamedField& named : extraFields) {
+        if (from.*named.field != to.*named.field) {
+            SetNamed(texts, named, to.*named.field);
+        }
+    }
+}
+
+// What TagLib has calls for in every tag, the track excepted. Where a file has tags of several kinds, all of
+// them are set.
+void SetCommonFields(TagLib::Tag& tag, const TagFields& from, const TagFields& to) {
+    if (from.title != to.title) {
+        tag.setTitle(ToTagLib(to.title));
+    }
+    if (from.artist != to.artist) {
+        tag.setArtist(ToTagLib(to.artist));
+    }
+    if (from.album != to.album) {
+        tag.setAlbum(ToTagLib(to.album));
+    }
+    if (from.comment != to.comment) {
+        tag.setComment(ToTagLib(to.comment));
+    }
+    if (GenreAsText(from) != GenreAsText(to)) {
+        tag.setGenre(ToTagLib(GenreAsText(to)));
+    }
+    if (from.year != to.year) {
+        tag.setYear(static_cast<unsigned>(to.year));
+    }
+    if (from.track != to.track) {
+        tag.setTrack(static_cast<unsigned>(to.track));
+    }
+}
+
+NamedTexts TextsOf(TagLib::Ogg::XiphComment& comment) {
+    return {[&comment](const char* name) {
+                const auto found = comment.fieldListMap().find(name);
+                const bool told = found != comment.fieldListMap().end() && !found->second.isEmpty();
+                return told ? FromTagLib(found->second.front()) : QString();
+            },
+            [&comment](const char* name, const QString& text) {
+                comment.removeFields(name);
+                if (!text.isEmpty()) {
+                    comment.addField(name, ToTagLib(text));
+                }
+            }};
+}
+
+void SetXiph(TagLib::File& tagged, TagLib::Ogg::XiphComment& comment, const TagFields& from,
+             const TagFields& to) {
+    const NamedTexts texts = TextsOf(comment);
+    const QString storedTrack = texts.get("TRACKNUMBER");
+    SetCommonFields(*tagged.tag(), from, to);
+    SetExtraFields(texts, from, to);
+    if (from.track != to.track) {
+        texts.set("TRACKNUM", {});
+        texts.set("TRACKNUMBER", TrackAsText(to.track, storedTrack));
+    }
+    if (from.comment != to.comment && to.comment.isEmpty()) {
+        texts.set("COMMENT", {});
+        texts.set("DESCRIPTION", {});
+    }
+    if (from.year != to.year) {
+        texts.set("YEAR", {});
+    }
+}
+
+NamedTexts TextsOf(TagLib::APE::Tag& tag) {
+    return {[&tag](const char* name) {
+                const auto found = tag.itemListMap().find(name);
+                return found != tag.itemListMap().end() ? FromTagLib(found->second.toString()) : QString();
+            },
+            [&tag](const char* name, const QString& text) {
+                tag.removeItem(name);
+                if (!text.isEmpty()) {
+                    tag.addValue(name, ToTagLib(text), true);
+                }
+            }};
+}
+
+void SetApe(TagLib::File& tagged, TagLib::APE::Tag& tag, const TagFields& from, const TagFields& to) {
+    const NamedTexts texts = TextsOf(tag);
+    const QString storedTrack = texts.get("TRACK");
+    SetCommonFields(*tagged.tag(), from, to);
+    SetExtraFields(texts, from, to);
+    if (from.track != to.track) {
+        texts.set("TRACK", TrackAsText(to.track, storedTrack));
+    }
+}
+
+// Items of MP4: some have short names, the rest long ones.
+TagLib::String Mp4Name(const QByteArray& name) {
+    if (name == "COPYRIGHT") {
+        return "cprt";
+    }
+    if (name == "ENCODEDBY") {
+        return "\251too";
+    }
+    if (name == "COMPOSER") {
+        return "\251wrt";
+    }
+    return TagLib::String("----:com.apple.iTunes:") + name.constData();
+}
+
+void SetMp4(TagLib::MP4::Tag& tag, const TagFields& from, const TagFields& to) {
+    const NamedTexts texts = {[&tag](const char* name) {
+                                  const TagLib::MP4::Item item = tag.item(Mp4Name(name));
+                                  return item.isValid() ? FromTagLib(item.toStringList().toString())
+                                                        : QString();
+                              },
+                              [&tag](const char* name, const QString& text) {
+                                  if (text.isEmpty()) {
+                                      tag.removeItem(Mp4Name(name));
+                                  } else {
+                                      tag.setItem(Mp4Name(name), TagLib::StringList(ToTagLib(text)));
+                                  }
+                              }};
+    const TagLib::MP4::Item::IntPair stored =
+        tag.contains("trkn") ? tag.item("trkn").toIntPair() : TagLib::MP4::Item::IntPair{0, 0};
+    SetCommonFields(tag, from, to);
+    SetExtraFields(texts, from, to);
+    if (from.track != to.track && to.track > 0) {
+        tag.setItem("trkn", {to.track, stored.second});
+    }
+}
+
+void SetAsfText(TagLib::ASF::Tag& tag, const char* name, const QString& text) {
+    tag.removeItem(name);
+    if (!text.isEmpty()) {
+        tag.setAttribute(name, TagLib::ASF::Attribute(ToTagLib(text)));
+    }
+}
+
+void SetAsfTrack(TagLib::ASF::Tag& tag, qint16 track) {
+    const TagLib::ASF::AttributeList stored = tag.attribute("WM/TrackNumber");
+    tag.removeItem("WM/Track"); // an older name, counted from 0
+    if (track > 0 && !stored.isEmpty() && stored.front().type() == TagLib::ASF::Attribute::DWordType) {
+        tag.setAttribute("WM/TrackNumber", TagLib::ASF::Attribute(static_cast<unsigned>(track)));
+    } else {
+        SetAsfText(tag, "WM/TrackNumber", TrackAsText(track, {}));
+    }
+}
+
+void SetAsf(TagLib::ASF::Tag& tag, const TagFields& from, const TagFields& to) {
+    constexpr std::array named = {
+        std::pair{&TagFields::album, "WM/AlbumTitle"},
+        std::pair{&TagFields::encodedBy, "WM/EncodedBy"},
+        std::pair{&TagFields::composer, "WM/Composer"},
+        std::pair{&TagFields::originalArtist, "WM/OriginalArtist"},
+        std::pair{&TagFields::url, "WM/AuthorURL"},
+    };
+    for (const auto& [field, name] : named) {
+        if (from.*field != to.*field) {
+            SetAsfText(tag, name, to.*field);
+        }
+    }
+    // These stand in a place of their own; where nothing changed, the same text is set again.
+    tag.setTitle(ToTagLib(to.title));
+    tag.setArtist(ToTagLib(to.artist));
+    tag.setComment(ToTagLib(to.comment));
+    tag.setCopyright(ToTagLib(to.copyright));
+    if (GenreAsText(from) != GenreAsText(to)) {
+        SetAsfText(tag, "WM/Genre", GenreAsText(to));
+        tag.removeItem("WM/GenreID"); // it would go on telling the old one
+    }
+    if (from.year != to.year) {
+        SetAsfText(tag, "WM/Year", YearAsText(to.year));
+    }
+    if (from.track != to.track) {
+        SetAsfTrack(tag, to.track);
+    }
+}
+
+// The APE tag of a kind that has one, made if it is missing; null for other kinds.
+TagLib::APE::Tag* ApeTagOf(TagLib::File& tagged) {
+    if (auto* musepack = dynamic_cast<TagLib::MPC::File*>(&tagged)) {
+        return musepack->APETag(true);
+    }
+    if (auto* monkeys = dynamic_cast<TagLib::APE::File*>(&tagged)) {
+        return monkeys->APETag(true);
+    }
+    if (auto* wavPack = dynamic_cast<TagLib::WavPack::File*>(&tagged)) {
+        return wavPack->APETag(true);
+    }
+    return nullptr;
+}
+
+TagLib::Ogg::XiphComment* XiphOf(TagLib::File& tagged) {
+    if (auto* flac = dynamic_cast<TagLib::FLAC::File*>(&tagged)) {
+        return flac->xiphComment(true);
+    }
+    return dynamic_cast<TagLib::Ogg::XiphComment*>(tagged.tag());
+}
+
+} // namespace
+
+Outcome WriteFields(TagLib::File& tagged, const TagFields& from, const TagFields& to) {
+    if (auto* asf = dynamic_cast<TagLib::ASF::File*>(&tagged)) {
+        SetAsf(*asf->tag(), from, to);
+    } else if (auto* mp4 = dynamic_cast<TagLib::MP4::File*>(&tagged)) {
+        SetMp4(*mp4->tag(), from, to);
+    } else if (TagLib::APE::Tag* ape = ApeTagOf(tagged)) {
+        SetApe(tagged, *ape, from, to);
+    } else if (TagLib::Ogg::XiphComment* xiph = XiphOf(tagged)) {
+        SetXiph(tagged, *xiph, from, to);
+    } else {
+        return Outcome::NotSupported;
+    }
+    return tagged.save() ? Outcome::Ok : Outcome::WriteFailed;
+}
+
+} // namespace kestrune
