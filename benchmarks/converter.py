@@ -76,7 +76,7 @@ class Race:
 # What ffmpeg can write of our targets, at the rates and channels that the converter starts with.
 FFMPEG_TARGETS = {
     "wma": ["-c:a", "wmav2", "-b:a", "128k", "-f", "asf"],
-    "mp3": ["-c:a", "libmp3lame", "-b:a", "128k", "-compression_level", "5", "-joint_stereo", "0", "-f", "mp3"],
+    "mp3": ["-c:a", "libmp3lame", "-b:a", "128k", "-compression_level", "5", "-joint_stereo", "1", "-f", "mp3"],
     "adpcm": ["-c:a", "adpcm_ima_wav", "-f", "wav"],
     "mp2": ["-c:a", "libtwolame", "-b:a", "192k", "-f", "mp2"],
     "ogg": ["-c:a", "libvorbis", "-b:a", "128k", "-f", "ogg"],
@@ -108,7 +108,7 @@ def main(tool, minutes, rounds):
         race = Race(rounds)
         out = lambda name: os.path.join(folder, name)
         race("MP3 128 kbit/s beside lame of the same quality and stereo", [tool, song, out("a.mp3"), "mp3"],
-             [["lame", "--quiet", "-b", "128", "-q", "5", "-m", "s", song, out("b.mp3")]])
+             [["lame", "--quiet", "-b", "128", "-q", "5", "-m", "j", song, out("b.mp3")]])
         race("MP3 128 kbit/s beside lame as it comes", [tool, song, out("a.mp3"), "mp3"],
              [["lame", "--quiet", "-b", "128", song, out("b.mp3")]])
         race("Ogg Vorbis 128 kbit/s beside oggenc", [tool, song, out("a.ogg"), "ogg"],
