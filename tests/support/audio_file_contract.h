@@ -1,4 +1,4 @@
-// What every KSTAudioFile2 does alike when it reads. Include it in one source of a test executable and
+// What every KSTAudioFile2 does alike. Include it in one source of a test executable and
 // instantiate AudioFileContract with the makers of the subjects.
 #pragma once
 
@@ -25,6 +25,10 @@ public:
     virtual QByteArray GoodSamples() const = 0;
     virtual QString MissingPath() const = 0;    // no such file
     virtual QString UnreadablePath() const = 0; // a file of no audio kind
+    virtual QString TargetPath() const = 0;     // a file that can be made, and is not there at first
+    virtual QString RefusedPath() const = 0;    // one that cannot be made
+    // What was written to a path, of a format that keeps samples as they are.
+    virtual QByteArray WrittenSamples(const QString& path) = 0;
 };
 
 struct AudioFileMaker {
@@ -141,6 +145,63 @@ TEST_P(AudioFileContract, SettingsWithoutEffectChangeNothing) {
     EXPECT_EQ(file_.SelectFormat(), Outcome::NotSupported);
     ASSERT_EQ(file_.OpenRead(subject_->GoodPath(), 7, 9), Outcome::Ok);
     EXPECT_EQ(ReadAll(4096), subject_->GoodSamples());
+}
+
+TEST_P(AudioFileContract, WrittenSamplesArrive) {
+    ASSERT_EQ(file_.SetFormatPCMFreq(8000, 2, 16), Outcome::Ok);
+    ASSERT_EQ(file_.Create(subject_->TargetPath(), 0), Outcome::Ok);
+    EXPECT_GE(file_.GetFormatId(), 0);
+    file_.SetSourceFormat(8000, 2);
+    const QByteArray samples = subject_->GoodSamples();
+    EXPECT_EQ(file_.WriteBlock(samples.left(4000)), Outcome::Ok);
+    EXPECT_EQ(file_.WriteBlock({}), Outcome::Ok);
+    EXPECT_EQ(file_.WriteBlock(samples.mid(4000)), Outcome::Ok);
+    EXPECT_EQ(file_.CloseFile(), Outcome::Ok);
+    EXPECT_LT(file_.GetFormatId(), 0);
+    EXPECT_EQ(file_.CloseFile(), Outcome::NotOpen);
+    EXPECT_EQ(subject_->WrittenSamples(subject_->TargetPath()), samples);
+}
+
+TEST_P(AudioFileContract, NothingIsWrittenWithoutCreate) {
+    ASSERT_EQ(file_.SetFormatPCMFreq(8000, 2, 16), Outcome::Ok);
+    EXPECT_EQ(file_.WriteBlock(subject_->GoodSamples()), Outcome::NotOpen);
+    ASSERT_EQ(file_.OpenRead(subject_->GoodPath()), Outcome::Ok);
+    EXPECT_EQ(file_.WriteBlock(subject_->GoodSamples()), Outcome::NotOpen);
+}
+
+TEST_P(AudioFileContract, RefusedTargetLeavesNothingOpen) {
+    ASSERT_EQ(file_.SetFormatPCMFreq(8000, 2, 16), Outcome::Ok);
+    EXPECT_NE(file_.Create(subject_->RefusedPath()), Outcome::Ok);
+    EXPECT_LT(file_.GetFormatId(), 0);
+    EXPECT_EQ(file_.WriteBlock(subject_->GoodSamples()), Outcome::NotOpen);
+    EXPECT_EQ(file_.CloseFile(), Outcome::NotOpen);
+}
+
+TEST_P(AudioFileContract, OneFileAtATimeIsOpen) {
+    ASSERT_EQ(file_.SetFormatPCMFreq(8000, 2, 16), Outcome::Ok);
+    ASSERT_EQ(file_.OpenRead(subject_->GoodPath()), Outcome::Ok);
+    ASSERT_EQ(file_.Create(subject_->TargetPath()), Outcome::Ok);
+    EXPECT_TRUE(file_.ReadBlock(400).isEmpty());
+    EXPECT_EQ(file_.GetLengthBytes(), 0);
+    EXPECT_EQ(file_.WriteBlock(subject_->GoodSamples().left(400)), Outcome::Ok);
+    ASSERT_EQ(file_.OpenRead(subject_->GoodPath()), Outcome::Ok);
+    EXPECT_EQ(file_.WriteBlock(subject_->GoodSamples()), Outcome::NotOpen);
+    EXPECT_EQ(ReadAll(4096), subject_->GoodSamples());
+    EXPECT_EQ(file_.CloseFile(), Outcome::Ok);
+    EXPECT_EQ(subject_->WrittenSamples(subject_->TargetPath()), subject_->GoodSamples().left(400));
+}
+
+TEST_P(AudioFileContract, WhatIsExpectedChangesNothing) {
+    file_.SetFlag(-1);
+    ASSERT_EQ(file_.SetFormatPCMFreq(8000, 2, 16), Outcome::Ok);
+    file_.ExpectOutput(subject_->RefusedPath());
+    file_.ExpectOutput(subject_->TargetPath());
+    ASSERT_EQ(file_.Create(subject_->TargetPath()), Outcome::Ok);
+    file_.SetSourceFormat(8000, 2);
+    EXPECT_EQ(file_.WriteBlock(subject_->GoodSamples()), Outcome::Ok);
+    EXPECT_EQ(file_.CloseFile(), Outcome::Ok);
+    file_.ForgetExpectedOutputs();
+    EXPECT_EQ(subject_->WrittenSamples(subject_->TargetPath()), subject_->GoodSamples());
 }
 
 TEST_P(AudioFileContract, SetFormatGivesAText) {

@@ -19,12 +19,16 @@ public:
     FakeSubject() {
         fake_.files[GoodPath()] = {GoodPcm(), 8000, 2, QStringLiteral("PCM, 8,000 Hz"), 1};
         fake_.files[UnreadablePath()] = {{}, 0, 0, {}, -1};
+        fake_.refusedTargets.insert(RefusedPath());
     }
     KSTAudioFile2& File() override { return fake_; }
     QString GoodPath() const override { return QStringLiteral("/music/good.wav"); }
     QByteArray GoodSamples() const override { return GoodPcm(); }
     QString MissingPath() const override { return QStringLiteral("/music/none.wav"); }
     QString UnreadablePath() const override { return QStringLiteral("/music/text.wav"); }
+    QString TargetPath() const override { return QStringLiteral("/music/new.wav"); }
+    QString RefusedPath() const override { return QStringLiteral("/none/new.wav"); }
+    QByteArray WrittenSamples(const QString& path) override { return fake_.written.value(path); }
 
 private:
     FakeAudioFile fake_;
@@ -41,6 +45,13 @@ public:
     QByteArray GoodSamples() const override { return GoodPcm(); }
     QString MissingPath() const override { return folder_.Path(QStringLiteral("none.wav")); }
     QString UnreadablePath() const override { return folder_.Path(QStringLiteral("text.wav")); }
+    QString TargetPath() const override { return folder_.Path(QStringLiteral("new.wav")); }
+    QString RefusedPath() const override { return folder_.Path(QStringLiteral("none/new.wav")); }
+    QByteArray WrittenSamples(const QString& path) override {
+        CodecFile reader;
+        EXPECT_EQ(reader.OpenRead(path), Outcome::Ok);
+        return ReadToEnd(reader);
+    }
 
 private:
     TestFolder folder_;
