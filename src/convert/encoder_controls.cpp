@@ -79,6 +79,7 @@ BoundedSpinBox::BoundedSpinBox(const QString& name, const QString& textName, con
     setObjectName(name);
     setAccessibleName(accessibleName);
     lineEdit()->setObjectName(textName);
+    lineEdit()->setAccessibleName(accessibleName);
     setRange(bounds.smallest, bounds.largest);
     setSingleStep(bounds.step);
     setAlignment(Qt::AlignRight);

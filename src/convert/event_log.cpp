@@ -35,6 +35,9 @@ QVariant EventLog::data(const QModelIndex& index, int role) const {
         return {};
     }
     const Line& line = lines_[static_cast<size_t>(index.row())];
+    if (index.column() == EventItem && role == Qt::AccessibleTextRole) {
+        return line.icon == EventIcon::RunStep ? tr("Step") : tr("Setting");
+    }
     if (index.column() == EventItem) {
         return role == IconRole ? QVariant(static_cast<int>(line.icon)) : QVariant();
     }

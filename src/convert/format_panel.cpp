@@ -154,7 +154,9 @@ void FormatPanel::MakeParameters() {
     udWMAProfile_->setAccessibleName(tr("WMA profile"));
     udWMAProfile_->setToolTip(tr("WMA profile"));
     udWMAProfile_->setGeometry(at::Control(LineOf(FormatBox::txtWMAFormatString)));
-    udWMAProfile_->findChild<QLineEdit*>()->setObjectName(QStringLiteral("txtWMAProfile"));
+    auto* profileText = udWMAProfile_->findChild<QLineEdit*>();
+    profileText->setObjectName(QStringLiteral("txtWMAProfile"));
+    profileText->setAccessibleName(udWMAProfile_->accessibleName());
     const int group = hover_.AddGroup();
     const std::array<FormatBox, imageSetCount> places = {FormatBox::txtMP3FormatString,
                                                          FormatBox::txtOGGFormatString, FormatBox::Text1};

@@ -23,8 +23,8 @@ INTERACTIVE = {"push button", "button menu", "check box", "radio button", "slide
                "menu item", "check menu item", "radio menu item", "combo box", "text", "entry", "tree", "tree item",
                "tree table", "table cell", "page tab", "page tab list", "scroll bar", "animation", "document frame",
                "html container", "password text", "link", "color chooser"}
-# Rows name what they show; two files may be called the same, or be of one kind.
-ROWS = {"list item", "tree item", "table cell"}
+# Rows name what they show, and so do boxes with a choice, whose label is a relation: two may say the same.
+ROWS = {"list item", "tree item", "table cell", "combo box"}
 CELLS = {"tree item", "table cell"}
 
 
