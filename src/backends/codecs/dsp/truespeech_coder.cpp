@@ -39,11 +39,14 @@ TrueSpeechBytes TrueSpeechCoder::Encode(BlockSamples block, BlockSamples next) {
 }
 
 void TrueSpeechCoder::ChoosePredictor(BlockSamples block, BlockSamples next) {
-    std::array<float, 2 * trueSpeechBlockSamples> samples;
-    std::copy(next.begin(), next.end(), std::copy(block.begin(), block.end(), samples.begin()));
+    std::array<float, trueSpeechOrder + 2 * trueSpeechBlockSamples> samples;
+    const auto first = std::copy(past_.begin(), past_.end(), samples.begin());
+    const auto second = std::copy(block.begin(), block.end(), first);
+    std::copy(next.begin(), next.end(), second);
+    std::copy(second - trueSpeechOrder, second, past_.begin());
     best_.block = {};
-    best_.block.reflection =
-        ChooseReflections(std::span(samples).subspan<trueSpeechWindowOffset, trueSpeechWindowSamples>());
+    best_.block.reflection = ChooseReflections(
+        std::span(samples).subspan<trueSpeechOrder + trueSpeechWindowOffset, trueSpeechWindowSamples>());
     // The first two subframes may keep to the predictor before, or come halfway to the new one.
     std::array<float, 2> left = {};
     bool mixes = true;
@@ -51,9 +54,8 @@ void TrueSpeechCoder::ChoosePredictor(BlockSamples block, BlockSamples next) {
         TrueSpeechSynthesis synthesis = best_.synthesis;
         best_.block.blended = blended;
         synthesis.StartBlock(best_.block);
-        left[blended ? 1 : 0] =
-            LeftBy(TapsOf(synthesis.Predictor(0)), samples.data() + trueSpeechOrder) +
-            LeftBy(TapsOf(synthesis.Predictor(1)), samples.data() + trueSpeechSubframeSamples);
+        left[blended ? 1 : 0] = LeftBy(TapsOf(synthesis.Predictor(0)), first) +
+                                LeftBy(TapsOf(synthesis.Predictor(1)), first + trueSpeechSubframeSamples);
         mixes = DiesAway(synthesis.Predictor(0)) && DiesAway(synthesis.Predictor(1));
     }
     best_.block.blended = mixes && left[1] < left[0];
@@ -127,15 +129,16 @@ std::array<float, trueSpeechLags + trueSpeechLagSteps - 1> TrueSpeechCoder::Gain
     const std::span all(line);
     const auto now = all.last<trueSpeechSubframeSamples>();
     std::array<float, trueSpeechLags + trueSpeechLagSteps - 1> gained;
-    float power = 0;
+    double power = 0;
     for (size_t lag = 0; lag < gained.size(); ++lag) {
         const auto past = all.subspan(line.size() - trueSpeechSubframeSamples - trueSpeechShortestLag - lag)
                               .first<trueSpeechSubframeSamples>();
         const float common = Product(past, now);
-        // From lag to lag one sample enters and one leaves; 1 keeps silence from dividing by nothing.
-        const float leaving = past.data()[past.size()];
-        power = lag == 0 ? Product(past, past) + 1 : power + past[0] * past[0] - leaving * leaving;
-        gained[lag] = common > 0 ? common * common / std::max(power, 1.0F) : 0;
+        // From lag to lag one sample enters and one leaves.
+        const double entering = past.front();
+        const double leaving = *(past.data() + past.size());
+        power = lag == 0 ? Product(past, past) : power + entering * entering - leaving * leaving;
+        gained[lag] = common > 0 ? common * common / static_cast<float>(power + 1) : 0;
     }
     return gained;
 }
@@ -148,14 +151,15 @@ std::vector<int> TrueSpeechCoder::LagsWorthTrying(const PitchSearch& search, int
         gained[lag] = *std::max_element(early.data() + lag, early.data() + lag + trueSpeechLagSteps) +
                       *std::max_element(late.data() + lag, late.data() + lag + trueSpeechLagSteps);
     }
+    // One step of a subframe reaches from each tried lag to those beside it.
+    constexpr std::ptrdiff_t alike = 3;
     std::vector<int> lags;
     while (lags.size() < triedLags) {
         const auto best = std::max_element(gained.begin(), gained.end()) - gained.begin();
         lags.push_back(static_cast<int>(best));
-        for (auto near = std::max<std::ptrdiff_t>(0, best - 3);
-             near < std::min<std::ptrdiff_t>(trueSpeechLags, best + 4); ++near) {
-            gained[static_cast<size_t>(near)] = -1;
-        }
+        const auto from = std::max<std::ptrdiff_t>(0, best - alike);
+        const auto to = std::min<std::ptrdiff_t>(trueSpeechLags, best + alike + 1);
+        std::fill(gained.begin() + from, gained.begin() + to, -1.0F);
     }
     return lags;
 }

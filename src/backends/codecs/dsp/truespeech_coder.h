@@ -45,6 +45,7 @@ private:
     PitchSearch pitch_;
     PitchSearch laterPitch_;
     ErrorWeight originalWeight_;
+    std::array<float, trueSpeechOrder> past_ = {}; // the last samples of the block before
     std::array<float, trueSpeechHistory> weightedPast_ = {};
 };
 
