@@ -96,6 +96,18 @@ TEST_F(PlainSamples, FloatsBeyondFullScaleAreClippedToIt) {
     }
 }
 
+TEST_F(PlainSamples, FloatsAreRoundedToTheNearestStep) {
+    const auto encoder = MakePcmEncoder(FormatFor(FormatKind::Raw, 8000, 1, 24));
+    QBuffer out;
+    ASSERT_TRUE(out.open(QIODevice::ReadWrite));
+    ASSERT_EQ(encoder->Begin(out), Outcome::Ok);
+    constexpr float step = 1.0F / 8388608.0F;
+    const std::vector<float> between = {0.7F * step, -0.7F * step, 2.2F * step};
+    ASSERT_EQ(encoder->WriteFloats(between.data(), 3), Outcome::Ok);
+    ASSERT_EQ(encoder->Finish(), Outcome::Ok);
+    EXPECT_EQ(out.data().toHex(), QByteArray("010000ffffff020000"));
+}
+
 TEST_F(PlainSamples, EightBitsKeepWhatIsOfTheirScale) {
     std::vector<qint16> steps;
     for (int level = -128; level < 128; ++level) {

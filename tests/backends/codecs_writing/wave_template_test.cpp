@@ -10,6 +10,7 @@
 
 #include <QBuffer>
 #include <QFile>
+#include <QtEndian>
 
 namespace kestrune {
 
