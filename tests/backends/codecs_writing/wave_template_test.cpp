@@ -108,8 +108,10 @@ TEST_F(WaveTemplate, MpegLayerThree) {
                                           QStringList{QStringLiteral("-b:a"), QStringLiteral("96k")});
         ASSERT_EQ(Read(made), Outcome::Ok);
         const std::vector<qint16> sound = Chord(23).Samples(2 * rateHz, 2, rateHz);
-        const QString written =
-            folder_.Write(QStringLiteral("written.wav"), Encoded(*MakeTemplateEncoder(format_), sound, 0));
+        const QByteArray bytes = Encoded(*MakeTemplateEncoder(format_), sound, 0);
+        EXPECT_EQ(qFromLittleEndian<quint32>(bytes.constData() + bytes.indexOf("fact") + 8),
+                  static_cast<quint32>(2 * rateHz));
+        const QString written = folder_.Write(QStringLiteral("written.wav"), bytes);
         EXPECT_EQ(ProbedBy(written), ProbedBy(made));
         const std::vector<qint16> decoded = DecodedByFfmpeg(written);
         EXPECT_GE(decoded.size(), sound.size());
