@@ -141,7 +141,7 @@ QByteArray DecodeCache::ReadAhead() {
     if (position_ == decoder_->TotalBytes()) {
         return {};
     }
-    const QByteArray block = decoder_->Block(position_ / decoder_->BlockBytes());
+    QByteArray block = decoder_->Block(position_ / decoder_->BlockBytes());
     position_ += block.size();
     return block;
 }

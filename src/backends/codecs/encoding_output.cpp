@@ -123,8 +123,10 @@ Outcome EncodingOutput::EncodeAnew() {
 }
 
 Outcome EncodingOutput::CloseAhead() {
-    const bool whole = source_ == ahead_->source && blocks_ == static_cast<qint64>(ahead_->blocks->size());
-    if (!whole || pool_->WaitForEnd(ahead_->job) != Outcome::Ok) {
+    // A file that was stopped ends where its writer stands, unless its encoder is further already.
+    const bool fits = source_ == ahead_->source && (blocks_ == static_cast<qint64>(ahead_->blocks->size()) ||
+                                                    pool_->EndAfter(ahead_->job, blocks_));
+    if (!fits || pool_->WaitForEnd(ahead_->job) != Outcome::Ok) {
         const Outcome outcome = EncodeAnew();
         return outcome == Outcome::Ok ? CloseInPool() : outcome;
     }

@@ -27,8 +27,8 @@ public:
     // the folder is then as it was.
     Outcome Open(const QString& path, const OutputFormat& format);
     // The same for a file that is being encoded already in that format. What it comes to is taken if the
-    // blocks that are written are the ones that were encoded; from the first that differs on, and when there
-    // are fewer, all is encoded anew.
+    // blocks that are written are the ones that were encoded. When one differs, or when there are fewer and
+    // the encoder went beyond them, all is encoded anew.
     Outcome OpenAhead(const QString& path, const OutputFormat& format, const AheadOutput& ahead);
     // Counts until the first block.
     void SetSource(const SampleShape& source);

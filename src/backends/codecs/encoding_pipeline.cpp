@@ -118,11 +118,11 @@ void EncodingPipeline::ToFloats(const qint16* samples, qint64 frames) {
 
 // `copies` of each sample, so that both channels of a doubled one get the same noise.
 void EncodingPipeline::Dither(const std::vector<float>& samples, int copies) {
-    integers_.clear();
-    integers_.reserve(samples.size() * static_cast<size_t>(copies));
+    integers_.resize(samples.size() * static_cast<size_t>(copies));
+    auto out = integers_.begin();
     for (const float sample : samples) {
         const qint16 value = DitheredSample(static_cast<double>(sample) * floatScale, ditheredSamples_++);
-        integers_.insert(integers_.end(), static_cast<size_t>(copies), value);
+        out = std::fill_n(out, copies, value);
     }
 }
 

@@ -76,6 +76,24 @@ void EncodingPool::End(const EncodingJobPtr& job) {
     wanted_.notify_one();
 }
 
+bool EncodingPool::EndAfter(const EncodingJobPtr& job, qint64 blocks) {
+    {
+        const std::lock_guard lock(mutex_);
+        // A job that is held may be at the block behind those it has encoded.
+        const qint64 taken = job->encodedBlocks_ + (job->held_ ? 1 : 0);
+        if (job->over_ || taken > blocks) {
+            return false;
+        }
+        while (taken + static_cast<qint64>(job->waiting_.size()) > blocks) {
+            job->waitingBytes_ -= job->waiting_.back().size();
+            job->waiting_.pop_back();
+        }
+        job->ended_ = true;
+    }
+    wanted_.notify_one();
+    return true;
+}
+
 void EncodingPool::Prefer(const EncodingJobPtr& job) {
     const std::lock_guard lock(mutex_);
     preferred_ = job;

@@ -71,6 +71,9 @@ public:
     // Only of a job in memory: gives up what is not encoded, without waiting.
     void Drop(const EncodingJobPtr& job);
 
+    // Ends a job behind so many blocks. False, and nothing is done, if it went further already.
+    bool EndAfter(const EncodingJobPtr& job, qint64 blocks);
+
     // True when the encoder took its format and nothing failed since.
     bool IsUnderWay(const EncodingJobPtr& job);
     // Until this many blocks are encoded. Gives at once what failed.

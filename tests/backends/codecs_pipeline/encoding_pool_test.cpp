@@ -214,7 +214,10 @@ TEST_F(EncodingOutputTest, WhatWasEncodedAheadIsTakenForTheSameBlocks) {
 TEST_F(EncodingOutputTest, FewerBlocksAreEncodedAnew) {
     for (const int blocks : {0, 1, 7, 19}) {
         EncodingOutput output(&pool_);
-        ASSERT_EQ(output.OpenAhead(path_, format_, Ahead()), Outcome::Ok);
+        const AheadOutput ahead = Ahead();
+        // Once the encoder is through it stands beyond any part of its blocks.
+        EXPECT_EQ(pool_.WaitForEnd(ahead.job), Outcome::Ok);
+        ASSERT_EQ(output.OpenAhead(path_, format_, ahead), Outcome::Ok);
         output.SetSource({8000, 1});
         for (int block = 0; block < blocks; ++block) {
             EXPECT_EQ(output.Write(Block(block)), Outcome::Ok);
@@ -222,6 +225,29 @@ TEST_F(EncodingOutputTest, FewerBlocksAreEncodedAnew) {
         EXPECT_EQ(output.Close(), Outcome::Ok);
         EXPECT_EQ(ReadWholeFile(path_), Encoded(blocks));
     }
+}
+
+TEST_F(EncodingOutputTest, FewerBlocksEndTheEncoderThatStandsThere) {
+    std::promise<void> open;
+    const EncodingJobPtr job =
+        pool_.AddInMemory(Piped(std::make_unique<GatedEncoder>(open.get_future().share())));
+    for (const QByteArray& block : *blocks_) {
+        pool_.Push(job, block);
+    }
+    pool_.End(job);
+    EncodingOutput output(&pool_);
+    ASSERT_EQ(output.OpenAhead(path_, format_, {job, blocks_, {8000, 1}}), Outcome::Ok);
+    output.SetSource({8000, 1});
+    for (int block = 0; block < 3; ++block) {
+        EXPECT_EQ(output.Write(Block(block)), Outcome::Ok);
+    }
+    std::thread opener([&] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(30));
+        open.set_value();
+    });
+    EXPECT_EQ(output.Close(), Outcome::Ok);
+    opener.join();
+    EXPECT_EQ(ReadWholeFile(path_), AllSamples(3) + "end");
 }
 
 TEST_F(EncodingOutputTest, MoreBlocksAreEncodedAnew) {
