@@ -112,11 +112,6 @@ void ConversionRun::Image2_Click() {
     ConverterState& state = parts_.state;
     if (AskToSkip() && FindAllCheck() > 1) {
         AskForNext();
-        if (state.StopBatch) {
-            image2Visible_ = false;
-            image1Visible_ = true;
-            emit ControlsChanged();
-        }
     }
     // Whatever was answered, the file that is being written ends here.
     state.SkipCurrent = false;

@@ -129,6 +129,24 @@ TEST_F(FolderModeTest, LoadDoesNotLoseTheOutputFolderOfTheRecord) {
     EXPECT_EQ(ReadFile(ConPath()), before);
 }
 
+TEST_F(FolderModeTest, ClicksThatTheLoadRaisesHaveNoSideEffects) {
+    AddMusic(QStringLiteral("a.mp3"));
+    Store(music.Path(), out.Path(), {});
+    int looks = 0;
+    QObject::connect(&jobs, &JobList::InputLookChanged, [&] {
+        ++looks;
+        converter.Rows.setData(converter.Rows.index(0, 0), Qt::Checked, Qt::CheckStateRole);
+        jobs.Checkin_Click(2, true);
+    });
+    converter.Load();
+    EXPECT_EQ(looks, 1);
+    EXPECT_TRUE(converter.Rows.IsChecked(1));
+    EXPECT_EQ(Status(), "");
+    EXPECT_EQ(Utf8(jobs.CheckInTag(2)), "1");
+    jobs.Checkin_Click(2, false);
+    EXPECT_FALSE(converter.Rows.IsChecked(1));
+}
+
 TEST_F(FolderModeTest, RecordOfTheOtherSpellingIsReadAndWritten) {
     AddMusic(QStringLiteral("a.mp3"));
     home.Write(QStringLiteral("Conpath.dat"), EncodeConPath({"/gone", "/old/out", "/rip"}, {}));

@@ -201,6 +201,26 @@ TEST_F(StopTest, TheControlsAreIdleForTheRestOfTheRun) {
     EXPECT_TRUE(wasSeen);
 }
 
+TEST_F(StopTest, ARowIsNotConvertedWhileAFlagStands) {
+    AddJob(QStringLiteral("a.wav"), 400);
+    Tick(OutputBox::chMP3);
+    const auto convert = [this](bool skip, bool stop) {
+        converter.State.SkipCurrent = skip;
+        converter.State.StopBatch = stop;
+        converter.State.Converting = true;
+        run.Converter(QStringLiteral("a.wav"), 1);
+        EXPECT_FALSE(converter.State.SkipCurrent);
+        EXPECT_EQ(converter.State.StopBatch, stop);
+        EXPECT_FALSE(converter.State.Converting);
+    };
+    convert(true, false);
+    EXPECT_FLOAT_EQ(run.ProgressConvert(), 0);
+    convert(false, true);
+    EXPECT_THAT(Created(), IsEmpty());
+    convert(false, false);
+    EXPECT_THAT(Created(), ElementsAre("a.mp3"));
+}
+
 TEST_F(StopTest, AtTheLastBlockOfAFileTakesNoWayBack) {
     AddJob(QStringLiteral("a.wav"), 200);
     Tick(OutputBox::chMP3);
@@ -299,6 +319,22 @@ TEST_F(StopTest, StartRightBehindStopIsARunWithinTheRun) {
     EXPECT_THAT(Created(), ElementsAre("a.mp3", "a.mp3", "b.mp3", "b.mp3"));
     EXPECT_THAT(Messages(), ElementsAre("Done!", "Done!"));
     EXPECT_FALSE(converter.State.Converting);
+}
+
+TEST_F(StopTest, StartForgetsThatTheNextFileWasRefused) {
+    AddJob(QStringLiteral("a.wav"), 1000);
+    AddJob(QStringLiteral("b.wav"), 400);
+    Tick(OutputBox::chMP3);
+    prompts.answers << true << false;
+    AtBlock(1, [this] {
+        Stop();
+        EXPECT_TRUE(converter.State.StopBatch);
+        Start();
+        EXPECT_EQ(Written("a.mp3"), 1000);
+        EXPECT_EQ(Written("b.mp3"), 400);
+    });
+    Start();
+    EXPECT_THAT(Created(), ElementsAre("a.mp3", "a.mp3", "b.mp3", "b.mp3"));
 }
 
 TEST_F(StopTest, AbandonEndsAllWithoutAWord) {
