@@ -26,30 +26,31 @@ Mp3Options OptionsOf(const OutputFormat& format) {
     options.frequency = format.rateHz;
     options.channels = format.channels;
     options.channelMode = format.channels == 1 ? 0 : 2;
-    options.bitrate = (format.bitrateBps + bitsPerKbit / 2) / bitsPerKbit;
+    options.bitrate = qRound(static_cast<double>(format.bitrateBps) / bitsPerKbit);
     // A frame that only tells the length would be heard as silence here.
     options.writeVbrHeader = false;
     return options;
 }
 
-WaveFormatChunk WaveFormatOf(const Mp3Options& options) {
+// `mp3` tells the bit rate that the encoder keeps to, which may be another than was asked for.
+WaveFormatChunk WaveFormatOf(const OutputFormat& mp3) {
     constexpr int lowestOfMpeg1Hz = 32000;
     constexpr quint16 codingIsMpeg = 1;
     constexpr quint32 paddedAsNeeded = 0;
     constexpr quint16 framesPerBlock = 1;
     // Samples that every writer of this kind of file tells, whatever its encoder.
     constexpr quint16 usualDelay = 1393;
-    const int bytesPerSecond = options.bitrate * bitsPerKbit / 8;
-    const int frameSamples = options.frequency >= lowestOfMpeg1Hz ? 1152 : 576;
+    const int bytesPerSecond = mp3.bitrateBps / 8;
+    const int frameSamples = mp3.rateHz >= lowestOfMpeg1Hz ? 1152 : 576;
     WaveFormatChunk format;
     format.tag = WaveTagMp3;
-    format.channels = options.channels;
-    format.rateHz = options.frequency;
+    format.channels = mp3.channels;
+    format.rateHz = mp3.rateHz;
     format.bytesPerSecond = static_cast<quint32>(bytesPerSecond);
     format.blockBytes = 1;
     AppendLittle(format.extra, codingIsMpeg);
     AppendLittle(format.extra, paddedAsNeeded);
-    AppendLittle(format.extra, static_cast<quint16>(frameSamples * bytesPerSecond / options.frequency));
+    AppendLittle(format.extra, static_cast<quint16>(frameSamples * bytesPerSecond / mp3.rateHz));
     AppendLittle(format.extra, framesPerBlock);
     AppendLittle(format.extra, usualDelay);
     return format;
@@ -73,21 +74,24 @@ private:
 
 class WaveMp3Encoder : public SampleEncoder {
 public:
-    explicit WaveMp3Encoder(const Mp3Options& options)
-        : options_(options), wave_(WaveFormatOf(options)), data_(wave_) {
-        if (const std::optional<OutputFormat> format = Mp3Format(options)) {
-            mp3_ = MakeMp3Encoder(*format);
+    explicit WaveMp3Encoder(const OutputFormat& format)
+        : input_{format.rateHz, format.channels, true}, mp3Format_(Mp3Format(OptionsOf(format))) {
+        if (mp3Format_) {
+            mp3_ = MakeMp3Encoder(*mp3Format_);
+            input_ = mp3_->Input();
         }
     }
 
-    EncoderInput Input() const override {
-        return mp3_ ? mp3_->Input() : EncoderInput{options_.frequency, options_.channels, true};
-    }
+    EncoderInput Input() const override { return input_; }
 
     Outcome Begin(QIODevice& out) override {
-        const Outcome outcome = mp3_ ? mp3_->Begin(data_) : Outcome::NotSupported;
+        if (!mp3_) {
+            return Outcome::NotSupported;
+        }
+        data_.emplace(wave_.emplace(WaveFormatOf(*mp3Format_)));
+        const Outcome outcome = mp3_->Begin(*data_);
         begun_ = outcome == Outcome::Ok;
-        return begun_ ? wave_.Begin(out) : outcome;
+        return begun_ ? wave_->Begin(out) : outcome;
     }
 
     Outcome WriteIntegers(const qint16* samples, qint64 frames) override {
@@ -102,13 +106,14 @@ public:
 
     Outcome Finish() override {
         const Outcome outcome = begun_ ? mp3_->Finish() : Outcome::NotOpen;
-        return outcome == Outcome::Ok ? wave_.Finish(frames_) : outcome;
+        return outcome == Outcome::Ok ? wave_->Finish(frames_) : outcome;
     }
 
 private:
-    Mp3Options options_;
-    WaveWriter wave_;
-    WaveData data_;
+    EncoderInput input_;
+    std::optional<OutputFormat> mp3Format_; // none when there is no such encoder
+    std::optional<WaveWriter> wave_;
+    std::optional<WaveData> data_;
     std::unique_ptr<SampleEncoder> mp3_;
     bool begun_ = false;
     qint64 frames_ = 0;
@@ -121,7 +126,7 @@ bool IsWaveMp3(const OutputFormat& format) {
 }
 
 std::unique_ptr<SampleEncoder> MakeWaveMp3Encoder(const OutputFormat& format) {
-    return std::make_unique<WaveMp3Encoder>(OptionsOf(format));
+    return std::make_unique<WaveMp3Encoder>(format);
 }
 
 } // namespace kestrune

@@ -122,6 +122,21 @@ TEST_F(WaveTemplate, MpegLayerThree) {
     }
 }
 
+// A header may tell any byte rate; the encoder keeps to one that there is, and the new header tells that.
+TEST_F(WaveTemplate, MpegLayerThreeOfAnImpossibleRate) {
+    QByteArray wave = WaveFile({WaveTagMp3, 2, 44100, 16}, QByteArray(960, '\0'));
+    wave.replace(28, 4, QByteArray("\xFF\xFF\xFF\x7F"));
+    ASSERT_EQ(Read(folder_.Write(QStringLiteral("a.wav"), wave)), Outcome::Ok);
+    const std::vector<qint16> sound = Chord(23).Samples(44100, 2, 44100);
+    const QByteArray bytes = Encoded(*MakeTemplateEncoder(format_), sound, 0);
+    constexpr int highestBytesPerSecond = 320000 / 8;
+    EXPECT_EQ(qFromLittleEndian<qint32>(bytes.constData() + 28), highestBytesPerSecond);
+    EXPECT_NEAR(bytes.size(), highestBytesPerSecond, highestBytesPerSecond / 8.0);
+    EXPECT_EQ(ProbedBy(folder_.Write(QStringLiteral("written.wav"), bytes)), QStringLiteral("mp3,44100,2"));
+    wave.replace(28, 4, QByteArray(4, '\0'));
+    EXPECT_EQ(Read(folder_.Write(QStringLiteral("a.wav"), wave)), Outcome::NotSupported);
+}
+
 TEST_F(WaveTemplate, TrueSpeech) {
     const QString made = folder_.Write(QStringLiteral("template.wav"), TrueSpeechFile(10, 3));
     ASSERT_EQ(Read(made), Outcome::Ok);
