@@ -128,10 +128,7 @@ TEST_F(ConverterLookTest, EveryControlHasANameForAScreenReader) {
             }
             QAccessibleInterface* access = QAccessible::queryAccessibleInterface(child);
             ASSERT_NE(access, nullptr) << child->objectName().toStdString();
-            // The spinner's line is part of the spinner.
-            if (child->objectName() != QStringLiteral("txtWMAProfile")) {
-                EXPECT_FALSE(access->text(QAccessible::Name).isEmpty()) << child->objectName().toStdString();
-            }
+            EXPECT_FALSE(access->text(QAccessible::Name).isEmpty()) << child->objectName().toStdString();
         }
     }
 }

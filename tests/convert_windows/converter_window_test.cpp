@@ -226,14 +226,19 @@ TEST_F(ConverterListTest, FilesDroppedOnTheListAreAddedWithoutATick) {
     EXPECT_EQ(drop.dropAction(), Qt::CopyAction);
 }
 
-TEST_F(ConverterListTest, WordsCannotBeDropped) {
+TEST_F(ConverterListTest, WordsAndLinksCannotBeDropped) {
     Open();
-    QMimeData data;
-    data.setText(QStringLiteral("/tmp/a.wav"));
-    QDragEnterEvent enter(CellPoint(1), Qt::CopyAction, &data, Qt::LeftButton, {});
-    enter.ignore();
-    QCoreApplication::sendEvent(List()->viewport(), &enter);
-    EXPECT_FALSE(enter.isAccepted());
+    for (const bool links : {false, true}) {
+        QMimeData data;
+        data.setText(QStringLiteral("/tmp/a.wav"));
+        if (links) {
+            data.setUrls({QUrl(QStringLiteral("https://example.org/e.wma"))});
+        }
+        QDragEnterEvent enter(CellPoint(1), Qt::CopyAction, &data, Qt::LeftButton, {});
+        enter.ignore();
+        QCoreApplication::sendEvent(List()->viewport(), &enter);
+        EXPECT_FALSE(enter.isAccepted()) << links;
+    }
 }
 
 TEST_F(ConverterWindowTest, TheArrowShowsAndHidesTheEventsAndCentresAgain) {
