@@ -2,7 +2,7 @@
 """Takes the pictures of docs/screenshots: take_pictures.py BUILD_FOLDER FOLDER [SCALE...]
 
 Runs the real program on a private screen with a private sound server and the samples in its list, at each scale (1, 1.5 and
-2 unless told), in each state, with each display, with each menu open; and draws the contact sheet of all button looks.
+2 unless told), in each state, with each display, with each menu open, and the windows of the converter; and draws the contact sheet of all button looks.
 """
 
 import os
@@ -22,6 +22,13 @@ DISPLAYS = ("level_bars", "analog", "fire", "glass", "kryptonite")
 MENUS = {"file": "f", "play": "p", "burn": "b", "convert": "c", "help": "h", "options": "o"}
 PLAY, PAUSE, STOP, EQUALIZER, COLOURS = (66, 191), (106, 191), (139, 191), (330, 191), (367, 191)
 FIRST_ROW, EMPTY_PLACE = (100, 250), (240, 190)
+# Of the converter's windows.
+CONVERTER, MP3_OPTIONS, OGG_OPTIONS = "^Convert audio files$", "^MP3 Lame", "^Ogg Vorbis Option$"
+OUTPUT_FOLDER, START, SETTINGS, EVENTS, HIDE_SETTINGS = (470, 53), (398, 319), (478, 319), (568, 319), (355, 38)
+FORMATS = [(396 + 73 * column, 91 + 22 * row) for row in range(4) for column in range(3)]
+MP3_KEY, OGG_KEY = (338, 128), (338, 148)
+CONVERTER_EMPTY_PLACE = (250, 334)
+MP3_TABS = ("general", "filtering", "vbr", "expert", "preset", "alt_preset", "command_line")
 AROUND = 30  # pixels of the screen round a window with an open menu
 
 
@@ -56,6 +63,62 @@ class Camera:
     def keys(self, *keys):
         self.stage.key(*keys)
         time.sleep(0.25)
+
+
+class OtherWindow:
+    """A window over the main one, for the camera."""
+
+    def __init__(self, stage, title):
+        self.window = harness.wait_for(lambda: next(iter(stage.windows(title)), 0), f"the window {title}")
+        self._stage = stage
+        stage.xdotool("windowactivate", "--sync", self.window)
+        time.sleep(0.4)
+
+    def pointer_to(self, x, y):
+        self._stage.xdotool("mousemove", "--window", self.window, x, y)
+
+
+def take_options(camera, key, title, name, tabs):
+    camera.click(key)
+    dialog = Camera(camera.stage, OtherWindow(camera.stage, title), camera.folder, camera.scale)
+    for number, tab in enumerate(tabs or [""]):
+        if number > 0:
+            dialog.keys("ctrl+Tab")
+        dialog.window(f"{name}_{tab}" if tab else name)
+    dialog.keys("Escape")
+    time.sleep(0.3)
+
+
+def take_converter(main_camera):
+    stage = main_camera.stage
+    main_camera.keys("alt+c")
+    main_camera.keys("Up", "Return")
+    camera = Camera(stage, OtherWindow(stage, CONVERTER), main_camera.folder, main_camera.scale)
+    camera.move(CONVERTER_EMPTY_PLACE)
+    camera.window("converter")
+    camera.click(SETTINGS)
+    camera.move(CONVERTER_EMPTY_PLACE)
+    camera.window("converter_settings")
+    take_options(camera, MP3_KEY, MP3_OPTIONS, "mp3_options", MP3_TABS)
+    take_options(camera, OGG_KEY, OGG_OPTIONS, "ogg_options", ())
+    camera.click(HIDE_SETTINGS)
+    camera.click(OUTPUT_FOLDER)
+    camera.keys("ctrl+a")
+    stage.type_text(stage.home)
+    for place in FORMATS:
+        camera.click(place)
+    camera.click(EVENTS)
+    window = camera.program.window
+    harness.wait_for(lambda: int(stage.xdotool("getwindowgeometry", "--shell", window).split("HEIGHT=")[1].split()[0])
+                     > 600 * camera.scale, "the long form")
+    camera.click(START)
+    camera.move(CONVERTER_EMPTY_PLACE)
+    camera.window("converter_running")
+    harness.wait_for(lambda: stage.active_window() != window, "the end of the run", timeout_s=60)
+    camera.keys("Return")
+    camera.move(CONVERTER_EMPTY_PLACE)
+    camera.window("converter_events")
+    camera.keys("Escape")
 
 
 def choose_display(camera, number):
@@ -96,6 +159,7 @@ def take(camera):
     camera.click(FIRST_ROW, 3)
     camera.with_menu("menu_list")
     camera.keys("Escape")
+    take_converter(camera)
 
 
 def main(build, folder, scales):
