@@ -12,6 +12,8 @@
 #include <QFile>
 #include <QtEndian>
 
+#include <random>
+
 namespace kestrune {
 
 namespace {
@@ -158,6 +160,44 @@ TEST_F(WaveTemplate, FloatsKeepWhatIsBeyondFullScale) {
     ASSERT_EQ(encoder->WriteFloats(loud.data(), 2), Outcome::Ok);
     ASSERT_EQ(encoder->Finish(), Outcome::Ok);
     EXPECT_EQ(out.data().last(8).toHex(), QByteArray("0000c03f000000c0"));
+}
+
+// Whatever a damaged header says, its format is refused or can be written in.
+TEST_F(WaveTemplate, DamagedHeadersAreRefusedOrWork) {
+    std::mt19937 random(77);
+    const std::vector<qint16> sound = Chord(5).Samples(3000, 2, 44100);
+    const std::vector<float> floats(sound.size(), 0.25F);
+    int written = 0;
+    for (const quint16 tag : {WaveTagPcm, WaveTagMsAdpcm, WaveTagFloat, WaveTagALaw, WaveTagImaAdpcm,
+                              WaveTagTrueSpeech, WaveTagGsm610, WaveTagMp3}) {
+        for (int round = 0; round < 150; ++round) {
+            QByteArray wave = WaveFile({tag, 1, 8000, 16}, QByteArray(960, '\0'));
+            for (int change = 0; change < 2; ++change) {
+                // Channels, rate, byte rate, block size and bits.
+                wave[22 + static_cast<qsizetype>(random() % 14)] = static_cast<char>(random());
+            }
+            QBuffer file(&wave);
+            ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+            if (ReadTemplateFormat(file, format_) != Outcome::Ok) {
+                continue;
+            }
+            const auto encoder = MakeTemplateEncoder(format_);
+            QBuffer out;
+            ASSERT_TRUE(out.open(QIODevice::ReadWrite));
+            if (encoder->Begin(out) != Outcome::Ok) {
+                EXPECT_TRUE(out.data().isEmpty());
+                continue;
+            }
+            const EncoderInput input = encoder->Input();
+            const auto frames = static_cast<qint64>(sound.size()) / input.channels;
+            EXPECT_EQ(input.takesFloats ? encoder->WriteFloats(floats.data(), frames)
+                                        : encoder->WriteIntegers(sound.data(), frames),
+                      Outcome::Ok);
+            EXPECT_EQ(encoder->Finish(), Outcome::Ok);
+            ++written;
+        }
+    }
+    EXPECT_GT(written, 150);
 }
 
 TEST_F(WaveTemplate, WhatCannotBeWrittenIsRefused) {
