@@ -168,7 +168,7 @@ def main(build, folder, scales):
                    env=dict(os.environ, QT_QPA_PLATFORM="offscreen"))
     files = [os.path.join(os.path.realpath(SAMPLES), name) for name in sorted(os.listdir(SAMPLES)) if name.endswith(ENDINGS)]
     for scale in scales:
-        with harness.Stage() as stage:
+        with harness.Stage(screen="2560x2048") as stage:
             stage.env["QT_SCALE_FACTOR"] = str(scale)
             native_playlist.write_playlist(stage.default_playlist, [native_playlist.row_for(file) for file in files])
             take(Camera(stage, stage.run_program(os.path.join(build, "kestrune")), folder, scale))

@@ -80,8 +80,9 @@ class Stage:
         program = stage.run_program(sys.argv[1])
     """
 
-    def __init__(self, sound=True):
+    def __init__(self, sound=True, screen="1280x1024"):
         self._with_sound = sound
+        self._screen = screen
         self._stack = contextlib.ExitStack()
 
     def __enter__(self):
@@ -134,7 +135,7 @@ class Stage:
         read_end, write_end = os.pipe()
         with os.fdopen(read_end) as answer:
             # Without -noreset the server drops everybody, the window manager too, when its last client leaves.
-            server = self.child(["Xvfb", "-displayfd", str(write_end), "-screen", "0", "1280x1024x24", "-dpi", "96",
+            server = self.child(["Xvfb", "-displayfd", str(write_end), "-screen", "0", self._screen + "x24", "-dpi", "96",
                                  "-nolisten", "tcp", "-noreset"], log=self.log("xvfb"), pass_fds=(write_end,))
             os.close(write_end)
             number = answer.readline().strip()
