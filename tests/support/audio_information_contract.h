@@ -22,6 +22,8 @@ public:
     virtual QString GoodPath() const = 0;    // audio above half a second, with title "Song" and artist "Band"
     virtual QString MissingPath() const = 0; // no such file
     virtual QString BrokenPath() const = 0;  // a file of no audio kind
+    // A file with title "Song" of a kind that holds all properties and cue points, for one test alone.
+    virtual QString ChangeablePath() = 0;
 };
 
 struct AudioInformationMaker {
@@ -159,6 +161,105 @@ TEST_P(AudioInformationContract, EditsOfTheCurrentCueStay) {
     ASSERT_EQ(info_.AddCue(CueAt(200)), Outcome::Ok);
     info_.SetCueIndex(1);
     EXPECT_EQ(info_.Cue().label, QStringLiteral("here"));
+}
+
+TEST_P(AudioInformationContract, SavedFieldsAreReadAgain) {
+    const QString path = subject_->ChangeablePath();
+    ASSERT_EQ(info_.ReadTagFromFile(path), Outcome::Ok);
+    TagFields& tag = info_.Tag();
+    tag.album = QStringLiteral("Record");
+    tag.artist = QStringLiteral("Band");
+    tag.comment = QStringLiteral("Remark");
+    tag.copyright = QStringLiteral("Label");
+    tag.genre = 17;
+    tag.title = QString();
+    tag.year = 1998;
+    tag.url = QStringLiteral("http://example.org/");
+    tag.track = 7;
+    tag.encodedBy = QStringLiteral("Coder");
+    tag.composer = QStringLiteral("Writer");
+    tag.genreText = QStringLiteral("Rock");
+    tag.originalArtist = QStringLiteral("First");
+    ASSERT_EQ(info_.SaveTagToFile(path), Outcome::Ok);
+    EXPECT_EQ(info_.Tag().artist, QStringLiteral("Band"));
+    info_.Tag() = TagFields();
+    ASSERT_EQ(info_.ReadTagFromFile(path), Outcome::Ok);
+    EXPECT_EQ(info_.Tag().album, QStringLiteral("Record"));
+    EXPECT_EQ(info_.Tag().artist, QStringLiteral("Band"));
+    EXPECT_EQ(info_.Tag().comment, QStringLiteral("Remark"));
+    EXPECT_EQ(info_.Tag().copyright, QStringLiteral("Label"));
+    EXPECT_EQ(info_.Tag().genre, 17);
+    EXPECT_EQ(info_.Tag().title, QString());
+    EXPECT_EQ(info_.Tag().year, 1998);
+    EXPECT_EQ(info_.Tag().url, QStringLiteral("http://example.org/"));
+    EXPECT_EQ(info_.Tag().track, 7);
+    EXPECT_EQ(info_.Tag().encodedBy, QStringLiteral("Coder"));
+    EXPECT_EQ(info_.Tag().composer, QStringLiteral("Writer"));
+    EXPECT_EQ(info_.Tag().genreText, QStringLiteral("Rock"));
+    EXPECT_EQ(info_.Tag().originalArtist, QStringLiteral("First"));
+}
+
+TEST_P(AudioInformationContract, FieldsThatAreNotSavedAreReadAsTheyWere) {
+    const QString path = subject_->ChangeablePath();
+    ASSERT_EQ(info_.ReadTagFromFile(path), Outcome::Ok);
+    info_.Tag().title = QStringLiteral("edited");
+    ASSERT_EQ(info_.ReadTagFromFile(path), Outcome::Ok);
+    EXPECT_EQ(info_.Tag().title, QStringLiteral("Song"));
+}
+
+TEST_P(AudioInformationContract, SavingTellsWhatIsNoAudioFile) {
+    EXPECT_EQ(info_.SaveTagToFile(subject_->MissingPath()), Outcome::NotFound);
+    EXPECT_EQ(info_.SaveTagToFile(subject_->BrokenPath()), Outcome::NotDecodable);
+}
+
+TEST_P(AudioInformationContract, SavedCuesAreReadAgainWithTheFirstAsCurrent) {
+    const QString path = subject_->ChangeablePath();
+    ASSERT_EQ(info_.ReadTagFromFile(path), Outcome::Ok);
+    EXPECT_EQ(info_.CueCount(), 0);
+    for (const qint32 position : {300, 100, 200}) {
+        ASSERT_EQ(info_.AddCue(CueAt(position)), Outcome::Ok);
+        EXPECT_EQ(info_.Cue().position, position);
+    }
+    info_.SetCueIndex(2);
+    info_.Cue() = {150, 25, QStringLiteral("label"), QStringLiteral("note"), QStringLiteral("text")};
+    ASSERT_EQ(info_.SaveTagToFile(path), Outcome::Ok);
+    EXPECT_EQ(info_.CueIndex(), 2);
+    ASSERT_EQ(info_.ReadTagFromFile(path), Outcome::Ok);
+    EXPECT_EQ(info_.CueCount(), 3);
+    EXPECT_EQ(info_.CueIndex(), 1);
+    EXPECT_EQ(info_.Cue().position, 300);
+    info_.SetCueIndex(2);
+    EXPECT_EQ(info_.Cue().position, 150);
+    EXPECT_EQ(info_.Cue().length, 25);
+    EXPECT_EQ(info_.Cue().label, QStringLiteral("label"));
+    EXPECT_EQ(info_.Cue().note, QStringLiteral("note"));
+    EXPECT_EQ(info_.Cue().text, QStringLiteral("text"));
+    info_.SetCueIndex(3);
+    EXPECT_EQ(info_.Cue().position, 200);
+}
+
+TEST_P(AudioInformationContract, CuesThatAreNotSavedAreForgottenByReading) {
+    const QString path = subject_->ChangeablePath();
+    ASSERT_EQ(info_.ReadTagFromFile(path), Outcome::Ok);
+    ASSERT_EQ(info_.AddCue(CueAt(100)), Outcome::Ok);
+    ASSERT_EQ(info_.ReadTagFromFile(path), Outcome::Ok);
+    EXPECT_EQ(info_.CueCount(), 0);
+    EXPECT_EQ(info_.CueIndex(), 0);
+}
+
+TEST_P(AudioInformationContract, DeletedCuesAreGoneFromTheFile) {
+    const QString path = subject_->ChangeablePath();
+    ASSERT_EQ(info_.ReadTagFromFile(path), Outcome::Ok);
+    for (const qint32 position : {100, 200}) {
+        ASSERT_EQ(info_.AddCue(CueAt(position)), Outcome::Ok);
+    }
+    ASSERT_EQ(info_.SaveTagToFile(path), Outcome::Ok);
+    info_.SetCueIndex(1);
+    ASSERT_EQ(info_.DeleteCue(), Outcome::Ok);
+    ASSERT_EQ(info_.SaveTagToFile(path), Outcome::Ok);
+    ASSERT_EQ(info_.ReadTagFromFile(path), Outcome::Ok);
+    EXPECT_EQ(info_.CueCount(), 1);
+    EXPECT_EQ(info_.Cue().position, 200);
 }
 
 } // namespace kestrune

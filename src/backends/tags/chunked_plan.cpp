@@ -3,6 +3,10 @@
 #include "backends/tags/id3_plan.h"
 #include "backends/tags/riff_chunks.h"
 #include "backends/tags/riff_info.h"
+#include "components/text_coding.h"
+
+#include <array>
+#include <utility>
 
 namespace kestrune {
 
@@ -86,6 +90,19 @@ bool PutId3(Editing& editing, const TagFields& from, const TagFields& to, bool a
     return true;
 }
 
+// Texts that some programs put beside the ID3v2 chunk are kept in step with it.
+void PutAiffTexts(Editing& editing, const TagFields& from, const TagFields& to) {
+    constexpr std::array texts = {std::pair{"NAME", &TagFields::title}, std::pair{"AUTH", &TagFields::artist},
+                                  std::pair{"(c) ", &TagFields::copyright},
+                                  std::pair{"ANNO", &TagFields::comment}};
+    for (const auto& [id, field] : texts) {
+        const qsizetype at = FindChunk(editing.form, id);
+        if (at >= 0 && from.*field != to.*field) {
+            editing.Put(at, id, EncodeText(to.*field));
+        }
+    }
+}
+
 bool PutCues(Editing& editing, const QList<NumberedCue>& cues) {
     const qsizetype cueAt = FindChunk(editing.form, "cue ");
     const QByteArray oldCues = editing.ContentAt(cueAt);
@@ -151,6 +168,7 @@ SavePlan PlanAiff(BoundedFile& file, const TagFields& from, const TagFields& to)
     if (!editing || !PutId3(*editing, from, to, true)) {
         return SavePlan::Refused(Outcome::NotSupported);
     }
+    PutAiffTexts(*editing, from, to);
     return PlanOf(*editing);
 }
 

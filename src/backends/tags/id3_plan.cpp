@@ -23,11 +23,20 @@ SavePlan PlanId3v1(BoundedFile& file, const TagFields& to) {
     return plan;
 }
 
+// True when the head tells of a footer, but sound stands in its place.
+bool LacksFooter(const QByteArray& tag) {
+    return Id3v2HasFooter(tag) && tag.mid(tag.size() - id3v2HeadBytes, 3) != "3DI";
+}
+
 SavePlan PlanId3v2(BoundedFile& file, const TagFields& from, const TagFields& to) {
-    const qint64 oldBytes = Id3v2SizeOf(file.ReadAt(0, id3v2HeadBytes));
-    const QByteArray old = oldBytes > 0 ? file.ReadAt(0, oldBytes) : QByteArray();
+    qint64 oldBytes = Id3v2SizeOf(file.ReadAt(0, id3v2HeadBytes));
+    QByteArray old = oldBytes > 0 ? file.ReadAt(0, oldBytes) : QByteArray();
     if (old.size() != oldBytes) {
         return SavePlan::Refused(Outcome::NotSupported);
+    }
+    if (LacksFooter(old)) {
+        oldBytes -= id3v2HeadBytes;
+        old.chop(id3v2HeadBytes);
     }
     // A tag that stands elsewhere is hidden by the new one, which then has to tell all.
     const std::optional<QByteArray> tag = ChangedId3v2(old, old.isEmpty() ? TagFields() : from, to);

@@ -265,4 +265,10 @@ void EditId3v2(Id3v2Block& block, const TagFields& from, const TagFields& to) {
     }
 }
 
+QString OriginalArtistIn(const Id3v2Block& block) {
+    const QString text = StoredText(block, originalArtistFrame);
+    const qsizetype end = text.indexOf(QChar(u'\0'));
+    return end < 0 ? text : text.left(end);
+}
+
 } // namespace kestrune

@@ -77,10 +77,6 @@ bool IsFrameId(const QByteArray& bytes, qsizetype at, int version) {
     });
 }
 
-bool IsPadding(const QByteArray& bytes, qsizetype at) {
-    return std::all_of(bytes.begin() + at, bytes.end(), [](char byte) { return byte == '\0'; });
-}
-
 bool MayFollow(const QByteArray& body, qint64 at, int version) {
     return at == body.size() || (at < body.size() && (body[at] == '\0' || IsFrameId(body, at, version)));
 }
@@ -117,9 +113,10 @@ void TakeFrames(Id3v2Block& block, const QByteArray& body) {
         block.frames.append(frame);
         at = content + contentBytes;
     }
-    if (!IsPadding(body, at)) {
-        block.rest = body.mid(at);
+    while (at < body.size() && body[at] == '\0') {
+        ++at;
     }
+    block.rest = body.mid(at);
 }
 
 // Its check sum and restrictions end with a change of the frames.
@@ -141,7 +138,7 @@ QByteArray RenderFrames(const Id3v2Block& block) {
         body += frame.flags;
         body += frame.content;
     }
-    return body + block.rest;
+    return body;
 }
 
 } // namespace
@@ -150,8 +147,7 @@ qint64 Id3v2SizeOf(const QByteArray& head) {
     if (head.size() < id3v2HeadBytes || !head.startsWith("ID3")) {
         return 0;
     }
-    const bool footer = ByteAt(head, 3) == 4 && (ByteAt(head, 5) & footerFlag) != 0;
-    return id3v2HeadBytes + NumberAt(head, 6, 4, 7) + (footer ? id3v2HeadBytes : 0);
+    return id3v2HeadBytes + NumberAt(head, 6, 4, 7) + (Id3v2HasFooter(head) ? id3v2HeadBytes : 0);
 }
 
 std::optional<QByteArray> ReadableContent(const Id3v2Frame& frame, int version) {
@@ -166,9 +162,13 @@ std::optional<QByteArray> ReadableContent(const Id3v2Frame& frame, int version) 
     return (flags & 2U) != 0 ? WithoutUnsynchronisation(content) : content;
 }
 
+bool Id3v2HasFooter(const QByteArray& head) {
+    return head.size() >= id3v2HeadBytes && ByteAt(head, 3) == 4 && (ByteAt(head, 5) & footerFlag) != 0;
+}
+
 std::optional<Id3v2Block> ParseId3v2(const QByteArray& tag) {
-    const qint64 sizeBytes = Id3v2SizeOf(tag);
-    if (sizeBytes == 0 || sizeBytes > tag.size()) {
+    const qint64 sizeBytes = Id3v2SizeOf(tag) - (Id3v2HasFooter(tag) ? id3v2HeadBytes : 0);
+    if (sizeBytes <= 0 || sizeBytes > tag.size()) {
         return std::nullopt;
     }
     Id3v2Block block;
@@ -200,14 +200,15 @@ std::optional<QByteArray> RenderId3v2(const Id3v2Block& block, qint64 wantedByte
             return std::nullopt;
         }
     }
-    QByteArray body = RenderFrames(block);
-    if (block.unsynchronised && block.version < 4) {
-        body = WithUnsynchronisation(body);
-    }
-    // Behind bytes that are not understood no padding is put, since they may be part of something.
-    const qint64 room = wantedBytes - id3v2HeadBytes - body.size();
-    const qint64 growthBytes = block.rest.isEmpty() ? spareBytes : 0;
+    const bool coded = block.unsynchronised && block.version < 4;
+    const QByteArray frames = RenderFrames(block);
+    QByteArray body = coded ? WithUnsynchronisation(frames) : frames;
+    const QByteArray rest = coded ? WithUnsynchronisation(block.rest) : block.rest;
+    // In front of the rest, which may go on behind the tag.
+    const qint64 room = wantedBytes - id3v2HeadBytes - body.size() - rest.size();
+    const qint64 growthBytes = rest.isEmpty() ? spareBytes : 0;
     body.append(room >= 0 ? room : growthBytes, '\0');
+    body += rest;
     if (body.size() >= mostTagBytes) {
         return std::nullopt;
     }

@@ -28,6 +28,8 @@ inline constexpr qint64 id3v2HeadBytes = 10;
 
 // Size of the tag that `head` begins, in bytes with its head and footer; 0 if it begins none.
 qint64 Id3v2SizeOf(const QByteArray& head);
+// Whether `head` tells that the tag has a footer.
+bool Id3v2HasFooter(const QByteArray& head);
 
 // The content as the frame's kind defines it; empty for one that is compressed, encrypted or of a group.
 std::optional<QByteArray> ReadableContent(const Id3v2Frame& frame, int version);

@@ -79,12 +79,17 @@ CuePoint TextsOf(const RiffList& texts, quint32 number) {
     return point;
 }
 
+// New labels go behind the others: some programs read no further than to the first item of another kind.
 void Put(RiffList& texts, const char* kind, quint32 number, const QByteArray& content) {
     const qsizetype at = IndexOf(texts, kind, number);
     if (at >= 0) {
         texts.items[at].content = content;
     } else {
-        texts.items.append({kind, content, '\0'});
+        qsizetype place = texts.items.size();
+        while (QByteArray(kind) == label && place > 0 && texts.items[place - 1].id != label) {
+            --place;
+        }
+        texts.items.insert(place, {kind, content, '\0'});
     }
 }
 

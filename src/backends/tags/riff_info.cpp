@@ -25,7 +25,7 @@ constexpr Names trackItem{"IPRT", "ITRK"};
 constexpr Names encodedByItem{"IENC", "ITCH"};
 constexpr Names composerItem{"IMUS"};
 constexpr Names originalArtistItem{"IOAR"};
-constexpr Names linkItem{"IURL", "IBSU"};
+constexpr Names linkItem{"IBSU", "IURL"};
 
 // By the order of the names, then of the items; -1 if there is none. Items without text do not count.
 qsizetype IndexOf(const RiffList& info, const Names& names) {

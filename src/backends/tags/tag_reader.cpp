@@ -3,10 +3,13 @@
 #include "backends/tags/chunked_plan.h"
 #include "backends/tags/genre_names.h"
 #include "backends/tags/id3v1_block.h"
+#include "backends/tags/id3v2_fields.h"
+#include "backends/tags/id3v2_frames.h"
 
 #include <taglib/aifffile.h>
 #include <taglib/asffile.h>
 #include <taglib/commentsframe.h>
+#include <taglib/id3v2header.h>
 #include <taglib/id3v2tag.h>
 #include <taglib/mpegfile.h>
 #include <taglib/textidentificationframe.h>
@@ -196,6 +199,20 @@ const TagLib::ID3v2::Tag* PairedId3v2(TagLib::File& tagged) {
     return nullptr;
 }
 
+TagFields PairedId3v2Fields(TagLib::File& tagged, BoundedFile& file) {
+    const TagLib::ID3v2::Tag* tag = PairedId3v2(tagged);
+    if (tag == nullptr) {
+        return {};
+    }
+    TagFields fields = Id3v2Fields(*tag);
+    if (tag->header()->majorVersion() == 2) {
+        const qint64 sizeBytes = Id3v2SizeOf(file.ReadAt(0, id3v2HeadBytes));
+        const auto block = ParseId3v2(file.ReadAt(0, sizeBytes));
+        fields.originalArtist = block ? OriginalArtistIn(*block) : QString();
+    }
+    return fields;
+}
+
 bool HoldsPair(const TagLib::File& tagged) {
     return dynamic_cast<const TagLib::MPEG::File*>(&tagged) != nullptr ||
            dynamic_cast<const TagLib::TrueAudio::File*>(&tagged) != nullptr;
@@ -208,8 +225,7 @@ TagFields ReadFields(TagLib::File& tagged, BoundedFile& file, TagKind kind) {
         if (kind == TagKind::Id3v1) {
             return Id3v1Fields(file);
         }
-        const TagLib::ID3v2::Tag* tag = PairedId3v2(tagged);
-        return tag != nullptr ? Id3v2Fields(*tag) : TagFields();
+        return PairedId3v2Fields(tagged, file);
     }
     if (const auto* wave = dynamic_cast<TagLib::RIFF::WAV::File*>(&tagged)) {
         return WaveFields(*wave, file);

@@ -21,7 +21,7 @@ namespace {
 using TextField = QString TagFields::*;
 
 TagLib::String ToTagLib(const QString& text) {
-    return {text.toStdWString()};
+    return {text.toUtf8().toStdString(), TagLib::String::UTF8};
 }
 
 QString FromTagLib(const TagLib::String& text) {

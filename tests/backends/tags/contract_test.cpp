@@ -20,12 +20,13 @@ public:
         good.fileSizeBytes = 48000;
         FakeAudioInformation::Probe broken;
         broken.valid = false;
-        fake_.files = {{GoodPath(), good}, {BrokenPath(), broken}};
+        fake_.files = {{GoodPath(), good}, {BrokenPath(), broken}, {ChangeablePath(), good}};
     }
     KSTAudioInformation2& Information() override { return fake_; }
     QString GoodPath() const override { return QStringLiteral("/good.mp3"); }
     QString MissingPath() const override { return QStringLiteral("/missing.mp3"); }
     QString BrokenPath() const override { return QStringLiteral("/broken.mp3"); }
+    QString ChangeablePath() override { return QStringLiteral("/changeable.wav"); }
 
 private:
     FakeAudioInformation fake_;
@@ -43,6 +44,9 @@ public:
     QString GoodPath() const override { return made_->Path(QStringLiteral("good.wav")); }
     QString MissingPath() const override { return made_->Path(QStringLiteral("missing.wav")); }
     QString BrokenPath() const override { return made_->Path(QStringLiteral("broken.mp3")); }
+    QString ChangeablePath() override {
+        return made_->Write(QStringLiteral("changeable.wav"), ContentOf(GoodPath()));
+    }
 
 private:
     std::shared_ptr<MadeFiles> made_; // of all subjects, since making them takes long

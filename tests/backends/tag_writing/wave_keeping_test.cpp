@@ -1,0 +1,131 @@
+// What saving to a WAVE file leaves as it was.
+#include "backends/tag_writing/chunk_builder.h"
+#include "backends/tag_writing/tag_judges.h"
+
+#include <gtest/gtest.h>
+
+namespace kestrune {
+
+namespace {
+
+class WaveKeeping : public testing::Test {
+protected:
+    // The file after a title was set in one with these bytes.
+    QByteArray Titled(const QByteArray& before, const QString& title = QStringLiteral("Song")) {
+        const QString path = made_.Write(QStringLiteral("a.wav"), before);
+        TagFields fields = FieldsOf(path);
+        fields.title = title;
+        EXPECT_EQ(SaveFields(path, fields), Outcome::Ok);
+        EXPECT_EQ(FieldsOf(path).title, title);
+        return ContentOf(path);
+    }
+
+    MadeFiles made_;
+};
+
+QByteArray InfoList(const QByteArray& items) {
+    return Chunk("LIST", "INFO" + items);
+}
+
+TEST_F(WaveKeeping, AListIsPutBehindTheSound) {
+    const QByteArray chunks = FormatChunk() + DataChunk();
+    EXPECT_EQ(Titled(Wave(chunks)), Wave(chunks + InfoList(Chunk("INAM", QByteArray("Song", 5)))));
+}
+
+TEST_F(WaveKeeping, OtherChunksAndItemsStayInAnyOrder) {
+    const QByteArray before = Chunk("bext", QByteArray(603, 'b')) +
+                              InfoList(Chunk("ISFT", QByteArray("Prog\0", 5)) +
+                                       Chunk("INAM", QByteArray("Old\0", 4)) + Chunk("IXYZ", "odd"));
+    const QByteArray after = Chunk("bext", QByteArray(603, 'b')) +
+                             InfoList(Chunk("ISFT", QByteArray("Prog\0", 5)) +
+                                      Chunk("INAM", QByteArray("Song", 5)) + Chunk("IXYZ", "odd"));
+    const QByteArray rest =
+        FormatChunk() + Chunk("PEAK", "12345") + DataChunk(8001) + Chunk("smpl", QByteArray(36, 's'));
+    EXPECT_EQ(Titled(Wave(before + rest)), Wave(after + rest));
+}
+
+TEST_F(WaveKeeping, PaddingThatIsMissingOrNotZeroStays) {
+    // An odd chunk without padding, one padded with another byte, and an odd end.
+    const QByteArray odd = "junk" + Little(3) + "abc";
+    const QByteArray marked = "junk" + Little(3) + "abc~";
+    const QByteArray sound = "data" + Little(8001) + DataChunk(8001).mid(8, 8001);
+    const QByteArray chunks = FormatChunk() + odd + marked + sound;
+    EXPECT_EQ(Titled(Wave(chunks)),
+              Wave(chunks + QByteArray(1, '\0') + InfoList(Chunk("INAM", QByteArray("Song", 5)))));
+}
+
+TEST_F(WaveKeeping, BytesBehindTheChunksStayThere) {
+    const QByteArray chunks = FormatChunk() + DataChunk();
+    const QByteArray tail("\x01\x02 of another program", 21);
+    EXPECT_EQ(Titled(Wave(chunks) + tail),
+              Wave(chunks + InfoList(Chunk("INAM", QByteArray("Song", 5)))) + tail);
+}
+
+TEST_F(WaveKeeping, SoundWithoutAnEndStaysTheLast) {
+    const QByteArray sound = DataChunk().mid(8);
+    const QByteArray open = "data" + Little(0xFFFFFFFF) + sound;
+    const QByteArray list = InfoList(Chunk("INAM", QByteArray("Song", 5)));
+    EXPECT_EQ(Titled("RIFF" + Little(0xFFFFFFFF) + "WAVE" + FormatChunk() + open),
+              "RIFF" + Little(0xFFFFFFFF) + "WAVE" + FormatChunk() + list + open);
+}
+
+TEST_F(WaveKeeping, AnId3ChunkIsKeptInStepWithTheList) {
+    MadeFiles made;
+    const QByteArray frames = "TIT2" + Big(4) + QByteArray(2, '\0') + QByteArray("\0Old", 4) + "PRIV" +
+                              Big(5) + QByteArray(2, '\0') + QByteArray("x\0\xFF\xE0y", 5);
+    const QByteArray tag =
+        QByteArray("ID3\x03\0\0", 6) + Big(static_cast<quint32>(frames.size()), 4, 7) + frames;
+    const QString path =
+        made.Write(QStringLiteral("a.wav"), Wave(FormatChunk() + DataChunk() + Chunk("id3 ", tag)));
+    EXPECT_EQ(FieldsOf(path).title, QStringLiteral("Old"));
+    ASSERT_EQ(SaveFields(path, PlainFields()), Outcome::Ok);
+    ExpectFields(FieldsOf(path), PlainFields());
+    EXPECT_EQ(TagByExiftool(path, QStringLiteral("ID3:Title")), QStringLiteral("Song"));
+    EXPECT_EQ(TagByExiftool(path, QStringLiteral("RIFF:Title")), QStringLiteral("Song"));
+    EXPECT_TRUE(ContentOf(path).contains(QByteArray("x\0\xFF\xE0y", 5)));
+}
+
+TEST_F(WaveKeeping, TextInWindows1252IsReadAndNewTextIsUtf8) {
+    const QByteArray list = InfoList(Chunk("IART", QByteArray("Caf\xE9 \x93q\x94\0", 9)));
+    const QByteArray after = Titled(Wave(FormatChunk() + DataChunk() + list), QString::fromUtf8("Ärger"));
+    EXPECT_TRUE(after.contains(QByteArray("Caf\xE9 \x93q\x94", 8)));
+    EXPECT_TRUE(after.contains(QString::fromUtf8("Ärger").toUtf8()));
+    EXPECT_EQ(FieldsOf(made_.Path(QStringLiteral("a.wav"))).artist, QString::fromUtf8("Café “q”"));
+}
+
+TEST_F(WaveKeeping, AnotherProgramReadsEveryItem) {
+    const QString path = made_.Write(QStringLiteral("a.wav"), Wave(FormatChunk() + DataChunk()));
+    ASSERT_EQ(SaveFields(path, PlainFields()), Outcome::Ok);
+    const auto told = [&path](const char* name) {
+        return TagByExiftool(path, QLatin1String("RIFF:") + QLatin1String(name));
+    };
+    EXPECT_EQ(told("Title"), QStringLiteral("Song"));
+    EXPECT_EQ(told("Artist"), QString::fromUtf8("Café Band"));
+    EXPECT_EQ(told("Product"), QStringLiteral("Record"));
+    EXPECT_EQ(told("Comment"), QStringLiteral("A remark"));
+    EXPECT_EQ(told("Copyright"), QStringLiteral("1998 Label"));
+    EXPECT_EQ(told("Genre"), QStringLiteral("Rock"));
+    EXPECT_EQ(told("MusicBy"), QStringLiteral("Writer"));
+    EXPECT_EQ(told("EncodedBy"), QStringLiteral("Coder"));
+    EXPECT_EQ(told("BaseURL"), QStringLiteral("http://example.org/song"));
+}
+
+TEST_F(WaveKeeping, BrokenSizesAreSafe) {
+    const QByteArray good =
+        Wave(FormatChunk() + DataChunk() + InfoList(Chunk("INAM", QByteArray("Song", 5))));
+    for (qsizetype at = 4; at + 4 <= good.size(); at = at < 52 ? at + 4 : at + 397) {
+        for (const quint32 size : {0U, 1U, 0x7FFFFFFFU, 0xFFFFFFFFU, 0x80000001U}) {
+            QByteArray broken = good;
+            broken.replace(at, 4, Little(size));
+            const QString path = made_.Write(QStringLiteral("broken.wav"), broken);
+            const Outcome outcome = SaveBlindly(path);
+            if (outcome != Outcome::Ok) {
+                EXPECT_EQ(ContentOf(path), broken) << at << ' ' << size;
+            }
+        }
+    }
+}
+
+} // namespace
+
+} // namespace kestrune
