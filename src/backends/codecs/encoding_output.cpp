@@ -80,15 +80,33 @@ Outcome EncodingOutput::Write(const QByteArray& block) {
 }
 
 Outcome EncodingOutput::WriteAhead(const QByteArray& block) {
-    if (IsNextAhead(block)) {
-        ++blocks_;
-        if (pool_->WaitForBlocks(ahead_->job, blocks_ - blocksBehind) == Outcome::Ok) {
-            return Outcome::Ok;
-        }
+    if (outcome_ != Outcome::Ok) {
+        return outcome_;
+    }
+    if (!IsNextAhead(block)) {
+        const Outcome outcome = EncodeAnew();
+        return outcome == Outcome::Ok ? WriteInPool(block) : outcome;
+    }
+    ++blocks_;
+    if (pool_->WaitForBlocks(ahead_->job, blocks_ - blocksBehind) != Outcome::Ok) {
         return EncodeAnew();
     }
-    const Outcome outcome = EncodeAnew();
-    return outcome == Outcome::Ok ? WriteInPool(block) : outcome;
+    if (!pool_->IsFinished(ahead_->job)) {
+        return Outcome::Ok;
+    }
+    // Stored in step with the blocks, so that Close has little left to do.
+    const auto share = static_cast<double>(blocks_) / static_cast<double>(ahead_->blocks->size());
+    const auto wholeBytes = static_cast<double>(pool_->FileBytes(ahead_->job).size());
+    return StoreAhead(static_cast<qint64>(share * wholeBytes));
+}
+
+// Brings the file to so many bytes of what was encoded ahead.
+Outcome EncodingOutput::StoreAhead(qint64 bytes) {
+    const qint64 more = bytes - storedBytes_;
+    const char* const from = pool_->FileBytes(ahead_->job).constData() + storedBytes_;
+    outcome_ = file_.Device().write(from, more) == more ? Outcome::Ok : Outcome::WriteFailed;
+    storedBytes_ = bytes;
+    return outcome_;
 }
 
 Outcome EncodingOutput::WriteInPool(const QByteArray& block) {
@@ -115,7 +133,7 @@ Outcome EncodingOutput::EncodeAnew() {
     ahead_.reset();
     blocks_ = 0;
     pipeline_ = std::make_unique<EncodingPipeline>(MakeEncoder(format_));
-    outcome_ = pipeline_->Begin(file_.Device());
+    outcome_ = file_.Clear() ? pipeline_->Begin(file_.Device()) : Outcome::WriteFailed;
     for (qint64 block = 0; block < givenBlocks && outcome_ == Outcome::Ok; ++block) {
         outcome_ = WriteInPool((*given)[static_cast<size_t>(block)]);
     }
@@ -123,6 +141,9 @@ Outcome EncodingOutput::EncodeAnew() {
 }
 
 Outcome EncodingOutput::CloseAhead() {
+    if (outcome_ != Outcome::Ok) {
+        return outcome_;
+    }
     // A file that was stopped ends where its writer stands, unless its encoder is further already.
     const bool fits = source_ == ahead_->source && (blocks_ == static_cast<qint64>(ahead_->blocks->size()) ||
                                                     pool_->EndAfter(ahead_->job, blocks_));
@@ -130,9 +151,7 @@ Outcome EncodingOutput::CloseAhead() {
         const Outcome outcome = EncodeAnew();
         return outcome == Outcome::Ok ? CloseInPool() : outcome;
     }
-    const QByteArray& bytes = pool_->FileBytes(ahead_->job);
-    const bool stored = file_.Device().write(bytes) == bytes.size();
-    return stored ? Outcome::Ok : Outcome::WriteFailed;
+    return StoreAhead(pool_->FileBytes(ahead_->job).size());
 }
 
 Outcome EncodingOutput::CloseInPool() {

@@ -129,6 +129,11 @@ Outcome EncodingPool::WaitForEnd(const EncodingJobPtr& job) {
     return job->outcome_;
 }
 
+bool EncodingPool::IsFinished(const EncodingJobPtr& job) {
+    const std::lock_guard lock(mutex_);
+    return job->over_ && !job->held_ && job->outcome_ == Outcome::Ok;
+}
+
 const QByteArray& EncodingPool::FileBytes(const EncodingJobPtr& job) const {
     return job->memory_->data();
 }

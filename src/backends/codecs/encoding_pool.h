@@ -80,7 +80,9 @@ public:
     Outcome WaitForBlocks(const EncodingJobPtr& job, qint64 blocks);
     // After End, until the file is finished.
     Outcome WaitForEnd(const EncodingJobPtr& job);
-    // Of a job in memory whose WaitForEnd was Ok.
+    // True when WaitForEnd would not have to wait, and would give Ok.
+    bool IsFinished(const EncodingJobPtr& job);
+    // Of a job in memory that is finished.
     const QByteArray& FileBytes(const EncodingJobPtr& job) const;
 
 private:

@@ -76,6 +76,11 @@ QIODevice& OutputFile::Device() {
     return *file_;
 }
 
+bool OutputFile::Clear() {
+    QFileDevice& file = beside_ ? static_cast<QFileDevice&>(*beside_) : *file_;
+    return file.flush() && file.seek(0) && file.resize(0);
+}
+
 bool OutputFile::TakePlace() {
     // Asked for first, since a file without a name gets one only then.
     const QString temporary = beside_->fileName();

@@ -29,6 +29,8 @@ public:
     Outcome Open(const QString& path);
     // Open for reading and writing, empty at first; lives as long as this.
     QIODevice& Device();
+    // Makes it empty again. False if that failed.
+    bool Clear();
     // Brings all to the disk. WriteFailed when something could not be written; then as without Commit.
     Outcome Commit();
     // Takes back what Open made.

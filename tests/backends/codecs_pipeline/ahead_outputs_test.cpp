@@ -3,6 +3,7 @@
 #include "backends/codecs/codec_file.h"
 #include "backends/codecs/encoder_factory.h"
 #include "backends/codecs/test_files.h"
+#include "backends/codecs_pipeline/small_disk.h"
 
 #include <gtest/gtest.h>
 
@@ -250,6 +251,26 @@ TEST_F(Expected, ExistingTargetIsReplaced) {
     EXPECT_EQ(ReadWholeFile(Path(stages[2].name)), "old");
     Run(stages[2]);
     ExpectPlain(stages[2], samples_);
+}
+
+TEST_F(Expected, FullDiskIsToldAndKeepsAnExistingFile) {
+    const std::vector<Stage> stages = Stages();
+    const Stage& plain = stages.back();
+    folder_.Write(QStringLiteral("out/") + plain.name, "old");
+    Expect({stages[0], plain});
+    Run(stages[0]);
+    SetFormat(out_, plain);
+    ASSERT_EQ(out_.Create(Path(plain.name)), Outcome::Ok);
+    out_.SetSourceFormat(rateHz, 2);
+    ASSERT_EQ(in_.OpenRead(input_), Outcome::Ok);
+    {
+        const SmallDisk disk;
+        for (QByteArray block = in_.ReadBlock(88200); !block.isEmpty(); block = in_.ReadBlock(88200)) {
+            out_.WriteBlock(block);
+        }
+        EXPECT_EQ(out_.CloseFile(), Outcome::WriteFailed);
+    }
+    EXPECT_EQ(ReadWholeFile(Path(plain.name)), "old");
 }
 
 TEST_F(Expected, InputMayBeAnOutput) {

@@ -273,6 +273,25 @@ TEST_F(EncodingOutputTest, OtherSamplesAreEncodedAnew) {
     EXPECT_EQ(ReadWholeFile(path_), Encoded(20));
 }
 
+TEST_F(EncodingOutputTest, WhatWasStoredOfOtherSamplesIsGone) {
+    const AheadOutput ahead = Ahead();
+    EXPECT_EQ(pool_.WaitForEnd(ahead.job), Outcome::Ok);
+    EncodingOutput output(&pool_);
+    ASSERT_EQ(output.OpenAhead(path_, format_, ahead), Outcome::Ok);
+    output.SetSource({8000, 1});
+    for (int block = 0; block < 19; ++block) {
+        EXPECT_EQ(output.Write(Block(block)), Outcome::Ok);
+    }
+    EXPECT_EQ(output.Write(Block(3)), Outcome::Ok);
+    EXPECT_EQ(output.Close(), Outcome::Ok);
+    EncodingOutput judge(nullptr);
+    const QString judged = folder_.Path(QStringLiteral("judge.wav"));
+    ASSERT_EQ(judge.Open(judged, format_), Outcome::Ok);
+    EXPECT_EQ(judge.Write(AllSamples(19) + Block(3)), Outcome::Ok);
+    EXPECT_EQ(judge.Close(), Outcome::Ok);
+    EXPECT_EQ(ReadWholeFile(path_), ReadWholeFile(judged));
+}
+
 TEST_F(EncodingOutputTest, AnotherSourceShapeIsEncodedAnew) {
     EncodingOutput output(&pool_);
     ASSERT_EQ(output.OpenAhead(path_, format_, Ahead()), Outcome::Ok);

@@ -1,6 +1,7 @@
 #include "backends/codecs/output_file.h"
 
 #include "backends/codecs/test_files.h"
+#include "backends/codecs_pipeline/small_disk.h"
 
 #include <gtest/gtest.h>
 
@@ -8,9 +9,6 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include <csignal>
-
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -80,6 +78,21 @@ TEST_F(OutputFileTest, ReplacedFileKeepsItsRights) {
     EXPECT_EQ(QFile::permissions(path_), before);
 }
 
+TEST_F(OutputFileTest, ClearedFileBeginsAnew) {
+    for (const char* const before : {"", "old"}) {
+        if (*before != 0) {
+            folder_.Write(QStringLiteral("a.wav"), before);
+        }
+        OutputFile file;
+        ASSERT_EQ(file.Open(path_), Outcome::Ok);
+        file.Device().write("much more than follows");
+        EXPECT_TRUE(file.Clear());
+        file.Device().write("new");
+        EXPECT_EQ(file.Commit(), Outcome::Ok);
+        EXPECT_EQ(ReadWholeFile(path_), "new");
+    }
+}
+
 TEST_F(OutputFileTest, DiscardTakesBackANewFile) {
     ASSERT_EQ(file_.Open(path_), Outcome::Ok);
     file_.Discard();
@@ -139,16 +152,14 @@ TEST_F(OutputFileTest, WriteProtectedFileIsRefused) {
 TEST_F(OutputFileTest, FullDiskKeepsTheExistingFile) {
     folder_.Write(QStringLiteral("a.wav"), "old");
     ASSERT_EQ(file_.Open(path_), Outcome::Ok);
-    // A limit on the size of files fails like a full disk.
-    rlimit before = {};
-    getrlimit(RLIMIT_FSIZE, &before);
-    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-    const rlimit small = {1000, before.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &small);
-    file_.Device().write(QByteArray(5000, 'x'));
-    const Outcome outcome = file_.Commit();
-    setrlimit(RLIMIT_FSIZE, &before);
-    std::signal(SIGXFSZ, handler);
+    Outcome outcome = Outcome::Ok;
+    {
+        const SmallDisk disk;
+        // Held in the file's buffer, so that no write tells of it.
+        EXPECT_EQ(file_.Device().write(QByteArray(16000, 'x')), 16000);
+        EXPECT_EQ(file_.Device().write(QByteArray(10000, 'x')), 10000);
+        outcome = file_.Commit();
+    }
     EXPECT_EQ(outcome, Outcome::WriteFailed);
     EXPECT_EQ(ReadWholeFile(path_), "old");
     EXPECT_EQ(Names(), QStringList{QStringLiteral("a.wav")});

@@ -1,6 +1,7 @@
 // Files written through CodecFile, and what becomes of their names.
 #include "backends/codecs/codec_file.h"
 #include "backends/codecs/test_files.h"
+#include "backends/codecs_pipeline/small_disk.h"
 #include "components/pcm.h"
 
 #include <gtest/gtest.h>
@@ -8,11 +9,6 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-
-#include <csignal>
-
-#include <sys/resource.h>
-#include <unistd.h>
 
 namespace kestrune {
 
@@ -46,26 +42,6 @@ protected:
         return reader.GetFormatText();
     }
     bool Exists(const char* name) const { return QFileInfo::exists(Path(name)); }
-};
-
-// A limit on the size of files fails like a full disk.
-class SmallDisk {
-public:
-    SmallDisk() : handler_(std::signal(SIGXFSZ, SIG_IGN)) {
-        getrlimit(RLIMIT_FSIZE, &before_);
-        const rlimit small = {20000, before_.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &small);
-    }
-    ~SmallDisk() {
-        setrlimit(RLIMIT_FSIZE, &before_);
-        std::signal(SIGXFSZ, handler_);
-    }
-    SmallDisk(const SmallDisk&) = delete;
-    SmallDisk& operator=(const SmallDisk&) = delete;
-
-private:
-    rlimit before_ = {};
-    void (*handler_)(int);
 };
 
 } // namespace
