@@ -273,6 +273,26 @@ TEST_F(Expected, FullDiskIsToldAndKeepsAnExistingFile) {
     EXPECT_EQ(ReadWholeFile(Path(plain.name)), "old");
 }
 
+TEST_F(Expected, FullDiskIsToldByEveryKind) {
+    for (const bool wholeFiles : {false, true}) {
+        for (const Stage& stage : Stages()) {
+            CodecFile file;
+            file.SetFlag(wholeFiles ? -1 : 0);
+            folder_.Write(QStringLiteral("out/") + stage.name, "old");
+            SetFormat(file, stage);
+            const SmallDisk disk;
+            ASSERT_EQ(file.Create(Path(stage.name)), Outcome::Ok);
+            file.SetSourceFormat(rateHz, 2);
+            // Half a minute, of which every kind makes more than the disk holds.
+            for (int part = 0; part < 8; ++part) {
+                file.WriteBlock(samples_);
+            }
+            EXPECT_EQ(file.CloseFile(), Outcome::WriteFailed) << stage.name.toStdString();
+            EXPECT_EQ(ReadWholeFile(Path(stage.name)), "old") << stage.name.toStdString();
+        }
+    }
+}
+
 TEST_F(Expected, InputMayBeAnOutput) {
     input_ = Path(QStringLiteral("a.wav"));
     folder_.Write(QStringLiteral("out/a.wav"), WaveFile({1, 2, rateHz, 16}, samples_));
