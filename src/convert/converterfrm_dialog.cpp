@@ -111,8 +111,16 @@ void ConverterfrmDialog::ShowPaths(int focused) {
             path.text->setFocus(Qt::OtherFocusReason);
             path.text->selectAll();
         } else if (labelled && hadFocus) {
-            controls_.ListViewInput->setFocus(Qt::OtherFocusReason);
+            RestKeyboard();
         }
+    }
+}
+
+void ConverterfrmDialog::RestKeyboard() {
+    if (parts_.rules.Panels.IsPictureSetShown()) {
+        controls_.ImageOptions->setFocus(Qt::MouseFocusReason);
+    } else {
+        controls_.ListViewInput->setFocus(Qt::MouseFocusReason);
     }
 }
 
@@ -292,6 +300,9 @@ void ConverterfrmDialog::ShowPictureSet(bool shown) {
     FormatPanel* panel = controls_.PictureSet;
     const bool hadFocus = panel->isAncestorOf(focusWidget());
     controls_.ImageOptions->setChecked(shown);
+    if (shown && controls_.inputSide->isAncestorOf(focusWidget())) {
+        RestKeyboard();
+    }
     // What the panel covers can't be reached by Tab either.
     controls_.inputSide->setVisible(!shown);
     panel->move(pictureSetLeft, pictureSetTop);

@@ -48,6 +48,8 @@ private:
     void ConnectPanels();
 
     void ShowPaths(int focused);
+    // Gives the keyboard to what stays in sight when the control that had it goes.
+    void RestKeyboard();
     void ShowInputLook();
     void ResetLabelColours();
     void ShowRun();

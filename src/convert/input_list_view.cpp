@@ -1,5 +1,6 @@
 #include "convert/input_list_view.h"
 
+#include "convert/conversion_rows.h"
 #include "skin/skin_colours.h"
 #include "skin/style_paint.h"
 
@@ -7,6 +8,7 @@
 #include <QHeaderView>
 #include <QMimeData>
 #include <QPainter>
+#include <QStyledItemDelegate>
 
 namespace kestrune {
 
@@ -22,12 +24,26 @@ QStringList LocalPaths(const QMimeData& data) {
     return paths;
 }
 
+// The blanks that fill a size up stand in line where all letters are of one width alone.
+class SizeDelegate : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+        QStyledItemDelegate::initStyleOption(option, index);
+        option->displayAlignment = Qt::AlignRight | Qt::AlignVCenter;
+    }
+};
+
 } // namespace
 
 InputListView::InputListView(QWidget* parent) : QTreeView(parent) {
     setFrameShape(QFrame::NoFrame);
     setRootIsDecorated(false);
     setUniformRowHeights(true);
+    setAllColumnsShowFocus(true);
+    setItemDelegateForColumn(ColumnLong, new SizeDelegate(this));
     setItemsExpandable(false);
     setExpandsOnDoubleClick(false);
     setEditTriggers(NoEditTriggers);

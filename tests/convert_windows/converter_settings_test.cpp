@@ -51,6 +51,19 @@ TEST_F(ConverterSettingsTest, ThePanelLiesOverTheLeftSide) {
     EXPECT_FALSE(Find<QAbstractButton>("ImageOptions")->isChecked());
 }
 
+// The list that is covered had the keyboard: it does not go to whatever comes next.
+TEST_F(ConverterSettingsTest, ThePanelTakesTheKeyboardToItsKey) {
+    ConverterWindowTest::Open();
+    List()->setFocus();
+    Click("ImageOptions");
+    EXPECT_TRUE(Find("ImageOptions")->hasFocus());
+    Click("LabelOut");
+    EXPECT_TRUE(Find("TextOutPath")->hasFocus());
+    MoveMouse(&window, {368, 300});
+    EXPECT_FALSE(Find("TextOutPath")->isVisible());
+    EXPECT_TRUE(Find("ImageOptions")->hasFocus());
+}
+
 TEST_F(ConverterSettingsTest, ItsCrossAndEscapeHideIt) {
     Open();
     Click("ImageSetdown");
