@@ -14,6 +14,8 @@ namespace kestrune {
 
 namespace {
 
+constexpr QChar airBehindSize(u'\u2002');
+
 QStringList LocalPaths(const QMimeData& data) {
     QStringList paths;
     for (const QUrl& url : data.urls()) {
@@ -33,6 +35,7 @@ protected:
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
         QStyledItemDelegate::initStyleOption(option, index);
         option->displayAlignment = Qt::AlignRight | Qt::AlignVCenter;
+        option->text.append(airBehindSize);
     }
 };
 
