@@ -11,6 +11,7 @@
 #include <taglib/commentsframe.h>
 #include <taglib/id3v2header.h>
 #include <taglib/id3v2tag.h>
+#include <taglib/mp4file.h>
 #include <taglib/mpegfile.h>
 #include <taglib/textidentificationframe.h>
 #include <taglib/tpropertymap.h>
@@ -159,6 +160,16 @@ void AddNamedFields(TagFields& fields, const TagLib::PropertyMap& values) {
     fields.url = FirstOf(values, {"URL", "WWW", "CONTACT"});
 }
 
+// Fields that MP4 has only long names for.
+void AddFreeMp4Fields(TagFields& fields, const TagLib::MP4::Tag& tag) {
+    const auto text = [&tag](const char* name) {
+        const TagLib::MP4::Item item = tag.item(TagLib::String("----:com.apple.iTunes:") + name);
+        return item.isValid() ? FromTagLib(item.toStringList().toString()) : QString();
+    };
+    fields.originalArtist = text("ORIGINALARTIST");
+    fields.url = text("URL");
+}
+
 // A WAVE file may hold a list of texts, an ID3v2 chunk, or both; the list is what other programs show, so
 // that goes before, field by field.
 TagFields WaveFields(const TagLib::RIFF::WAV::File& wave, BoundedFile& file) {
@@ -241,6 +252,9 @@ TagFields ReadFields(TagLib::File& tagged, BoundedFile& file, TagKind kind) {
         AddAsfFields(fields, *asf->tag());
     } else {
         AddNamedFields(fields, tagged.properties());
+    }
+    if (const auto* mp4 = dynamic_cast<TagLib::MP4::File*>(&tagged)) {
+        AddFreeMp4Fields(fields, *mp4->tag());
     }
     return fields;
 }

@@ -13,6 +13,8 @@
 
 #include <array>
 #include <functional>
+#include <initializer_list>
+#include <utility>
 
 namespace kestrune {
 
@@ -212,6 +214,32 @@ void SetAsfTrack(TagLib::ASF::Tag& tag, qint16 track) {
     }
 }
 
+// These stand in a place of their own. Some writers tell them a second time among the other texts, and some
+// readers prefer that.
+void SetAsfDescription(TagLib::ASF::Tag& tag, const TagFields& from, const TagFields& to) {
+    const auto removeTwins = [&tag](std::initializer_list<const char*> names) {
+        for (const char* name : names) {
+            tag.removeItem(name);
+        }
+    };
+    if (from.title != to.title) {
+        tag.setTitle(ToTagLib(to.title));
+        removeTwins({"title", "Title", "WM/Title"});
+    }
+    if (from.artist != to.artist) {
+        tag.setArtist(ToTagLib(to.artist));
+        removeTwins({"artist", "author", "Author", "WM/Author"});
+    }
+    if (from.comment != to.comment) {
+        tag.setComment(ToTagLib(to.comment));
+        removeTwins({"comment", "Description", "WM/Description"});
+    }
+    if (from.copyright != to.copyright) {
+        tag.setCopyright(ToTagLib(to.copyright));
+        removeTwins({"copyright", "Copyright", "WM/Copyright"});
+    }
+}
+
 void SetAsf(TagLib::ASF::Tag& tag, const TagFields& from, const TagFields& to) {
     constexpr std::array named = {
         std::pair{&TagFields::album, "WM/AlbumTitle"},
@@ -225,11 +253,7 @@ void SetAsf(TagLib::ASF::Tag& tag, const TagFields& from, const TagFields& to) {
             SetAsfText(tag, name, to.*field);
         }
     }
-    // These stand in a place of their own; where nothing changed, the same text is set again.
-    tag.setTitle(ToTagLib(to.title));
-    tag.setArtist(ToTagLib(to.artist));
-    tag.setComment(ToTagLib(to.comment));
-    tag.setCopyright(ToTagLib(to.copyright));
+    SetAsfDescription(tag, from, to);
     if (GenreAsText(from) != GenreAsText(to)) {
         SetAsfText(tag, "WM/Genre", GenreAsText(to));
         tag.removeItem("WM/GenreID"); // it would go on telling the old one
