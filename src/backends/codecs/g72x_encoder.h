@@ -1,4 +1,4 @@
-// G.721, G.723 and G.726 without a header, by libspandsp.
+// G.721, G.723 and G.726 without a header, by libavcodec and, at 5 bits a sample, by libspandsp.
 #pragma once
 
 #include "backends/codecs/output_format.h"
