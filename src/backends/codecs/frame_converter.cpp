@@ -65,6 +65,18 @@ void AppendDithered(const uint8_t* const* planes, bool planar, const Span& span,
     });
 }
 
+void AppendUnchanged(const uint8_t* const* planes, bool planar, const Span& span, std::vector<qint16>& out) {
+    if (planar && span.channels > 1) {
+        Append<qint16>(planes, planar, span, out, [](qint16 sample, quint64) { return sample; });
+        return;
+    }
+    const size_t frameBytes = static_cast<size_t>(span.channels) * sizeof(qint16);
+    const size_t at = out.size();
+    out.resize(at + static_cast<size_t>(span.count) * static_cast<size_t>(span.channels));
+    std::memcpy(out.data() + at, planes[0] + static_cast<size_t>(span.from) * frameBytes,
+                static_cast<size_t>(span.count) * frameBytes);
+}
+
 bool AppendAs16Bit(const RawFrames& input, const Span& span, std::vector<qint16>& out) {
     const bool planar = av_sample_fmt_is_planar(input.format) != 0;
     switch (av_get_packed_sample_fmt(input.format)) {
@@ -73,7 +85,7 @@ bool AppendAs16Bit(const RawFrames& input, const Span& span, std::vector<qint16>
                        [](quint8 sample, quint64) { return static_cast<qint16>((sample - 128) * 256); });
         return true;
     case AV_SAMPLE_FMT_S16:
-        Append<qint16>(input.planes, planar, span, out, [](qint16 sample, quint64) { return sample; });
+        AppendUnchanged(input.planes, planar, span, out);
         return true;
     case AV_SAMPLE_FMT_S32:
         AppendDithered<qint32>(input.planes, planar, span, out, 1.0 / 65536.0);

@@ -18,7 +18,6 @@ constexpr int storedBits = 16;
 constexpr int framesAtOnce = 16 * TWOLAME_SAMPLES_PER_FRAME;
 // The longest frame is 384 kbit/s at 32 kHz; one more than whole ones may come.
 constexpr size_t codedBytesAtOnce = 17 * 1728;
-constexpr float fullScale = 32768.0F;
 // The filter bank gives a sample so many later, and the end of the input only when so many followed.
 constexpr int delayFrames = 481;
 constexpr int framesOfSilence = 3 * TWOLAME_SAMPLES_PER_FRAME; // for a file without samples
@@ -59,12 +58,6 @@ TWOLAME_MPEG_mode ModeOf(qint32 channels) {
     }
 }
 
-// The nearest 16-bit sample. (std::lrint would be called for each, where this is done for several at once.)
-short Whole(float sample) {
-    const float scaled = std::clamp(sample * fullScale, -fullScale, fullScale - 1);
-    return static_cast<short>(scaled + (scaled < 0 ? -0.5F : 0.5F));
-}
-
 struct TwolameCloser {
     void operator()(twolame_options* options) const { twolame_close(&options); }
 };
@@ -86,12 +79,9 @@ TwolameHandle MakeTwolame(const OutputFormat& format) {
 
 class Mp2Encoder : public SampleEncoder {
 public:
-    explicit Mp2Encoder(OutputFormat format)
-        : format_(std::move(format)),
-          whole_(static_cast<size_t>(framesAtOnce) * static_cast<size_t>(format_.channels)),
-          coded_(codedBytesAtOnce) {}
+    explicit Mp2Encoder(OutputFormat format) : format_(std::move(format)), coded_(codedBytesAtOnce) {}
 
-    EncoderInput Input() const override { return {format_.rateHz, format_.channels, true}; }
+    EncoderInput Input() const override { return {format_.rateHz, format_.channels, false}; }
 
     Outcome Begin(QIODevice& out) override {
         out_ = &out;
@@ -99,14 +89,11 @@ public:
         return twolame_ ? Outcome::Ok : Outcome::NotSupported;
     }
 
-    Outcome WriteFloats(const float* samples, qint64 frames) override {
+    // The library takes floats too, but makes such samples of them itself, and wraps what is over full scale.
+    Outcome WriteIntegers(const qint16* samples, qint64 frames) override {
         for (qint64 done = 0; done < frames; done += framesAtOnce) {
             const int count = static_cast<int>(std::min<qint64>(frames - done, framesAtOnce));
-            const float* const from = samples + done * format_.channels;
-            // The library takes floats too, but makes such samples of them itself, and wraps what is over
-            // full scale.
-            std::transform(from, from + static_cast<qint64>(count) * format_.channels, whole_.begin(), Whole);
-            if (!Encode(count)) {
+            if (!Encode(samples + done * format_.channels, count)) {
                 return Outcome::WriteFailed;
             }
         }
@@ -115,10 +102,11 @@ public:
     }
 
     Outcome Finish() override {
-        std::fill(whole_.begin(), whole_.end(), 0);
         // Readers look for several frames in a row, which nothing at all would not give.
         const int rest = hasSamples_ ? delayFrames : framesOfSilence;
-        if (!Encode(rest)) {
+        const std::vector<qint16> silence(static_cast<size_t>(rest) * static_cast<size_t>(format_.channels),
+                                          0);
+        if (!Encode(silence.data(), rest)) {
             return Outcome::WriteFailed;
         }
         const int bytes =
@@ -127,8 +115,8 @@ public:
     }
 
 private:
-    bool Encode(int frames) {
-        return Put(twolame_encode_buffer_interleaved(twolame_.get(), whole_.data(), frames, coded_.data(),
+    bool Encode(const qint16* samples, int frames) {
+        return Put(twolame_encode_buffer_interleaved(twolame_.get(), samples, frames, coded_.data(),
                                                      static_cast<int>(coded_.size())));
     }
 
@@ -139,7 +127,6 @@ private:
     const OutputFormat format_;
     QIODevice* out_ = nullptr;
     TwolameHandle twolame_;
-    std::vector<short> whole_;
     std::vector<unsigned char> coded_;
     bool hasSamples_ = false;
 };

@@ -67,8 +67,8 @@ QByteArray CodedInBlocksOf(SampleEncoder& encoder, const Sound& sound, qint64 fr
     EXPECT_EQ(encoder.Begin(device), Outcome::Ok);
     for (qint64 done = 0; done < sound.Frames(); done += frames) {
         const qint64 count = std::min(frames, sound.Frames() - done);
-        EXPECT_EQ(encoder.WriteFloats(sound.samples.data() + done * sound.channels, count), Outcome::Ok);
-        EXPECT_EQ(encoder.WriteFloats(nullptr, 0), Outcome::Ok);
+        EXPECT_EQ(Write(encoder, sound, done, count), Outcome::Ok);
+        EXPECT_EQ(Write(encoder, sound, done, 0), Outcome::Ok);
     }
     EXPECT_EQ(encoder.Finish(), Outcome::Ok);
     return device.data();
@@ -92,7 +92,7 @@ TEST_P(AllEncodersTest, AFullDiskIsTold) {
         const std::unique_ptr<SampleEncoder> encoder = GetParam().make();
         Outcome outcome = encoder->Begin(device);
         if (outcome == Outcome::Ok) {
-            outcome = encoder->WriteFloats(sound.samples.data(), sound.Frames());
+            outcome = Write(*encoder, sound, 0, sound.Frames());
         }
         if (outcome == Outcome::Ok) {
             outcome = encoder->Finish();
@@ -112,7 +112,7 @@ TEST_P(AllEncodersTest, MayBeDroppedAtAnyTime) {
     other.open(QIODevice::ReadWrite);
     const std::unique_ptr<SampleEncoder> written = GetParam().make();
     EXPECT_EQ(written->Begin(other), Outcome::Ok);
-    EXPECT_EQ(written->WriteFloats(sound.samples.data(), sound.Frames()), Outcome::Ok);
+    EXPECT_EQ(Write(*written, sound, 0, sound.Frames()), Outcome::Ok);
 }
 
 TEST_P(AllEncodersTest, TwoAtOnceDoNotDisturbEachOther) {

@@ -26,6 +26,8 @@ Sound Music(double seconds, int rateHz, int channels, quint32 seed = 5);
 // White noise with the given peak.
 Sound Noise(double seconds, int rateHz, int channels, float peak = 0.3F, quint32 seed = 9);
 
+// Gives an encoder some frames in the form that it takes; integers are the nearest ones.
+Outcome Write(SampleEncoder& encoder, const Sound& sound, qint64 from, qint64 frames);
 // Runs an encoder over the sound, by blocks of odd sizes, and expects each step to be Ok.
 QByteArray Coded(SampleEncoder& encoder, const Sound& sound);
 
