@@ -1,16 +1,14 @@
 #include "editors/tag_editor.h"
 
+#include "editors/failure_log.h"
 #include "editors/number_texts.h"
 #include "playlist/playlist_text.h"
 
-#include <QLoggingCategory>
 #include <limits>
 
 namespace kestrune {
 
 namespace {
-
-Q_LOGGING_CATEGORY(editorsLog, "kestrune.editors", QtCriticalMsg)
 
 const QString openTitle = QStringLiteral("Open Audio File");
 // The commas in the first pattern belong to it.
@@ -23,13 +21,6 @@ const QString openFilter = QStringLiteral("All Supported Files|"
                                           "Ogg Vorbis Files(*.ogg)|*.ogg|"
                                           "AVI Files(*.avi)|*.avi|"
                                           "All Files(*.*)|*.*");
-
-// The editor goes on after a call that failed.
-void PassOver(Outcome outcome, const char* call, const QString& file) {
-    if (outcome != Outcome::Ok) {
-        qCWarning(editorsLog) << call << "failed with outcome" << static_cast<int>(outcome) << file;
-    }
-}
 
 // Text that is no number of the property's type leaves the property alone.
 template <typename Number>
@@ -85,7 +76,7 @@ void TagEditor::GetInfo(int index) {
 }
 
 void TagEditor::ShowFileInfo() {
-    PassOver(parts_.information.ReadTagFromFile(aFile_), "ReadTagFromFile", aFile_);
+    LogEditorFailure(parts_.information.ReadTagFromFile(aFile_), "ReadTagFromFile", aFile_);
     controls_ = ControlsOf(parts_.information.Tag());
     technical_ = TechnicalOf(parts_.information);
     emit Shown();
@@ -126,7 +117,7 @@ void TagEditor::Update() {
         return;
     }
     SetProperties();
-    PassOver(parts_.information.SaveTagToFile(aFile_), "SaveTagToFile", aFile_);
+    LogEditorFailure(parts_.information.SaveTagToFile(aFile_), "SaveTagToFile", aFile_);
     const TagFields& tag = parts_.information.Tag();
     const QString head = TitleHead(parts_.rows.Field(currentRowIndex_, RowText));
     parts_.rows.SetField(currentRowIndex_, RowText, head + tag.artist + QStringLiteral(" - ") + tag.title);

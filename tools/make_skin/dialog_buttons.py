@@ -14,7 +14,8 @@ LOOKS = ("hover", "pressed")
 
 FACE_PIXELS = 11
 HALF_CAPITAL = 4  # half the height of a capital letter
-INKS = {"normal": "#ccd0d9", "hover": ACCENT_LIGHT, "pressed": "#f2f3ff"}
+INKS = {"normal": "#ccd0d9", "hover": ACCENT_LIGHT, "pressed": "#f2f3ff", "off": "#ccd0d9"}
+OFF_STRENGTH = 0.35
 # The dark upper and the light lower edge of an engraving: distance, colour, opacity.
 EDGES = ((-0.8, "#000000", 0.55), (0.8, "#ffffff", 0.1))
 
@@ -22,9 +23,10 @@ EDGES = ((-0.8, "#000000", 0.55), (0.8, "#ffffff", 0.1))
 def word_glyph(word):
     """Engraved in the program's own face."""
     def draw_word(picture, x, y, _, look):
-        lines = EDGES if look == "normal" else ()
+        lines = EDGES if look in ("normal", "off") else ()
+        strength = OFF_STRENGTH if look == "off" else 1
         for shift, ink, opacity in (*lines, (0, INKS[look], 1)):
-            picture.text_line(x, y + shift + HALF_CAPITAL, word, "Inter", FACE_PIXELS, 600, fill=ink, fill_opacity=opacity)
+            picture.text_line(x, y + shift + HALF_CAPITAL, word, "Inter", FACE_PIXELS, 600, fill=ink, fill_opacity=opacity * strength)
     return draw_word
 
 
