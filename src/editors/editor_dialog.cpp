@@ -5,6 +5,11 @@
 
 namespace kestrune {
 
+namespace {
+// Text begins where that of a list does.
+constexpr int textInset = 2;
+} // namespace
+
 EditorDialog::EditorDialog(const QString& name, const QString& title, const QSize& corners, QWidget* owner)
     : SkinnedDialog(corners, owner),
       pictures_(QStringLiteral(":/skin/editor_buttons.svg")),
@@ -37,6 +42,7 @@ QLineEdit* EditorDialog::MakeBox(const QString& name) {
     auto* box = new QLineEdit(this);
     box->setObjectName(name);
     box->setFixedHeight(fieldHeight);
+    box->setTextMargins(textInset, 0, textInset, 0);
     return box;
 }
 

@@ -12,12 +12,6 @@ namespace {
 constexpr int numberWidth = 104;
 constexpr int textWidth = 264;
 
-// What the boxes of numbers hold is more than a spinner can: they are mere text.
-void MakeNumberBox(QLineEdit* box) {
-    box->setFixedWidth(numberWidth);
-    box->setAlignment(Qt::AlignRight);
-}
-
 } // namespace
 
 FrmCueList::FrmCueList(KSTAudioInformation2& information, QWidget* owner)
@@ -43,6 +37,7 @@ void FrmCueList::MakeControls() {
     udCueIndex_ = new BoundedSpinBox(QStringLiteral("udCueIndex"), QStringLiteral("tCueIndex"), tr("Index"),
                                      {0, 0, 1}, this);
     udCueIndex_->setFixedWidth(numberWidth);
+    udCueIndex_->setAlignment(Qt::AlignLeft);
     // A number is gone to when it is typed to its end.
     udCueIndex_->setKeyboardTracking(false);
     grid->addWidget(udCueIndex_, 0, 1, Qt::AlignLeft);
@@ -53,8 +48,8 @@ void FrmCueList::MakeControls() {
     tLabel_ = AddField(grid, 3, QStringLiteral("tLabel"), tr("Label:"));
     tNote_ = AddField(grid, 4, QStringLiteral("tNote"), tr("Note:"));
     tText_ = AddField(grid, 5, QStringLiteral("tText"), tr("Text:"));
-    MakeNumberBox(tPosition_);
-    MakeNumberBox(tLength_);
+    tPosition_->setFixedWidth(numberWidth);
+    tLength_->setFixedWidth(numberWidth);
     tText_->setMinimumWidth(textWidth);
     Body().addLayout(grid);
 }

@@ -17,8 +17,8 @@ enum Command : int { Update, Close, Previous, Next, Cues };
 
 constexpr int columnGap = 16;
 constexpr int fieldGap = 6;
-constexpr int fieldWidth = 264;
-constexpr int technicalWidth = 208;
+constexpr int fieldWidth = 284;
+constexpr int technicalWidth = 180;
 constexpr int numberWidth = 72;
 constexpr int yearRow = 5;     // of the fields
 constexpr int formatLines = 3; // of the format string
@@ -30,6 +30,17 @@ QLabel* MakeGlassCaption(const QString& text, QWidget* panel) {
     muted.setColor(QPalette::WindowText, colours::textMuted);
     caption->setPalette(muted);
     return caption;
+}
+
+// A hairline on glass.
+QWidget* MakeDivider(QWidget* panel) {
+    auto* line = new QWidget(panel);
+    line->setFixedHeight(1);
+    QPalette faint = line->palette();
+    faint.setColor(QPalette::Window, QColor(255, 255, 255, 26));
+    line->setPalette(faint);
+    line->setAutoFillBackground(true);
+    return line;
 }
 
 } // namespace
@@ -155,13 +166,14 @@ QWidget* FrmInfo::MakeTechnical() {
     format->setFixedHeight(formatLines * format->fontMetrics().lineSpacing());
     grid->addWidget(format, 0, 0, 1, 2);
     technical_.push_back({format, tr("Format"), &TechnicalTexts::infoFormatString});
+    grid->addWidget(MakeDivider(panel), 1, 0, 1, 2);
     AddTechnical(grid, QStringLiteral("infoFrequency"), tr("Frequency"), &TechnicalTexts::infoFrequency);
     AddTechnical(grid, QStringLiteral("infoBitrate"), tr("Bitrate"), &TechnicalTexts::infoBitrate);
     AddTechnical(grid, QStringLiteral("infoDuration"), tr("Duration"), &TechnicalTexts::infoDuration);
     AddTechnical(grid, QStringLiteral("infoChannels"), tr("Channels"), &TechnicalTexts::infoChannels);
     AddTechnical(grid, QStringLiteral("infoSamples"), tr("Samples"), &TechnicalTexts::infoSamples);
     AddTechnical(grid, QStringLiteral("infoSize"), tr("File size"), &TechnicalTexts::infoSize);
-    AddTechnical(grid, QStringLiteral("infoBitsPerSample"), tr("Bits per sample"),
+    AddTechnical(grid, QStringLiteral("infoBitsPerSample"), tr("Bits/sample"),
                  &TechnicalTexts::infoBitsPerSample);
     AddTechnical(grid, QStringLiteral("infoFormatTag"), tr("Format tag"), &TechnicalTexts::infoFormatTag);
     return panel;
@@ -204,7 +216,8 @@ void FrmInfo::MakeKeys() {
 
 void FrmInfo::ShowFile() {
     const QScopedValueRollback filling(isFilling_, true);
-    aFile_->setText(editor_.AFile());
+    aFile_->setText(editor_.AFile()); // whose end, the name, stays in sight
+    aFile_->setToolTip(editor_.AFile());
     for (const TextField& field : texts_) {
         ShowText(field.box, editor_.Controls().*field.text);
     }

@@ -61,6 +61,25 @@ TEST_F(FrmInfoTest, ShowsTheTagAndTheSound) {
     hand.Keep(QStringLiteral("frmInfo"));
 }
 
+// As large as the numbers and texts of a long recording get.
+TEST_F(FrmInfoTest, LongTextsFit) {
+    FakeAudioInformation::Probe& probe = information.files[QStringLiteral("/music/two.mp3")];
+    probe.formatString = QStringLiteral("Windows Media Audio V2, 44,100 Hz, 192 KBPS, Stereo");
+    probe.bitrateBps = 1536000;
+    probe.durationMs = 35999999;
+    probe.sampleRateHz = 192000;
+    probe.fileSizeBytes = 4294967295;
+    probe.formatTag = 65534;
+    Stored("/music/two.mp3").comment =
+        QStringLiteral("Taken down on the outer pier, with the wind from the north");
+    Open();
+    hand.ExpectNothingCutOff();
+    const auto* format = hand.Find<QLabel>(QStringLiteral("infoFormatString"));
+    EXPECT_LE(format->heightForWidth(format->width()), format->height());
+    EXPECT_EQ(hand.Find<QLineEdit>(QStringLiteral("infoComment"))->cursorPosition(), 0);
+    hand.Keep(QStringLiteral("frmInfo-long"));
+}
+
 TEST_F(FrmInfoTest, NamesAndRoomForWords) {
     Open();
     hand.ExpectNames();
