@@ -5,6 +5,7 @@
 #include <QElapsedTimer>
 #include <QTextStream>
 
+#include <algorithm>
 #include <memory>
 
 namespace kestrune {
@@ -13,7 +14,22 @@ namespace {
 
 constexpr qint32 wholeFiles = -1;
 
-Outcome CopySamples(KSTAudioFile2& in, KSTAudioFile2& out) {
+// The longest times between two places where a window would let its events run.
+class Waits {
+public:
+    Waits() { clock_.start(); }
+    void EventsRun() {
+        longestNs_ = std::max(longestNs_, clock_.nsecsElapsed());
+        clock_.start();
+    }
+    double LongestMs() const { return static_cast<double>(longestNs_) / 1e6; }
+
+private:
+    QElapsedTimer clock_;
+    qint64 longestNs_ = 0;
+};
+
+Outcome CopySamples(KSTAudioFile2& in, KSTAudioFile2& out, Waits& waits) {
     out.SetSourceFormat(in.GetWaveFormat(), in.GetChannels());
     const qint64 blockBytes = static_cast<qint64>(in.GetChannels()) * in.GetWaveFormat();
     for (QByteArray block = in.ReadBlock(blockBytes); !block.isEmpty(); block = in.ReadBlock(blockBytes)) {
@@ -21,11 +37,13 @@ Outcome CopySamples(KSTAudioFile2& in, KSTAudioFile2& out) {
             out.CloseFile();
             return outcome;
         }
+        waits.EventsRun();
     }
     return out.CloseFile();
 }
 
-Outcome ConvertOne(KSTAudioFile2& in, KSTAudioFile2& out, const QString& input, const OutputChoice& choice) {
+Outcome ConvertOne(KSTAudioFile2& in, KSTAudioFile2& out, const QString& input, const OutputChoice& choice,
+                   Waits& waits) {
     if (const Outcome outcome = SetFormat(out, choice.format); outcome != Outcome::Ok) {
         return outcome;
     }
@@ -33,7 +51,7 @@ Outcome ConvertOne(KSTAudioFile2& in, KSTAudioFile2& out, const QString& input, 
         return outcome;
     }
     const Outcome created = out.Create(choice.file, 0);
-    const Outcome outcome = created == Outcome::Ok ? CopySamples(in, out) : created;
+    const Outcome outcome = created == Outcome::Ok ? CopySamples(in, out, waits) : created;
     in.CloseFile();
     return outcome;
 }
@@ -56,10 +74,11 @@ int Convert(const QString& input, const std::vector<OutputChoice>& outputs,
     QTextStream errors(stderr);
     QTextStream times(stdout);
     int failures = 0;
+    Waits waits;
     for (const OutputChoice& choice : outputs) {
         QElapsedTimer clock;
         clock.start();
-        const Outcome outcome = ConvertOne(*in, *out, input, choice);
+        const Outcome outcome = ConvertOne(*in, *out, input, choice, waits);
         if (outcome != Outcome::Ok) {
             ++failures;
             errors << choice.file << " as " << choice.format << ": outcome " << static_cast<int>(outcome)
@@ -67,6 +86,10 @@ int Convert(const QString& input, const std::vector<OutputChoice>& outputs,
         } else if (options.timed) {
             times << choice.format << ' ' << clock.elapsed() / 1000.0 << " s" << Qt::endl;
         }
+    }
+    waits.EventsRun();
+    if (options.timed) {
+        times << "longest wait of an event " << waits.LongestMs() << " ms" << Qt::endl;
     }
     return failures;
 }
