@@ -23,6 +23,12 @@ bool IsOneOf(const std::array<qint32, Count>& values, qint32 value) {
     return std::find(values.begin(), values.end(), value) != values.end();
 }
 
+// As far as rates of headerless files are taken for reading.
+bool IsRate(qint32 frequency) {
+    constexpr qint32 highestHz = 1000000;
+    return frequency > 0 && frequency <= highestHz;
+}
+
 bool IsMonoOrStereo(qint32 channels) {
     return channels == 1 || channels == 2;
 }
@@ -56,7 +62,7 @@ Outcome CodecFile::SetFormatFromFile(const QString& file) {
 }
 
 Outcome CodecFile::SetFormatPCMFreq(qint32 frequency, qint32 channels, qint32 bits) {
-    const bool valid = frequency > 0 && IsMonoOrStereo(channels) && IsOneOf<4>({8, 16, 24, 32}, bits);
+    const bool valid = IsRate(frequency) && IsMonoOrStereo(channels) && IsOneOf<4>({8, 16, 24, 32}, bits);
     return Choose({FormatKind::Pcm, frequency, channels, bits, 0, RawPcm, 0}, valid);
 }
 
@@ -64,7 +70,7 @@ Outcome CodecFile::SetFormatRaw(qint32 type, qint32 frequency, qint32 channels, 
     const bool companded = type == RawALaw || type == RawMuLaw;
     // Companded samples have 8 bits, whatever the caller says.
     const qint32 storedBits = companded ? 8 : bits;
-    const bool valid = (companded || type == RawPcm) && frequency > 0 && IsMonoOrStereo(channels) &&
+    const bool valid = (companded || type == RawPcm) && IsRate(frequency) && IsMonoOrStereo(channels) &&
                        IsOneOf<4>({8, 16, 24, 32}, storedBits);
     headerless_.raw = {FormatKind::Raw, frequency, channels, storedBits, 0, type, 0};
     return Choose(headerless_.raw, valid);
@@ -75,17 +81,17 @@ Outcome CodecFile::SetFormatADPCM(qint32 frequency, qint32 channels) {
     headerless_.adpcm = format;
     // Headerless data of the coding has one channel.
     headerless_.adpcm.channels = 1;
-    return Choose(format, frequency > 0 && IsMonoOrStereo(channels));
+    return Choose(format, IsRate(frequency) && IsMonoOrStereo(channels));
 }
 
 Outcome CodecFile::SetFormatGSM(qint32 frequency) {
     headerless_.gsm = {FormatKind::Gsm, frequency, 1, 0, 0, RawPcm, 0};
-    return Choose(headerless_.gsm, frequency > 0);
+    return Choose(headerless_.gsm, IsRate(frequency));
 }
 
 Outcome CodecFile::SetFormatVOX(qint32 frequency) {
     headerless_.vox = {FormatKind::Vox, frequency, 1, 4, 0, RawPcm, 0};
-    return Choose(headerless_.vox, frequency > 0);
+    return Choose(headerless_.vox, IsRate(frequency));
 }
 
 Outcome CodecFile::SetFormatDSP() {
@@ -132,17 +138,17 @@ Outcome CodecFile::SetFormatWMA(qint32 profile) {
 
 Outcome CodecFile::SetFormatG721(qint32 frequency) {
     headerless_.g721 = {FormatKind::G721, frequency, 1, 4, 0, RawPcm, 0};
-    return Choose(headerless_.g721, frequency > 0);
+    return Choose(headerless_.g721, IsRate(frequency));
 }
 
 Outcome CodecFile::SetFormatG723(qint32 frequency, qint32 bits) {
     headerless_.g723 = {FormatKind::G723, frequency, 1, bits, 0, RawPcm, 0};
-    return Choose(headerless_.g723, frequency > 0 && (bits == 3 || bits == 5));
+    return Choose(headerless_.g723, IsRate(frequency) && (bits == 3 || bits == 5));
 }
 
 Outcome CodecFile::SetFormatG726(qint32 frequency, qint32 bits) {
     headerless_.g726 = {FormatKind::G726, frequency, 1, bits, 0, RawPcm, 0};
-    return Choose(headerless_.g726, frequency > 0 && bits >= 2 && bits <= 5);
+    return Choose(headerless_.g726, IsRate(frequency) && bits >= 2 && bits <= 5);
 }
 
 std::optional<OutputFormat> CodecFile::FormatFor(const QString& file) const {

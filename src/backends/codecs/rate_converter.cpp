@@ -16,7 +16,8 @@ namespace {
 constexpr int filterBits = 24;
 // The engine gives its output in bursts; this is beyond the longest.
 constexpr qint64 burstFrames = 16384;
-constexpr qint64 mostFramesAtOnce = 65536;
+// Of the output of one step.
+constexpr qint64 mostFramesAtOnce = 262144;
 
 } // namespace
 
@@ -66,9 +67,10 @@ bool RateConverter::Run(const float* samples, int frames, std::vector<float>& ou
 }
 
 bool RateConverter::Convert(const float* samples, qint64 frames, std::vector<float>& out) {
+    const qint64 stepFrames = std::clamp<qint64>(mostFramesAtOnce * fromHz_ / toHz_, 1, mostFramesAtOnce);
     out.clear();
     for (qint64 done = 0; done < frames;) {
-        const qint64 part = std::min(frames - done, mostFramesAtOnce);
+        const qint64 part = std::min(frames - done, stepFrames);
         takenFrames_ += part;
         qint64 got = 0;
         if (!Run(samples + done * channels_, static_cast<int>(part), out, got)) {

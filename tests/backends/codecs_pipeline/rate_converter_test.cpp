@@ -155,6 +155,12 @@ INSTANTIATE_TEST_SUITE_P(Down, RateConverterRatio, testing::ValuesIn(downward), 
 INSTANTIATE_TEST_SUITE_P(Up, RateConverterRatio, testing::ValuesIn(upward), RatioName);
 INSTANTIATE_TEST_SUITE_P(Down, RateConverterDown, testing::ValuesIn(downward), RatioName);
 
+TEST(RateConverter, TakesRatiosFarFromOne) {
+    EXPECT_EQ(Converted(std::vector<float>(100, 0.5F), 100, 192000, 1, 100).size(), 192000U);
+    EXPECT_EQ(Converted(std::vector<float>(1000000, 0.5F), 1000000, 8000, 1, 4096).size(), 8000U);
+    EXPECT_EQ(Converted(std::vector<float>(3, 0.5F), 1, 44100, 1, 3).size(), 132300U);
+}
+
 TEST(RateConverter, KeepsTheChannelsApart) {
     const std::vector<float> left = Tone(997, 48000, 48000);
     std::vector<float> both;

@@ -79,6 +79,35 @@ TEST_F(Writing, RefusedFormatLeavesNone) {
     EXPECT_FALSE(Exists("a.wav"));
 }
 
+TEST_F(Writing, RatesBeyondAllSenseAreRefused) {
+    for (const qint32 rateHz : {-1, 0, 1000001, 2147483647}) {
+        EXPECT_EQ(file_.SetFormatPCMFreq(rateHz, 2, 16), Outcome::NotSupported);
+        EXPECT_EQ(file_.SetFormatRaw(RawALaw, rateHz, 2, 16), Outcome::NotSupported);
+        EXPECT_EQ(file_.SetFormatADPCM(rateHz, 2), Outcome::NotSupported);
+        EXPECT_EQ(file_.SetFormatGSM(rateHz), Outcome::NotSupported);
+        EXPECT_EQ(file_.SetFormatVOX(rateHz), Outcome::NotSupported);
+        EXPECT_EQ(file_.SetFormatG721(rateHz), Outcome::NotSupported);
+        EXPECT_EQ(file_.SetFormatG723(rateHz, 3), Outcome::NotSupported);
+        EXPECT_EQ(file_.SetFormatG726(rateHz, 2), Outcome::NotSupported);
+        EXPECT_EQ(file_.SetFormatMP3(rateHz, 128, 2), Outcome::NotSupported);
+        EXPECT_EQ(file_.SetFormatMP2(rateHz, 192, 2), Outcome::NotSupported);
+        EXPECT_EQ(file_.SetFormatOggVorbis(rateHz, 2, 128, 0, 0, -1), Outcome::NotSupported);
+        EXPECT_TRUE(file_.GetFormatText().isEmpty());
+    }
+}
+
+TEST_F(Writing, SourceRateBeyondAllSenseDoesNoHarm) {
+    ASSERT_EQ(file_.SetFormatPCMFreq(8000, 2, 16), Outcome::Ok);
+    for (const qint32 rateHz : {2147483647, 1999999999}) {
+        ASSERT_EQ(file_.Create(Path("a.wav")), Outcome::Ok);
+        file_.SetSourceFormat(rateHz, 2);
+        file_.WriteBlock(samples_);
+        file_.CloseFile();
+        EXPECT_LT(file_.GetFormatId(), 0);
+        EXPECT_LT(Read("a.wav").size(), 1000);
+    }
+}
+
 TEST_F(Writing, TargetThatCannotBeWrittenIsRefused) {
     ASSERT_EQ(file_.SetFormatPCMFreq(44100, 2, 16), Outcome::Ok);
     EXPECT_EQ(file_.Create(Path("none/a.wav")), Outcome::WriteFailed);
