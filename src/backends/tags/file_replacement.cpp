@@ -22,6 +22,8 @@ namespace kestrune {
 namespace {
 
 constexpr size_t blockBytes = 256 * 1024;
+// Leftovers of killed processes may have taken some.
+constexpr int mostNames = 1000;
 
 bool WriteAll(int file, const char* bytes, qint64 count) {
     while (count > 0) {
@@ -94,14 +96,33 @@ Outcome FileReplacement::Begin() {
         return Outcome::WriteFailed;
     }
     oldSizeBytes_ = facts.st_size;
-    QByteArray name = folder_ + replacementPrefix + "XXXXXX" + replacementSuffix;
-    to_ = ::mkostemps(name.data(), static_cast<int>(std::strlen(replacementSuffix)), O_CLOEXEC);
+    // Without a name until it is whole, where the file system can do that: then a kill leaves nothing behind.
+    to_ = ::open(folder_.constData(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0600);
+    if (to_ < 0) {
+        QByteArray name = folder_ + replacementPrefix + "XXXXXX" + replacementSuffix;
+        to_ = ::mkostemps(name.data(), static_cast<int>(std::strlen(replacementSuffix)), O_CLOEXEC);
+        temporary_ = to_ < 0 ? QByteArray() : name;
+    }
     if (to_ < 0) {
         qCDebug(logTags) << "no file can be made in" << folder_;
         return Outcome::WriteFailed;
     }
-    temporary_ = name;
     return Outcome::Ok;
+}
+
+// A rename needs a name to start from.
+bool FileReplacement::NameIt() {
+    const QByteArray nameless = "/proc/self/fd/" + QByteArray::number(to_);
+    for (int number = 0; temporary_.isEmpty() && number < mostNames; ++number) {
+        const QByteArray name = folder_ + replacementPrefix + QByteArray::number(::getpid()) + '-' +
+                                QByteArray::number(number) + replacementSuffix;
+        if (::linkat(AT_FDCWD, nameless.constData(), AT_FDCWD, name.constData(), AT_SYMLINK_FOLLOW) == 0) {
+            temporary_ = name;
+        } else if (errno != EEXIST) {
+            return false;
+        }
+    }
+    return !temporary_.isEmpty();
 }
 
 Outcome FileReplacement::Fill(const FilePieces& pieces) {
@@ -171,7 +192,7 @@ bool FileReplacement::TakeOverAttributes() {
 }
 
 Outcome FileReplacement::Commit() {
-    if (to_ < 0 || !TakeOverAttributes() || ::fsync(to_) != 0 ||
+    if (to_ < 0 || !TakeOverAttributes() || ::fsync(to_) != 0 || !NameIt() ||
         ::rename(temporary_.constData(), target_.constData()) != 0) {
         qCDebug(logTags) << "cannot replace" << target_;
         return Outcome::WriteFailed;

@@ -13,11 +13,11 @@ namespace kestrune {
 inline constexpr const char* replacementPrefix = ".kestrune-";
 inline constexpr const char* replacementSuffix = ".saving";
 
-// The new file comes about beside the old one, under a hidden name, and takes its place only when all of it
-// is on the disk: whatever ends the process or the machine, there is the old file or the new one. A link is
-// followed and stays. Permissions, access lists and other attributes go over to the new file, and the owner
-// as far as the system allows it. Call order: Begin, then Fill and whatever is done to Descriptor, then
-// Commit; an object that goes away without leaves no trace. One thread.
+// The new file comes about beside the old one, without a name or under a hidden one, and takes its place only
+// when all of it is on the disk: whatever ends the process or the machine, there is the old file or the new
+// one. A link is followed and stays. Permissions, access lists and other attributes go over to the new file,
+// and the owner as far as the system allows it. Call order: Begin, then Fill and whatever is done to
+// Descriptor, then Commit; an object that goes away without leaves no trace. One thread.
 class FileReplacement {
 public:
     explicit FileReplacement(const QString& path);
@@ -38,6 +38,7 @@ public:
 private:
     bool CopyRange(qint64 offset, qint64 lengthBytes);
     bool CopyByBlocks(qint64 offset, qint64 lengthBytes);
+    bool NameIt();
     bool TakeOverAttributes();
     void CloseAll();
 

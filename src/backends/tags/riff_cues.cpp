@@ -89,7 +89,7 @@ void Put(RiffList& texts, const char* kind, quint32 number, const QByteArray& co
         while (QByteArray(kind) == label && place > 0 && texts.items[place - 1].id != label) {
             --place;
         }
-        texts.items.insert(place, {kind, content, '\0'});
+        texts.items.insert(place, {kind, content});
     }
 }
 

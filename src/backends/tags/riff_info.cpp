@@ -66,7 +66,7 @@ void SetText(RiffList& info, const Names& names, const QString& text) {
         if (told >= 0) {
             info.items[told].content = TextBytes(text);
         } else {
-            info.items.append({names.front(), TextBytes(text), '\0'});
+            info.items.append({names.front(), TextBytes(text)});
         }
     }
     const auto standsForIt = [&names](const RiffItem& item) {

@@ -28,9 +28,9 @@ RiffList ParseRiffList(const QByteArray& content) {
         item.id = content.mid(at, 4);
         item.content = content.mid(at + headBytes, sizeBytes);
         at += headBytes + sizeBytes;
-        if ((sizeBytes & 1) != 0 && at < content.size()) {
-            item.padding = content[at];
-            ++at;
+        if ((sizeBytes & 1) != 0) {
+            item.padding = content.mid(at, 1);
+            at += item.padding.size();
         }
         list.items.append(item);
     }
@@ -44,8 +44,9 @@ QByteArray RenderRiffList(const RiffList& list) {
         QByteArray size(4, Qt::Uninitialized);
         qToLittleEndian(static_cast<quint32>(item.content.size()), size.data());
         content += item.id + size + item.content;
+        const bool last = &item == &list.items.back() && list.rest.isEmpty();
         if ((item.content.size() & 1) != 0) {
-            content += item.padding;
+            content += item.padding.isEmpty() && !last ? QByteArray(1, '\0') : item.padding;
         }
     }
     return content + list.rest;

@@ -10,7 +10,8 @@ namespace kestrune {
 struct RiffItem {
     QByteArray id; // four letters
     QByteArray content;
-    char padding = '\0'; // the byte behind a content of odd size
+    // The byte behind a content of odd size. Some writers leave the last one out.
+    QByteArray padding = QByteArray(1, '\0');
 };
 
 // What nobody changes is written as it was read.
