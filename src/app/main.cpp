@@ -6,6 +6,7 @@
 #include "app/prompt_dialogs.h"
 #include "app/start_up.h"
 #include "app/system_clock.h"
+#include "app/tag_editor_opener.h"
 #include "app/tool_window_dialogs.h"
 #include "backends/codecs/codec_file.h"
 #include "backends/codecs/stereo_to_mono.h"
@@ -80,6 +81,8 @@ int main(int argc, char** argv) {
     ToolWindowDialogs tools(state);
     const ConverterOpener converter({state, rows, prompts, pending, clock, MakeAudioFile});
     tools.SetShowing(ToolWindow::ConverterfrmDialog, [&converter](QWidget* owner) { converter.Show(owner); });
+    const TagEditorOpener tagEditor({state, rows, prompts, MakeAudioInformation});
+    tools.SetShowing(ToolWindow::frmInfo, [&tagEditor](QWidget* owner) { tagEditor.Show(owner); });
     MenuRouting routing(state, transport, rows, tools, prompts);
     VolumeKnob knob{KnobGeometry{}};
     ListTip listTip(clock);
