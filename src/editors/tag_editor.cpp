@@ -100,8 +100,10 @@ void TagEditor::ImageinPath() {
     choice.title = openTitle;
     choice.filter = openFilter;
     choice.mustExist = true;
-    QString name;
-    SplitPath(aFile_, choice.startFolder, name);
+    if (!aFile_.isEmpty()) {
+        QString name;
+        SplitPath(aFile_, choice.startFolder, name);
+    }
     const QString chosen = parts_.prompts.ChooseFiles(choice).value(0);
     if (chosen.isEmpty()) {
         return;

@@ -175,12 +175,20 @@ TEST_F(FrmInfoTest, TheOptionsShowTheOtherTag) {
     QTest::mouseClick(Option(1), Qt::LeftButton, {}, {7, Option(1)->height() / 2});
     EXPECT_EQ(hand.BoxText("infoTitle"), QStringLiteral("Harbour steps (long)"));
     EXPECT_EQ(Genre()->currentIndex(), -1);
+    EXPECT_FALSE(Option(0)->isChecked());
     Option(1)->setFocus();
     QTest::keyClick(Option(1), Qt::Key_Left);
     EXPECT_TRUE(Option(0)->isChecked());
     EXPECT_EQ(hand.BoxText("infoTitle"), QStringLiteral("Harbour steps"));
     EXPECT_EQ(information.calls.filter(QStringLiteral("SetTagVersion")),
               QStringList({"SetTagVersion 2", "SetTagVersion 1"}));
+}
+
+TEST_F(FrmInfoTest, FillingWithTheOtherTagIsNoEdit) {
+    Open();
+    Option(1)->click();
+    EXPECT_EQ(hand.BoxText("infoTitle"), QStringLiteral("Harbour steps (long)"));
+    EXPECT_FALSE(IsUpdateEnabled());
 }
 
 TEST_F(FrmInfoTest, TheFolderKeyAsksForAnotherFile) {

@@ -272,6 +272,18 @@ TEST_F(TagEditorTest, AskingForAnotherFile) {
     EXPECT_EQ(information.calls.size(), 1);
 }
 
+TEST_F(TagEditorTest, WithoutAFileTheChoiceBeginsInTheCurrentFolder) {
+    rows.Clear();
+    editor.Load();
+    EXPECT_EQ(editor.AFile(), QString());
+    editor.ImageinPath();
+    EXPECT_EQ(prompts.choices[0].startFolder, QString());
+    editor.Previous();
+    EXPECT_EQ(editor.CurrentRowIndex(), 1);
+    editor.Next();
+    EXPECT_EQ(editor.CurrentRowIndex(), 1);
+}
+
 TEST_F(TagEditorTest, AnotherFileKeepsTheRowWhichItRenames) {
     editor.Load();
     prompts.filesToChoose = {{QStringLiteral("/other/three.ogg")}};
