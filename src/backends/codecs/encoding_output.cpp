@@ -56,6 +56,7 @@ Outcome EncodingOutput::OpenAhead(const QString& path, const OutputFormat& forma
     format_ = format;
     open_ = true;
     pool_->Prefer(ahead.job);
+    pool_->MoveTo(ahead.job, file_.Device());
     return Outcome::Ok;
 }
 
@@ -80,33 +81,13 @@ Outcome EncodingOutput::Write(const QByteArray& block) {
 }
 
 Outcome EncodingOutput::WriteAhead(const QByteArray& block) {
-    if (outcome_ != Outcome::Ok) {
-        return outcome_;
-    }
     if (!IsNextAhead(block)) {
         const Outcome outcome = EncodeAnew();
         return outcome == Outcome::Ok ? WriteInPool(block) : outcome;
     }
     ++blocks_;
-    if (pool_->WaitForBlocks(ahead_->job, blocks_ - blocksBehind) != Outcome::Ok) {
-        return EncodeAnew();
-    }
-    if (!pool_->IsFinished(ahead_->job)) {
-        return Outcome::Ok;
-    }
-    // Stored in step with the blocks, so that Close has little left to do.
-    const auto share = static_cast<double>(blocks_) / static_cast<double>(ahead_->blocks->size());
-    const auto wholeBytes = static_cast<double>(pool_->FileBytes(ahead_->job).size());
-    return StoreAhead(static_cast<qint64>(share * wholeBytes));
-}
-
-// Brings the file to so many bytes of what was encoded ahead.
-Outcome EncodingOutput::StoreAhead(qint64 bytes) {
-    const qint64 more = bytes - storedBytes_;
-    const char* const from = pool_->FileBytes(ahead_->job).constData() + storedBytes_;
-    outcome_ = file_.Device().write(from, more) == more ? Outcome::Ok : Outcome::WriteFailed;
-    storedBytes_ = bytes;
-    return outcome_;
+    const Outcome outcome = pool_->WaitForBlocks(ahead_->job, blocks_ - blocksBehind);
+    return outcome == Outcome::Ok ? outcome : EncodeAnew();
 }
 
 Outcome EncodingOutput::WriteInPool(const QByteArray& block) {
@@ -141,9 +122,6 @@ Outcome EncodingOutput::EncodeAnew() {
 }
 
 Outcome EncodingOutput::CloseAhead() {
-    if (outcome_ != Outcome::Ok) {
-        return outcome_;
-    }
     // A file that was stopped ends where its writer stands, unless its encoder is further already.
     const bool fits = source_ == ahead_->source && (blocks_ == static_cast<qint64>(ahead_->blocks->size()) ||
                                                     pool_->EndAfter(ahead_->job, blocks_));
@@ -151,7 +129,7 @@ Outcome EncodingOutput::CloseAhead() {
         const Outcome outcome = EncodeAnew();
         return outcome == Outcome::Ok ? CloseInPool() : outcome;
     }
-    return StoreAhead(pool_->FileBytes(ahead_->job).size());
+    return Outcome::Ok;
 }
 
 Outcome EncodingOutput::CloseInPool() {

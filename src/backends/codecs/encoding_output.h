@@ -41,7 +41,6 @@ public:
 private:
     bool IsNextAhead(const QByteArray& block) const;
     Outcome WriteAhead(const QByteArray& block);
-    Outcome StoreAhead(qint64 bytes);
     Outcome WriteInPool(const QByteArray& block);
     Outcome CloseAhead();
     Outcome CloseInPool();
@@ -58,8 +57,7 @@ private:
     std::unique_ptr<EncodingPipeline> pipeline_; // until the pool has it
     EncodingJobPtr job_;
     qint64 blocks_ = 0;             // given to the job, or found to be those encoded ahead
-    qint64 storedBytes_ = 0;        // of what was encoded ahead
-    Outcome outcome_ = Outcome::Ok; // of that, and of encoding anew
+    Outcome outcome_ = Outcome::Ok; // of encoding anew
 };
 
 } // namespace kestrune

@@ -1,8 +1,7 @@
 #include "backends/codecs/encoding_pool.h"
 
-#include <QBuffer>
-
 #include <algorithm>
+#include <utility>
 
 namespace kestrune {
 
@@ -37,8 +36,7 @@ EncodingJobPtr EncodingPool::Added(std::unique_ptr<EncodingPipeline> pipeline, b
     job->pipeline_ = std::move(pipeline);
     job->begun_ = begun;
     if (!begun) {
-        job->memory_ = std::make_unique<QBuffer>();
-        job->memory_->open(QIODevice::ReadWrite);
+        job->device_ = std::make_unique<MovingDevice>();
     }
     {
         const std::lock_guard lock(mutex_);
@@ -99,16 +97,34 @@ void EncodingPool::Prefer(const EncodingJobPtr& job) {
     preferred_ = job;
 }
 
+void EncodingPool::MoveTo(const EncodingJobPtr& job, QIODevice& target) {
+    {
+        const std::lock_guard lock(mutex_);
+        job->target_ = &target;
+        job->hasMoved_ = true;
+        // A finished job was let go.
+        if (std::find(jobs_.begin(), jobs_.end(), job) == jobs_.end()) {
+            jobs_.push_back(job);
+        }
+    }
+    wanted_.notify_one();
+}
+
 void EncodingPool::Drop(const EncodingJobPtr& job) {
     // Freed outside the lock, which the threads wait for.
     std::deque<QByteArray> waiting;
-    const std::lock_guard lock(mutex_);
+    std::unique_lock lock(mutex_);
     job->over_ = true;
     job->outcome_ = Outcome::NotOpen;
+    job->target_ = nullptr;
     waiting.swap(job->waiting_);
     std::erase(jobs_, job);
     if (preferred_ == job) {
         preferred_.reset();
+    }
+    if (job->hasMoved_) {
+        moved_.wait(lock, [&] { return !job->held_; });
+        job->pipeline_.reset();
     }
 }
 
@@ -125,22 +141,17 @@ Outcome EncodingPool::WaitForBlocks(const EncodingJobPtr& job, qint64 blocks) {
 
 Outcome EncodingPool::WaitForEnd(const EncodingJobPtr& job) {
     std::unique_lock lock(mutex_);
-    moved_.wait(lock, [&] { return job->over_ && !job->held_; });
+    moved_.wait(lock, [&] { return job->over_ && !job->held_ && job->target_ == nullptr; });
     return job->outcome_;
-}
-
-bool EncodingPool::IsFinished(const EncodingJobPtr& job) {
-    const std::lock_guard lock(mutex_);
-    return job->over_ && !job->held_ && job->outcome_ == Outcome::Ok;
-}
-
-const QByteArray& EncodingPool::FileBytes(const EncodingJobPtr& job) const {
-    return job->memory_->data();
 }
 
 EncodingJobPtr EncodingPool::Pick() const {
     const auto canRun = [](const EncodingJobPtr& job) {
-        return job && !job->held_ && !job->over_ && (!job->begun_ || !job->waiting_.empty() || job->ended_);
+        if (!job || job->held_) {
+            return false;
+        }
+        const bool hasBlocks = !job->begun_ || !job->waiting_.empty() || job->ended_;
+        return job->target_ != nullptr || (!job->over_ && hasBlocks);
     };
     if (canRun(preferred_)) {
         return preferred_;
@@ -171,55 +182,65 @@ void EncodingPool::Work() {
             continue;
         }
         RunOnce(lock, *job);
-        if (job->over_) {
+        if (job->over_ && job->target_ == nullptr) {
             std::erase(jobs_, job);
         }
     }
 }
 
-// One step of a job: its begin, a block, or its end. The lock is given up meanwhile.
+// What a step came to.
+void EncodingPool::Settle(EncodingJob& job, Outcome outcome, bool isOver) {
+    job.held_ = false;
+    job.begun_ = true;
+    job.over_ = job.over_ || isOver || outcome != Outcome::Ok;
+    if (outcome != Outcome::Ok) {
+        job.outcome_ = outcome;
+        job.target_ = nullptr;
+        job.waiting_.clear();
+    }
+    moved_.notify_all();
+    // A block that came meanwhile woke a thread that could not take this job.
+    wanted_.notify_one();
+}
+
+// One step of a job: its begin, its move, a block, or its end. The lock is given up meanwhile.
 void EncodingPool::RunOnce(std::unique_lock<std::mutex>& lock, EncodingJob& job) {
     job.held_ = true;
+    QIODevice* const target = job.begun_ ? std::exchange(job.target_, nullptr) : nullptr;
     const bool begins = !job.begun_;
+    const bool encodes = target == nullptr && !begins && !job.waiting_.empty();
+    const bool finishes = target == nullptr && !begins && !encodes;
     QByteArray block;
-    const bool encodes = !begins && !job.waiting_.empty();
     if (encodes) {
         block = std::move(job.waiting_.front());
         job.waiting_.pop_front();
         job.waitingBytes_ -= block.size();
     }
+    const qint64 bytes = block.size();
     lock.unlock();
     const auto start = Clock::now();
-    const qint64 bytes = block.size();
     Outcome outcome = Outcome::Ok;
-    if (begins) {
-        outcome = job.pipeline_->Begin(*job.memory_);
+    if (target != nullptr) {
+        outcome = job.device_->MoveTo(*target) ? Outcome::Ok : Outcome::WriteFailed;
+    } else if (begins) {
+        outcome = job.pipeline_->Begin(*job.device_);
     } else if (encodes) {
         outcome = job.pipeline_->Write(block);
     } else {
         outcome = job.pipeline_->Finish();
     }
     block.clear();
-    if (outcome != Outcome::Ok || (!begins && !encodes)) {
+    if (outcome != Outcome::Ok || finishes) {
         job.pipeline_.reset();
     }
     const auto spent = Clock::now() - start;
     lock.lock();
-    job.held_ = false;
-    job.begun_ = true;
-    job.over_ = job.over_ || outcome != Outcome::Ok || (!begins && !encodes);
-    if (outcome != Outcome::Ok) {
-        job.outcome_ = outcome;
-        job.waiting_.clear();
-    }
     if (encodes) {
         ++job.encodedBlocks_;
         job.encodedBytes_ += bytes;
         job.spent_ += spent;
     }
-    moved_.notify_all();
-    // A block that came meanwhile woke a thread that could not take this job.
-    wanted_.notify_one();
+    Settle(job, outcome, finishes);
 }
 
 } // namespace kestrune

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "backends/codecs/encoding_pipeline.h"
+#include "backends/codecs/moving_device.h"
 
 #include <QByteArray>
 
@@ -13,7 +14,7 @@
 #include <thread>
 #include <vector>
 
-class QBuffer;
+class QIODevice;
 
 namespace kestrune {
 
@@ -29,15 +30,17 @@ private:
     friend class EncodingPool;
 
     // Of the thread that holds the job, and of the caller once it is over.
-    std::unique_ptr<QBuffer> memory_; // what a job without a file of its own writes to
+    std::unique_ptr<MovingDevice> device_; // what a job in memory writes to
     std::unique_ptr<EncodingPipeline> pipeline_;
 
     // Under the pool's lock.
     std::deque<QByteArray> waiting_;
     bool begun_ = false;
-    bool ended_ = false; // no block follows those that wait
-    bool held_ = false;  // by a thread
-    bool over_ = false;  // finished, failed or dropped
+    bool ended_ = false;          // no block follows those that wait
+    bool held_ = false;           // by a thread
+    bool over_ = false;           // finished, failed or dropped
+    QIODevice* target_ = nullptr; // where it is to move
+    bool hasMoved_ = false;       // or is to
     Outcome outcome_ = Outcome::Ok;
     qint64 encodedBlocks_ = 0;
     qint64 waitingBytes_ = 0;
@@ -68,7 +71,11 @@ public:
     // No block follows.
     void End(const EncodingJobPtr& job);
     void Prefer(const EncodingJobPtr& job);
-    // Only of a job in memory: gives up what is not encoded, without waiting.
+    // Once, of a job in memory: all it wrote and will write goes to `target`, which is
+    // empty and lives until WaitForEnd or Drop has returned. Not waited for.
+    void MoveTo(const EncodingJobPtr& job, QIODevice& target);
+    // Only of a job that began in memory: gives up what is not encoded. Waits for the block that is being
+    // encoded only if the job was to move.
     void Drop(const EncodingJobPtr& job);
 
     // Ends a job behind so many blocks. False, and nothing is done, if it went further already.
@@ -80,16 +87,13 @@ public:
     Outcome WaitForBlocks(const EncodingJobPtr& job, qint64 blocks);
     // After End, until the file is finished.
     Outcome WaitForEnd(const EncodingJobPtr& job);
-    // True when WaitForEnd would not have to wait, and would give Ok.
-    bool IsFinished(const EncodingJobPtr& job);
-    // Of a job in memory that is finished.
-    const QByteArray& FileBytes(const EncodingJobPtr& job) const;
 
 private:
     EncodingJobPtr Added(std::unique_ptr<EncodingPipeline> pipeline, bool begun);
     void Work();
     EncodingJobPtr Pick() const;
     void RunOnce(std::unique_lock<std::mutex>& lock, EncodingJob& job);
+    void Settle(EncodingJob& job, Outcome outcome, bool isOver);
 
     std::mutex mutex_;
     std::condition_variable wanted_; // there is work, or the end

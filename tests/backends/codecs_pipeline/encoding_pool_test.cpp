@@ -55,6 +55,15 @@ std::unique_ptr<EncodingPipeline> Piped(std::unique_ptr<SampleEncoder> encoder) 
     return std::make_unique<EncodingPipeline>(std::move(encoder));
 }
 
+// The file of a job in memory.
+QByteArray FileOf(EncodingPool& pool, const EncodingJobPtr& job) {
+    QBuffer out;
+    out.open(QIODevice::ReadWrite);
+    pool.MoveTo(job, out);
+    EXPECT_EQ(pool.WaitForEnd(job), Outcome::Ok);
+    return out.data();
+}
+
 QByteArray Block(int number) {
     return BytesOf(NoiseAndTones(500, 1, 8000, static_cast<quint32>(number)));
 }
@@ -76,9 +85,48 @@ TEST(EncodingPool, BlocksOfAJobKeepTheirOrder) {
     }
     for (const EncodingJobPtr& job : jobs) {
         pool.End(job);
-        ASSERT_EQ(pool.WaitForEnd(job), Outcome::Ok);
-        EXPECT_EQ(pool.FileBytes(job), expected + "end");
+        EXPECT_EQ(FileOf(pool, job), expected + "end");
     }
+}
+
+TEST(EncodingPool, JobsMoveAtAnyTime) {
+    EncodingPool pool(2);
+    QByteArray expected;
+    for (int block = 0; block < 30; ++block) {
+        expected += Block(block);
+    }
+    for (int moving = 0; moving <= 30; moving += 3) {
+        QBuffer out;
+        ASSERT_TRUE(out.open(QIODevice::ReadWrite));
+        const EncodingJobPtr job = pool.AddInMemory(Piped(std::make_unique<GatedEncoder>()));
+        pool.Push(job, Block(0));
+        EXPECT_EQ(pool.WaitForBlocks(job, 1), Outcome::Ok);
+        for (int block = 1; block < 30; ++block) {
+            if (block == moving) {
+                pool.MoveTo(job, out);
+            }
+            pool.Push(job, Block(block));
+        }
+        pool.End(job);
+        if (moving == 0 || moving == 30) {
+            EXPECT_EQ(pool.WaitForEnd(job), Outcome::Ok);
+            pool.MoveTo(job, out);
+        }
+        EXPECT_EQ(pool.WaitForEnd(job), Outcome::Ok);
+        EXPECT_EQ(out.data(), expected + "end") << moving;
+    }
+}
+
+TEST(EncodingPool, MoveThatFailsIsTold) {
+    EncodingPool pool(2);
+    QBuffer closed;
+    const EncodingJobPtr job = pool.AddInMemory(Piped(std::make_unique<GatedEncoder>()));
+    pool.Push(job, Block(0));
+    EXPECT_EQ(pool.WaitForBlocks(job, 1), Outcome::Ok);
+    pool.MoveTo(job, closed);
+    pool.Push(job, Block(1));
+    pool.End(job);
+    EXPECT_EQ(pool.WaitForEnd(job), Outcome::WriteFailed);
 }
 
 TEST(EncodingPool, WritesToTheDeviceOfABegunJob) {
