@@ -1,0 +1,148 @@
+// What saving leaves in files that TagLib writes: pictures, fields unknown here, the other tags.
+#include "backends/tag_writing/chunk_builder.h"
+#include "backends/tag_writing/tag_judges.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+
+#include <utility>
+
+namespace kestrune {
+
+namespace {
+
+class TagLibKeeping : public testing::Test {
+protected:
+    QString Encoded(const char* name, const char* options) {
+        return made_.Encode(QLatin1String(name),
+                            QString::fromLatin1(options).split(QLatin1Char(' '), Qt::SkipEmptyParts));
+    }
+
+    // With a picture, as players keep the cover.
+    QString WithPicture(const char* name, const char* options) {
+        const QString picture = made_.Path(QStringLiteral("cover.png"));
+        OutputOf(
+            QStringLiteral("ffmpeg"),
+            QStringLiteral("-v error -y -f lavfi -i testsrc=s=64x64 -frames:v 1").split(QLatin1Char(' ')) +
+                QStringList(picture));
+        const QString path = made_.Path(QLatin1String(name));
+        const QString all = QLatin1String("-map 0:a -map 1:v -c:v copy -disposition:v attached_pic ") +
+                            QLatin1String(options);
+        OutputOf(QStringLiteral("ffmpeg"),
+                 QStringList{QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-y"),
+                             QStringLiteral("-i"), made_.Source(), QStringLiteral("-i"), picture} +
+                     all.split(QLatin1Char(' '), Qt::SkipEmptyParts) + QStringList(path));
+        return path;
+    }
+
+    static QByteArray PictureSum(const QString& path) {
+        return OutputOf(
+                   QStringLiteral("ffmpeg"),
+                   QStringList{QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-i"), path} +
+                       QStringLiteral("-map 0:v -c copy -f streamhash -").split(QLatin1Char(' ')))
+            .value_or(QByteArray());
+    }
+
+    MadeFiles made_;
+};
+
+TEST_F(TagLibKeeping, PicturesStay) {
+    const std::pair<const char*, const char*> kinds[] = {
+        {"a.flac", ""}, {"a.m4a", ""}, {"a.mp3", "-id3v2_version 4"}};
+    for (const auto& [name, options] : kinds) {
+        SCOPED_TRACE(name);
+        const QString path = WithPicture(name, options);
+        const QByteArray before = PictureSum(path);
+        ASSERT_TRUE(before.contains("0,v,")) << before.constData();
+        ASSERT_EQ(SaveFields(path, UnicodeFields(), TagKind::Id3v2), Outcome::Ok);
+        EXPECT_EQ(PictureSum(path), before);
+        EXPECT_EQ(FieldsOf(path, TagKind::Id3v2).title, UnicodeFields().title);
+    }
+}
+
+// Comments as vorbiscomment lists them, their names in capitals, in order.
+QStringList Comments(const QString& path) {
+    const auto output =
+        OutputOf(QStringLiteral("vorbiscomment"), {QStringLiteral("-l"), QStringLiteral("-R"), path});
+    QStringList comments;
+    for (const QString& line : QString::fromUtf8(output.value_or(QByteArray())).split(QLatin1Char('\n'))) {
+        const qsizetype equals = line.indexOf(QLatin1Char('='));
+        if (equals > 0) {
+            comments << line.left(equals).toUpper() + line.mid(equals);
+        }
+    }
+    comments.sort();
+    return comments;
+}
+
+TEST_F(TagLibKeeping, AnotherProgramsOggCommentsStayAndItReadsTheNewOnes) {
+    const QString path = Encoded("a.ogg", "-t 1 -c:a libvorbis -map_metadata -1");
+    const QString list =
+        made_.Write(QStringLiteral("list.txt"),
+                    QString::fromUtf8("Title=Theirs\nmood=calm\nMOOD=bright\nTRACKNUMBER=2/9\n"
+                                      "replaygain_track_gain=-3.10 dB\nOrt=Zürich\nARTIST=One\n"
+                                      "ARTIST=Two\n")
+                        .toUtf8());
+    ASSERT_TRUE(OutputOf(QStringLiteral("vorbiscomment"),
+                         {QStringLiteral("-w"), QStringLiteral("-R"), QStringLiteral("-c"), list, path}));
+    TagFields fields = FieldsOf(path);
+    EXPECT_EQ(fields.title, QStringLiteral("Theirs"));
+    EXPECT_EQ(fields.track, 2);
+    QStringList wanted = Comments(path);
+    fields.title = QString::fromUtf8("Ωδή");
+    fields.track = 3;
+    fields.composer = QStringLiteral("Writer");
+    ASSERT_EQ(SaveFields(path, fields), Outcome::Ok);
+    wanted.removeOne(QStringLiteral("TITLE=Theirs"));
+    wanted.removeOne(QStringLiteral("TRACKNUMBER=2/9"));
+    wanted << QString::fromUtf8("TITLE=Ωδή") << QStringLiteral("TRACKNUMBER=3/9")
+           << QStringLiteral("COMPOSER=Writer");
+    wanted.sort();
+    EXPECT_EQ(Comments(path), wanted);
+    ASSERT_TRUE(OutputOf(QStringLiteral("vorbiscomment"),
+                         {QStringLiteral("-a"), QStringLiteral("-t"), QStringLiteral("ALBUM=Again"), path}));
+    EXPECT_EQ(FieldsOf(path).album, QStringLiteral("Again"));
+}
+
+TEST_F(TagLibKeeping, CommentsOfManyPagesKeepTheSound) {
+    const QString path = Encoded("long.ogg", "-t 2 -c:a libvorbis");
+    const QByteArray before = SoundSum(path);
+    TagFields fields = FieldsOf(path);
+    // A header of several pages, then one of a page again: all later pages are numbered anew twice.
+    for (const int length : {200000, 10}) {
+        fields.comment = QString(length, QLatin1Char('c'));
+        ASSERT_EQ(SaveFields(path, fields), Outcome::Ok);
+        EXPECT_EQ(FieldsOf(path).comment, fields.comment);
+        EXPECT_EQ(SoundSum(path), before);
+        const auto judged = OutputOf(QStringLiteral("ogginfo"), {path});
+        EXPECT_TRUE(judged && !judged->contains("WARNING") && !judged->contains("ERROR"));
+    }
+}
+
+TEST_F(TagLibKeeping, BlocksOfFlacStay) {
+    const QByteArray before = ContentOf(Encoded("a.flac", "-t 1"));
+    // An application's block behind the stream's own.
+    const QByteArray block = QByteArray(1, '\2') + Big(12, 3) + "riffunknown!";
+    const qsizetype behindInfo = 4 + 4 + 34;
+    const QString path =
+        made_.Write(QStringLiteral("b.flac"), before.left(behindInfo) + block + before.mid(behindInfo));
+    const QByteArray sound = SoundSum(path);
+    ASSERT_EQ(SaveFields(path, PlainFields()), Outcome::Ok);
+    EXPECT_TRUE(ContentOf(path).contains(block));
+    EXPECT_EQ(SoundSum(path), sound);
+}
+
+TEST_F(TagLibKeeping, UnknownAttributesOfWindowsMediaStay) {
+    const QString path = Encoded(
+        "a.wma", "-t 1 -b:a 64k -metadata title=Old -metadata WM/Mood=calm -metadata publisher=House");
+    ASSERT_EQ(SaveFields(path, UnicodeFields()), Outcome::Ok);
+    const QHash<QString, QString> tags = TagsByFfprobe(path);
+    EXPECT_EQ(tags.value(QStringLiteral("wm/mood")), QStringLiteral("calm"));
+    EXPECT_EQ(tags.value(QStringLiteral("publisher")), QStringLiteral("House"));
+    EXPECT_EQ(tags.value(QStringLiteral("title")), UnicodeFields().title);
+}
+
+} // namespace
+
+} // namespace kestrune
