@@ -4,6 +4,7 @@
 #include "backends/tags/bounded_file.h"
 #include "backends/tags/chunked_plan.h"
 #include "backends/tags/file_replacement.h"
+#include "backends/tags/flac_plan.h"
 #include "backends/tags/id3_plan.h"
 #include "backends/tags/logging.h"
 #include "backends/tags/tag_changes.h"
@@ -30,6 +31,9 @@ std::optional<SavePlan> PlanFor(BoundedFile& file, Container container, TagKind 
     }
     if (container == Container::Aiff) {
         return PlanAiff(file, from, to);
+    }
+    if (container == Container::Flac && IsPlainFlac(file)) {
+        return PlanFlac(file, from, to);
     }
     return std::nullopt;
 }

@@ -1,6 +1,9 @@
 #include "backends/tags/tag_writer.h"
 
 #include "backends/tags/tag_changes.h"
+#include "backends/tags/xiph_comments.h"
+
+#include <QtEndian>
 
 #include <taglib/apefile.h>
 #include <taglib/apetag.h>
@@ -8,12 +11,16 @@
 #include <taglib/flacfile.h>
 #include <taglib/mp4file.h>
 #include <taglib/mpcfile.h>
+#include <taglib/oggfile.h>
+#include <taglib/oggflacfile.h>
+#include <taglib/speexfile.h>
 #include <taglib/wavpackfile.h>
 #include <taglib/xiphcomment.h>
 
 #include <array>
 #include <functional>
 #include <initializer_list>
+#include <optional>
 #include <utility>
 
 namespace kestrune {
@@ -280,11 +287,73 @@ TagLib::APE::Tag* ApeTagOf(TagLib::File& tagged) {
     return nullptr;
 }
 
-TagLib::Ogg::XiphComment* XiphOf(TagLib::File& tagged) {
-    if (auto* flac = dynamic_cast<TagLib::FLAC::File*>(&tagged)) {
-        return flac->xiphComment(true);
+// Where the comments stand in an Ogg stream: a packet, and what is in front of them there.
+struct CommentPacket {
+    unsigned int number = 1;
+    QByteArray mark;
+};
+
+QByteArray PacketOf(TagLib::Ogg::File& ogg, unsigned int number) {
+    const TagLib::ByteVector packet = ogg.packet(number);
+    return {packet.data(), static_cast<qsizetype>(packet.size())};
+}
+
+// FLAC in Ogg has a block in each packet, with a head of four bytes: kind, and mark of the last one, and
+// size.
+std::optional<CommentPacket> FindFlacComments(TagLib::Ogg::File& ogg) {
+    constexpr unsigned int mostBlocks = 128;
+    for (unsigned int number = 1; number < mostBlocks; ++number) {
+        const QByteArray packet = PacketOf(ogg, number);
+        if (packet.size() < 4 || packet.startsWith('\xFF')) {
+            break;
+        }
+        if ((static_cast<unsigned char>(packet[0]) & 0x7FU) == 4) {
+            return CommentPacket{number, packet.left(4)};
+        }
+        if ((static_cast<unsigned char>(packet[0]) & 0x80U) != 0) {
+            break;
+        }
     }
-    return dynamic_cast<TagLib::Ogg::XiphComment*>(tagged.tag());
+    return std::nullopt;
+}
+
+std::optional<CommentPacket> FindComments(TagLib::Ogg::File& ogg) {
+    if (dynamic_cast<TagLib::Ogg::FLAC::File*>(&ogg) != nullptr) {
+        return FindFlacComments(ogg);
+    }
+    const QByteArray packet = PacketOf(ogg, 1);
+    for (const char* mark : {"\x03vorbis", "OpusTags"}) {
+        if (packet.startsWith(mark)) {
+            return CommentPacket{1, mark};
+        }
+    }
+    const bool isSpeex = dynamic_cast<TagLib::Ogg::Speex::File*>(&ogg) != nullptr;
+    return isSpeex ? std::make_optional<CommentPacket>({1, {}}) : std::nullopt;
+}
+
+// The comments are changed here, since TagLib would write all their names in capitals and in order; TagLib
+// divides the packets into pages and numbers these.
+Outcome WriteOgg(TagLib::Ogg::File& ogg, const TagFields& from, const TagFields& to) {
+    const std::optional<CommentPacket> place = FindComments(ogg);
+    const QByteArray packet = place ? PacketOf(ogg, place->number) : QByteArray();
+    std::optional<XiphComments> comments =
+        place ? ParseXiphComments(packet.mid(place->mark.size())) : std::nullopt;
+    if (!comments) {
+        return Outcome::NotSupported;
+    }
+    EditXiphComments(*comments, from, to);
+    const QByteArray list = RenderXiphComments(*comments);
+    QByteArray mark = place->mark;
+    if (dynamic_cast<TagLib::Ogg::FLAC::File*>(&ogg) != nullptr) {
+        const auto kind = static_cast<quint32>(static_cast<unsigned char>(mark[0]));
+        if (list.size() >= 1 << 24) {
+            return Outcome::NotSupported;
+        }
+        qToBigEndian(kind << 24U | static_cast<quint32>(list.size()), mark.data());
+    }
+    const QByteArray changed = mark + list;
+    ogg.setPacket(place->number, {changed.constData(), static_cast<unsigned int>(changed.size())});
+    return ogg.TagLib::Ogg::File::save() ? Outcome::Ok : Outcome::WriteFailed;
 }
 
 } // namespace
@@ -296,8 +365,10 @@ Outcome WriteFields(TagLib::File& tagged, const TagFields& from, const TagFields
         SetMp4(*mp4->tag(), from, to);
     } else if (TagLib::APE::Tag* ape = ApeTagOf(tagged)) {
         SetApe(tagged, *ape, from, to);
-    } else if (TagLib::Ogg::XiphComment* xiph = XiphOf(tagged)) {
-        SetXiph(tagged, *xiph, from, to);
+    } else if (auto* flac = dynamic_cast<TagLib::FLAC::File*>(&tagged)) {
+        SetXiph(tagged, *flac->xiphComment(true), from, to);
+    } else if (auto* ogg = dynamic_cast<TagLib::Ogg::File*>(&tagged)) {
+        return WriteOgg(*ogg, from, to);
     } else {
         return Outcome::NotSupported;
     }
