@@ -2,7 +2,8 @@
 """Takes the pictures of docs/screenshots: take_pictures.py BUILD_FOLDER FOLDER [SCALE...]
 
 Runs the real program on a private screen with a private sound server and the samples in its list, at each scale (1, 1.5 and
-2 unless told), in each state, with each display, with each menu open, and the windows of the converter; and draws the contact sheet of all button looks.
+2 unless told), in each state, with each display, with each menu open, and the windows of the tools; and draws the contact
+sheet of all button looks.
 """
 
 import os
@@ -27,6 +28,7 @@ CONVERTER, MP3_OPTIONS, OGG_OPTIONS = "^Convert audio files$", "^MP3 Lame", "^Og
 OUTPUT_FOLDER, START, SETTINGS, EVENTS, HIDE_SETTINGS = (470, 53), (398, 319), (478, 319), (568, 319), (355, 38)
 FORMATS = [(396 + 73 * column, 91 + 22 * row) for row in range(4) for column in range(3)]
 MP3_KEY, OGG_KEY = (338, 128), (338, 148)
+EDITOR, CUES, CUES_KEY = "^Edit Tags$", "^CueList$", (240, 455)
 CONVERTER_EMPTY_PLACE = (250, 334)
 MP3_TABS = ("general", "filtering", "vbr", "expert", "preset", "alt_preset", "command_line")
 AROUND = 30  # pixels of the screen round a window with an open menu
@@ -121,6 +123,19 @@ def take_converter(main_camera):
     camera.keys("Escape")
 
 
+def take_editors(main_camera):
+    stage = main_camera.stage
+    main_camera.keys("alt+f")
+    main_camera.keys("i")
+    editor = Camera(stage, OtherWindow(stage, EDITOR), main_camera.folder, main_camera.scale)
+    editor.window("edit_tags")
+    editor.click(CUES_KEY)
+    cues = Camera(stage, OtherWindow(stage, CUES), main_camera.folder, main_camera.scale)
+    cues.window("cue_list")
+    cues.keys("Escape")
+    editor.keys("Escape")
+
+
 def choose_display(camera, number):
     camera.keys("alt+o")
     camera.keys("Down", "Right", *["Down"] * number, "Return")
@@ -160,6 +175,7 @@ def take(camera):
     camera.with_menu("menu_list")
     camera.keys("Escape")
     take_converter(camera)
+    take_editors(camera)
 
 
 def main(build, folder, scales):
