@@ -3,6 +3,7 @@
 
 #include "convert/encoder_controls.h"
 #include "convert/mp3_dialog_rule.h"
+#include "skin/dialog_controls.h"
 
 #include <QCheckBox>
 #include <QLineEdit>

@@ -2,6 +2,7 @@
 
 #include "convert/encoder_controls.h"
 #include "convert/encoder_lists.h"
+#include "skin/dialog_controls.h"
 
 #include <QGridLayout>
 

@@ -1,7 +1,6 @@
 #include "editors/editor_dialog.h"
 
-#include "convert/encoder_controls.h"
-#include "skin/dialog_title.h"
+#include "skin/dialog_controls.h"
 
 namespace kestrune {
 
@@ -11,15 +10,10 @@ constexpr int textInset = 2;
 } // namespace
 
 EditorDialog::EditorDialog(const QString& name, const QString& title, const QSize& corners, QWidget* owner)
-    : SkinnedDialog(corners, owner),
+    : TitledDialog(name, title, corners, owner),
       pictures_(QStringLiteral(":/skin/editor_buttons.svg")),
-      body_(new QVBoxLayout),
       keys_(new QHBoxLayout),
       hoverGroup_(Chrome().Hover().AddGroup()) {
-    setObjectName(name);
-    setWindowTitle(title);
-    setAccessibleName(title);
-    body_->setSpacing(rowGap);
     keys_->setSpacing(rowGap);
 }
 
@@ -63,22 +57,7 @@ void EditorDialog::AddCaption(QGridLayout* grid, int row, int column, const QStr
 }
 
 void EditorDialog::Finish() {
-    title_ = new DialogTitle(this);
-    Chrome().AddTitle(title_->LabelTitle());
-    Chrome().AddHand(title_->ImageQuit());
-    auto* rows = new QVBoxLayout(this);
-    rows->setContentsMargins(windowMargin, DialogTitle::height + rowGap, windowMargin, windowMargin);
-    rows->setSpacing(windowMargin);
-    rows->setSizeConstraint(QLayout::SetFixedSize);
-    rows->addLayout(body_);
-    rows->addLayout(keys_);
-}
-
-void EditorDialog::resizeEvent(QResizeEvent* event) {
-    SkinnedDialog::resizeEvent(event);
-    if (title_ != nullptr) {
-        title_->Follow();
-    }
+    TitledDialog::Finish(keys_);
 }
 
 void ShowText(QLineEdit* box, const QString& text) {

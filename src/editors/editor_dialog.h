@@ -2,7 +2,7 @@
 #pragma once
 
 #include "editors/editor_key.h"
-#include "skin/skinned_window.h"
+#include "skin/titled_dialog.h"
 
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -12,18 +12,14 @@
 
 namespace kestrune {
 
-class DialogTitle;
-
 // A dialog with LabelTitle and ImageQuit at the top and a row of keys at the bottom. Escape and ImageQuit
 // close it. Its size is fixed. Window thread.
-class EditorDialog : public SkinnedDialog {
+class EditorDialog : public TitledDialog {
     Q_OBJECT
 public:
     EditorDialog(const QString& name, const QString& title, const QSize& corners, QWidget* owner);
 
 protected:
-    // Where the dialog's own controls go, between title and keys.
-    QVBoxLayout& Body() { return *body_; }
     QHBoxLayout& Keys() { return *keys_; }
     // A named key; the caller puts it into a layout.
     EditorKey* MakeKey(const QString& name, const QString& accessibleName, KeyFace face);
@@ -37,12 +33,8 @@ protected:
     // Adds title and keys. Called once all controls are made, since Tab goes by the order of making.
     void Finish();
 
-    void resizeEvent(QResizeEvent* event) override;
-
 private:
     SkinPicture pictures_;
-    DialogTitle* title_ = nullptr;
-    QVBoxLayout* body_;
     QHBoxLayout* keys_;
     int hoverGroup_;
     int keyCount_ = 0;

@@ -1,6 +1,6 @@
 #include "editors/frm_cue_list.h"
 
-#include "convert/encoder_controls.h"
+#include "skin/dialog_controls.h"
 
 #include <QKeyEvent>
 #include <QSignalBlocker>

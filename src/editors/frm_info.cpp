@@ -1,8 +1,8 @@
 #include "editors/frm_info.h"
 
-#include "convert/encoder_controls.h"
 #include "editors/frm_cue_list.h"
 #include "editors/glass_panel.h"
+#include "skin/dialog_controls.h"
 #include "skin/skin_colours.h"
 
 #include <QGroupBox>
