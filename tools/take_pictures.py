@@ -7,6 +7,7 @@ sheet of all button looks.
 """
 
 import os
+import shutil
 import subprocess
 import sys
 import time
@@ -18,6 +19,7 @@ import harness  # noqa: E402  (found through the line above)
 import native_playlist  # noqa: E402
 
 SAMPLES = os.path.join(HERE, "..", "resources", "samples")
+MUSIC, CONVERTED = "/tmp/kestrune/Music", "/tmp/kestrune/Converted"
 ENDINGS = (".wav", ".mp3", ".ogg", ".wma", ".vox")
 DISPLAYS = ("level_bars", "analog", "fire", "glass", "kryptonite")
 MENUS = {"file": "f", "play": "p", "burn": "b", "convert": "c", "help": "h", "options": "o"}
@@ -106,7 +108,7 @@ def take_converter(main_camera):
     camera.click(HIDE_SETTINGS)
     camera.click(OUTPUT_FOLDER)
     camera.keys("ctrl+a")
-    stage.type_text(stage.home)
+    stage.type_text(CONVERTED)
     for place in FORMATS:
         camera.click(place)
     camera.click(EVENTS)
@@ -178,11 +180,20 @@ def take(camera):
     take_editors(camera)
 
 
+def copy_samples():
+    """Where their paths look well, since the windows show them."""
+    shutil.rmtree(MUSIC, ignore_errors=True)
+    os.makedirs(CONVERTED, exist_ok=True)
+    os.makedirs(MUSIC)
+    names = [name for name in sorted(os.listdir(SAMPLES)) if name.endswith(ENDINGS)]
+    return [shutil.copy(os.path.join(SAMPLES, name), MUSIC) for name in names]
+
+
 def main(build, folder, scales):
     os.makedirs(folder, exist_ok=True)
     subprocess.run([os.path.join(build, "kestrune_contact_sheet"), os.path.join(folder, "contact_sheet.png")], check=True,
                    env=dict(os.environ, QT_QPA_PLATFORM="offscreen"))
-    files = [os.path.join(os.path.realpath(SAMPLES), name) for name in sorted(os.listdir(SAMPLES)) if name.endswith(ENDINGS)]
+    files = copy_samples()
     for scale in scales:
         with harness.Stage(screen="2560x2048") as stage:
             stage.env["QT_SCALE_FACTOR"] = str(scale)
