@@ -121,6 +121,17 @@ TEST_F(TagLibKeeping, CommentsOfManyPagesKeepTheSound) {
     }
 }
 
+TEST_F(TagLibKeeping, ASecondStreamBehindTheFirstStays) {
+    const QByteArray second = ContentOf(Encoded("second.ogg", "-t 1 -c:a libvorbis"));
+    const QString path = made_.Write(QStringLiteral("chain.ogg"),
+                                     ContentOf(Encoded("first.ogg", "-t 1 -c:a libvorbis")) + second);
+    TagFields fields = FieldsOf(path);
+    fields.comment = QString(200000, QLatin1Char('c'));
+    ASSERT_EQ(SaveFields(path, fields), Outcome::Ok);
+    EXPECT_TRUE(ContentOf(path).endsWith(second));
+    EXPECT_EQ(FieldsOf(path).comment, fields.comment);
+}
+
 TEST_F(TagLibKeeping, BlocksOfFlacStay) {
     const QByteArray before = ContentOf(Encoded("a.flac", "-t 1"));
     // An application's block behind the stream's own.

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QFile>
+
 namespace kestrune {
 
 namespace {
@@ -108,6 +110,17 @@ TEST_F(WaveKeeping, AnotherProgramReadsEveryItem) {
     EXPECT_EQ(told("MusicBy"), QStringLiteral("Writer"));
     EXPECT_EQ(told("EncodedBy"), QStringLiteral("Coder"));
     EXPECT_EQ(told("BaseURL"), QStringLiteral("http://example.org/song"));
+}
+
+TEST_F(WaveKeeping, FilesThatWouldPassFourGibibytesAreRefused) {
+    const quint32 soundBytes = 0xFFFFFFF0U - 44;
+    const QByteArray head =
+        "RIFF" + Little(soundBytes + 36) + "WAVE" + FormatChunk() + "data" + Little(soundBytes);
+    const QString path = made_.Write(QStringLiteral("large.wav"), head);
+    ASSERT_EQ(QFile(path).size(), 44);
+    ASSERT_TRUE(QFile::resize(path, qint64(soundBytes) + 44)); // takes no room
+    EXPECT_EQ(SaveBlindly(path), Outcome::NotSupported);
+    EXPECT_EQ(QFile(path).size(), qint64(soundBytes) + 44);
 }
 
 TEST_F(WaveKeeping, BrokenSizesAreSafe) {
