@@ -11,8 +11,8 @@
 
 namespace kestrune {
 
-// Which properties of which kinds of files are read and written, and where they stand, docs/formats.md tells.
-// Cue points are those of WAVE files; after reading a file of another kind AddCue gives NotSupported.
+// Cue points are those of WAVE files; after reading a file of another kind AddCue gives NotSupported. Writing
+// replaces the file, and blocks until the new one is on the disk.
 class TagInformation : public KSTAudioInformation2 {
 public:
     Outcome OpenInfo(const QString& file) override;
