@@ -27,6 +27,8 @@ function(kestrune_test name)
     add_executable(${name} ${ARG_SOURCES})
     target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/src ${CMAKE_SOURCE_DIR}/tests)
     target_link_libraries(${name} PRIVATE ${ARG_LINK} GTest::gmock kestrune_settings)
+    # A test need not be fast, but it is compiled often.
+    target_compile_options(${name} PRIVATE $<$<CONFIG:RelWithDebInfo>:-O1;-g1>)
     target_precompile_headers(${name} PRIVATE <gmock/gmock.h> <gtest/gtest.h> <QObject> <QStringList> <QTemporaryDir>)
     if(Qt6::Test IN_LIST ARG_LINK)
         target_precompile_headers(${name} PRIVATE <QtTest/QtTest> <QtWidgets/QApplication> <QtWidgets/QMenu>)
