@@ -133,10 +133,11 @@ def check_menus(remote):
 
 
 def check_dialogs(remote):
-    for button in ("Record", "Rip", "Sites", "Rip an audio CD", "Write an audio CD", "Convert audio files",
-                   "Music sites"):
+    for button in ("Record", "Rip", "Sites", "Rip an audio CD", "Write an audio CD", "Music sites"):
         said = remote.window_by(button, f'the box of "{button}"')
         harness.check("OK" in said and "Close" in said, f'"{button}" says {said}')
+    said = remote.window_by("Convert audio files", "the converter")
+    harness.check("Start" in said and "Close" in said, f"the converter says {said}")
     for button, way_out in (("Add audio files", "Open"), ("Open playlist", "Open"), ("Save playlist", "Save")):
         said = remote.window_by(button, f'the dialog of "{button}"')
         harness.check(way_out in said and "Cancel" in said, f'"{button}" says {said}')
