@@ -19,6 +19,7 @@ unset DISPLAY WAYLAND_DISPLAY
 logs=$PWD/build/logs
 mkdir -p "$logs"
 fuzzSeconds=${KESTRUNE_FUZZ_SECONDS:-60}
+fuzzersAtOnce=4
 section="start"
 sectionBegan=$SECONDS
 
@@ -138,7 +139,7 @@ Aside() {
     Analyse && BuildForSanitizers && BuildFuzzers
 }
 
-# The encoders' own tests take long; their libraries are not built for the sanitizers.
+# The encoders' own tests take long, most of it in libraries that are not built for the sanitizers.
 asanTests=(-L '^(rules|backends)$' -LE '^slow$')
 mapfile -t fuzzTargets < <(find fuzz -maxdepth 1 -name 'fuzz_*.cpp' -printf '%f\n' | sed 's/\.cpp$//' | sort)
 Aside >"$logs/aside.log" 2>&1 &
@@ -159,10 +160,10 @@ Section "Tests under the address and undefined behaviour sanitizers"
 RunTests asan "${asanTests[@]}"
 Done
 
-Section "Fuzzing, $fuzzSeconds s for each target"
-for ((i = 0; i < ${#fuzzTargets[@]}; i += 2)); do
+Section "Fuzzing, $fuzzSeconds s for each target, $fuzzersAtOnce at once"
+for ((i = 0; i < ${#fuzzTargets[@]}; i += fuzzersAtOnce)); do
     declare -A running=()
-    for target in "${fuzzTargets[@]:i:2}"; do
+    for target in "${fuzzTargets[@]:i:fuzzersAtOnce}"; do
         Fuzz "$target" &
         running[$target]=$!
     done
