@@ -26,63 +26,14 @@ constexpr int codes = 256;
 constexpr int levels = 65536;
 constexpr int lowestLevel = -32768;
 
-std::optional<PcmCoding> IntegerCoding(int bits) {
-    switch (bits) {
-    case 8:
-        return PcmCoding::Unsigned8;
-    case 16:
-        return PcmCoding::Signed16;
-    case 24:
-        return PcmCoding::Signed24;
-    case 32:
-        return PcmCoding::Signed32;
-    default:
-        return {};
-    }
-}
-
-std::optional<PcmCoding> FloatCoding(int bits) {
-    switch (bits) {
-    case 32:
-        return PcmCoding::Float32;
-    case 64:
-        return PcmCoding::Float64;
-    default:
-        return {};
-    }
-}
-
-std::optional<PcmCoding> RawCoding(const OutputFormat& format) {
-    switch (format.rawType) {
-    case RawALaw:
-        return PcmCoding::ALaw;
-    case RawMuLaw:
-        return PcmCoding::MuLaw;
-    case RawPcm:
-        return IntegerCoding(format.bits);
-    default:
-        return {};
-    }
-}
-
 std::optional<PcmCoding> CodingOf(const OutputFormat& format) {
-    if (format.kind == FormatKind::Raw) {
-        return RawCoding(format);
-    }
-    if (format.kind == FormatKind::Pcm) {
-        return IntegerCoding(format.bits);
-    }
-    switch (format.waveTag) {
-    case WaveTagPcm:
-        return IntegerCoding(format.bits);
-    case WaveTagFloat:
-        return FloatCoding(format.bits);
-    case WaveTagALaw:
-        return PcmCoding::ALaw;
-    case WaveTagMuLaw:
-        return PcmCoding::MuLaw;
+    switch (format.kind) {
+    case FormatKind::Raw:
+        return RawPcmCoding(format);
+    case FormatKind::Pcm:
+        return IntegerPcmCoding(format.bits);
     default:
-        return {};
+        return WavePcmCoding(format.waveTag, format.bits);
     }
 }
 

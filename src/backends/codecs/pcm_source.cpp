@@ -91,40 +91,6 @@ QByteArray Expand(const QByteArray& bytes, PcmCoding coding) {
     }
 }
 
-std::optional<PcmCoding> CodingOfIntegers(int sampleBytes) {
-    switch (sampleBytes) {
-    case 1:
-        return PcmCoding::Unsigned8;
-    case 2:
-        return PcmCoding::Signed16;
-    case 3:
-        return PcmCoding::Signed24;
-    case 4:
-        return PcmCoding::Signed32;
-    default:
-        return {};
-    }
-}
-
-std::optional<PcmCoding> CodingOf(const WaveHeader& header) {
-    const int sampleBytes = (header.bits + 7) / 8;
-    switch (header.tag) {
-    case WaveTagPcm:
-        return CodingOfIntegers(sampleBytes);
-    case WaveTagFloat:
-        if (sampleBytes == 4 || sampleBytes == 8) {
-            return sampleBytes == 4 ? PcmCoding::Float32 : PcmCoding::Float64;
-        }
-        return {};
-    case WaveTagALaw:
-        return PcmCoding::ALaw;
-    case WaveTagMuLaw:
-        return PcmCoding::MuLaw;
-    default:
-        return {};
-    }
-}
-
 } // namespace
 
 PcmSource::PcmSource(std::unique_ptr<QFile> file, const PcmLayout& layout)
@@ -146,7 +112,9 @@ PcmSource::~PcmSource() {
 }
 
 std::optional<PcmLayout> PcmSource::LayoutOf(const WaveHeader& header) {
-    const std::optional<PcmCoding> coding = CodingOf(header);
+    // A sample of 12 or 20 bits takes whole bytes.
+    const int storedBits = (header.bits + 7) / 8 * 8;
+    const std::optional<PcmCoding> coding = WavePcmCoding(header.tag, storedBits);
     if (!coding) {
         return {};
     }

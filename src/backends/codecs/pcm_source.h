@@ -2,6 +2,7 @@
 #pragma once
 
 #include "backends/codecs/frame_converter.h"
+#include "backends/codecs/pcm_coding.h"
 #include "backends/codecs/sample_source.h"
 #include "backends/codecs/wave_header.h"
 
@@ -11,9 +12,7 @@
 
 namespace kestrune {
 
-enum class PcmCoding { Unsigned8, Signed16, Signed24, Signed32, Float32, Float64, ALaw, MuLaw };
-
-// Where the samples of a file stand and what they are. All multi-byte codings are little-endian.
+// Where the samples of a file stand and what they are.
 struct PcmLayout {
     PcmCoding coding = PcmCoding::Signed16;
     int rateHz = 0;

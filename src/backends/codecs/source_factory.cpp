@@ -63,31 +63,8 @@ bool IsSensible(const OutputFormat& format) {
            format.channels <= 2;
 }
 
-std::optional<PcmCoding> RawCoding(const OutputFormat& format) {
-    switch (format.rawType) {
-    case RawALaw:
-        return PcmCoding::ALaw;
-    case RawMuLaw:
-        return PcmCoding::MuLaw;
-    default:
-        break;
-    }
-    switch (format.bits) {
-    case 8:
-        return PcmCoding::Unsigned8;
-    case 16:
-        return PcmCoding::Signed16;
-    case 24:
-        return PcmCoding::Signed24;
-    case 32:
-        return PcmCoding::Signed32;
-    default:
-        return {};
-    }
-}
-
 OpenedSource OpenRaw(FilePtr file, const OutputFormat& format) {
-    const std::optional<PcmCoding> coding = RawCoding(format);
+    const std::optional<PcmCoding> coding = RawPcmCoding(format);
     if (!coding || !IsSensible(format)) {
         return {nullptr, Outcome::NotSupported};
     }

@@ -141,12 +141,21 @@ TEST_F(OutputFileTest, FoldersDevicesAndPipesAreRefused) {
 }
 
 TEST_F(OutputFileTest, WriteProtectedFileIsRefused) {
-    if (geteuid() == 0) {
-        GTEST_SKIP() << "Nothing is write protected to this user";
-    }
     folder_.Write(QStringLiteral("a.wav"), "old");
-    ASSERT_TRUE(QFile::setPermissions(path_, QFile::ReadOwner));
-    EXPECT_EQ(file_.Open(path_), Outcome::WriteFailed);
+    const QByteArray path = QFile::encodeName(path_);
+    ASSERT_EQ(chmod(path.constData(), 0444), 0);
+    ASSERT_EQ(chmod(QFile::encodeName(QFileInfo(path_).path()).constData(), 0755), 0);
+    // In a process of its own, which can become somebody to whom the file is protected.
+    EXPECT_EXIT(
+        {
+            const uid_t nobody = 65534;
+            const bool isBound = geteuid() != 0 || setuid(nobody) == 0;
+            const bool isReached = access(path.constData(), R_OK) == 0;
+            const bool isRefused = OutputFile().Open(path_) == Outcome::WriteFailed;
+            _exit(isBound && isReached && isRefused ? EXIT_SUCCESS : EXIT_FAILURE);
+        },
+        testing::ExitedWithCode(EXIT_SUCCESS), "");
+    EXPECT_EQ(ReadWholeFile(path_), "old");
 }
 
 TEST_F(OutputFileTest, FullDiskKeepsTheExistingFile) {
