@@ -200,7 +200,8 @@ TEST_F(SwappingTest, ALongValueLosesItsTail) {
 
 TEST_F(SwappingTest, ATitleOf381CharactersLosesItsEnd) {
     EXPECT_EQ(Moved(RowText, QStringLiteral("1.") + QString(380, u'x')), std::string("2.").append(380, 'x'));
-    EXPECT_EQ(Moved(RowText, QStringLiteral("1.") + QString(380, u'x') + u'y'), std::string("2.").append(380, 'x'));
+    EXPECT_EQ(Moved(RowText, QStringLiteral("1.") + QString(380, u'x') + u'y'),
+              std::string("2.").append(380, 'x'));
 }
 
 TEST_F(SwappingTest, WidthsAreBytesAndNoCharacterIsCut) {
