@@ -269,12 +269,14 @@ void FrmMain::ShowDigits(const ClockDigits& digits) {
         controls_.ImageData[i]->SetCut(
             {{digits.minutesSeconds[i] * bigDigitStep + firstDigitLeft, bigDigitTop}, layout::bigDigit});
     }
+    if (digits.minutesSeconds == spokenDigits_) {
+        return;
+    }
+    spokenDigits_ = digits.minutesSeconds;
     // The first digit speaks for all of them.
     const auto& [tens, minutes, secondTens, seconds] = digits.minutesSeconds;
-    const QString time = tr("Time %1%2:%3%4").arg(tens).arg(minutes).arg(secondTens).arg(seconds);
-    if (controls_.ImageData[0]->accessibleName() != time) {
-        controls_.ImageData[0]->setAccessibleName(time);
-    }
+    controls_.ImageData[0]->setAccessibleName(
+        tr("Time %1%2:%3%4").arg(tens).arg(minutes).arg(secondTens).arg(seconds));
 }
 
 void FrmMain::ShowTime(qint64 ms, qint64 totalMs) {

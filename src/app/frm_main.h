@@ -18,6 +18,7 @@
 #include <QElapsedTimer>
 #include <QTimer>
 #include <QWidget>
+#include <array>
 
 namespace kestrune {
 
@@ -110,6 +111,7 @@ private:
     QTimer TimerVolume; // of the idle picture
     bool waiting_ = false;
     QElapsedTimer lastRepaint_;
+    std::array<int, 4> spokenDigits_{-1, -1, -1, -1}; // that the clock's name tells
 };
 
 } // namespace kestrune

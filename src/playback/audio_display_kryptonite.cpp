@@ -1,4 +1,5 @@
 // FFT Kryptonite: crystals that grow with their bands and shine from within.
+#include "playback/audio_display_crystals.h"
 #include "playback/audio_display_picture.h"
 
 #include <cmath>
@@ -47,22 +48,26 @@ public:
     void PaintMoving(QPainter& painter) override;
 
 private:
+    std::vector<QRgb> Shade(const QColor& foot, const QColor& middle, const QColor& tip) const;
     void PlantCrystals();
     void DrawGlow();
+    void DrawMark();
+    QImage EmptyImage(const QSizeF& size) const;
     QPointF TipOf(const Crystal& crystal) const;
     double HeightOf(const Crystal& crystal) const;
-    void PaintCrystal(QPainter& painter, const Crystal& crystal) const;
+    CrystalShape ShapeOf(const Crystal& crystal) const;
     void PaintGlow(QPainter& painter, const Crystal& crystal) const;
+    void PaintMarks(QPainter& painter) const;
 
     DisplayCanvas canvas_;
     QColor stone_;
     double floor_ = 0;
     double height_ = 1;
-    QBrush lightSide_;
-    QBrush darkSide_;
-    QBrush lightSideBehind_;
-    QBrush darkSideBehind_;
-    QPixmap glow_;
+    CrystalShades front_;
+    CrystalShades behind_;
+    QImage glow_;
+    QImage mark_;
+    QImage image_; // of the field
     ShownBands shown_;
     std::vector<Crystal> crystals_;
 };
@@ -72,21 +77,32 @@ void KryptonitePicture::Lay(const DisplayCanvas& canvas) {
     stone_ = StoneOf(canvas.colours.levels);
     floor_ = canvas.field.bottom() - floorRoom;
     height_ = std::max(1.0, floor_ - canvas.field.top() - topRoom);
-    const auto side = [this](const QColor& foot, const QColor& middle, const QColor& tip) {
-        QLinearGradient shade(0, floor_, 0, floor_ - height_);
-        shade.setColorAt(0, foot);
-        shade.setColorAt(0.30, middle);
-        shade.setColorAt(1, tip);
-        return QBrush(shade);
-    };
+    image_ = EmptyImage(canvas.field.size().expandedTo({1, 1}));
     const QColor& back = canvas.colours.back;
-    lightSide_ =
-        side(Mixed(stone_, back, 0.55), Mixed(stone_, Qt::white, 0.12), Mixed(stone_, Qt::white, 0.80));
-    darkSide_ = side(Mixed(stone_, back, 0.82), Mixed(stone_, back, 0.45), Mixed(stone_, Qt::white, 0.10));
-    lightSideBehind_ = side(Mixed(stone_, back, 0.80), Mixed(stone_, back, 0.55), Mixed(stone_, back, 0.15));
-    darkSideBehind_ = side(Mixed(stone_, back, 0.90), Mixed(stone_, back, 0.75), Mixed(stone_, back, 0.45));
+    front_.light =
+        Shade(Mixed(stone_, back, 0.55), Mixed(stone_, Qt::white, 0.12), Mixed(stone_, Qt::white, 0.80));
+    front_.dark = Shade(Mixed(stone_, back, 0.82), Mixed(stone_, back, 0.45), Mixed(stone_, Qt::white, 0.10));
+    front_.gloss = 70;
+    behind_.light = Shade(Mixed(stone_, back, 0.80), Mixed(stone_, back, 0.55), Mixed(stone_, back, 0.15));
+    behind_.dark = Shade(Mixed(stone_, back, 0.90), Mixed(stone_, back, 0.75), Mixed(stone_, back, 0.45));
     PlantCrystals();
     DrawGlow();
+    DrawMark();
+}
+
+// A colour for each row of the image, from the top.
+std::vector<QRgb> KryptonitePicture::Shade(const QColor& foot, const QColor& middle,
+                                           const QColor& tip) const {
+    constexpr double middleAt = 0.30;
+    std::vector<QRgb> rows;
+    for (int y = 0; y < image_.height(); ++y) {
+        const double place = canvas_.field.top() + (y + 0.5) / canvas_.pixelRatio;
+        const double up = (floor_ - place) / height_;
+        rows.push_back((up < middleAt ? Mixed(foot, middle, up / middleAt)
+                                      : Mixed(middle, tip, (up - middleAt) / (1 - middleAt)))
+                           .rgb());
+    }
+    return rows;
 }
 
 void KryptonitePicture::PlantCrystals() {
@@ -111,14 +127,36 @@ void KryptonitePicture::PlantCrystals() {
     }
 }
 
+// Transparent, of a size in device-independent pixels.
+QImage KryptonitePicture::EmptyImage(const QSizeF& size) const {
+    QImage image((size * canvas_.pixelRatio).toSize(), QImage::Format_ARGB32_Premultiplied);
+    image.setDevicePixelRatio(canvas_.pixelRatio);
+    image.fill(Qt::transparent);
+    return image;
+}
+
 void KryptonitePicture::DrawGlow() {
-    glow_ = EmptyLayer(QSizeF(glowSize, glowSize), canvas_.pixelRatio);
+    glow_ = EmptyImage(QSizeF(glowSize, glowSize));
     QPainter painter(&glow_);
     QRadialGradient light(QPointF(glowSize / 2, glowSize / 2), glowSize / 2);
     light.setColorAt(0, Faded(Mixed(stone_, Qt::white, 0.35), 0.42));
     light.setColorAt(0.3, Faded(stone_, 0.20));
     light.setColorAt(1, Faded(stone_, 0));
     painter.fillRect(QRectF(0, 0, glowSize, glowSize), light);
+}
+
+void KryptonitePicture::DrawMark() {
+    const double size = 0.5 + canvas_.markHeight / 2.5;
+    // Odd in pixels, so that its middle is one: it stays sharp.
+    const double room = std::ceil(size * 1.3 * canvas_.pixelRatio) - 0.5;
+    mark_ = EmptyImage(QSizeF(room, room) * 2 / canvas_.pixelRatio);
+    QPainter painter(&mark_);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(Mixed(canvas_.colours.maxLevel, Qt::white, 0.3));
+    const QPointF middle = QPointF(room, room) / canvas_.pixelRatio;
+    painter.drawConvexPolygon(QPolygonF({middle + QPointF(0, -size * 1.3), middle + QPointF(size * 0.8, 0),
+                                         middle + QPointF(0, size * 1.3), middle + QPointF(-size * 0.8, 0)}));
 }
 
 void KryptonitePicture::PaintGround(QPainter& painter) {
@@ -161,32 +199,24 @@ QPointF KryptonitePicture::TipOf(const Crystal& crystal) const {
 }
 
 void KryptonitePicture::PaintMoving(QPainter& painter) {
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
+    image_.fill(Qt::transparent);
     for (const bool behind : {true, false}) {
+        QPainter glow(&image_);
         for (const Crystal& crystal : crystals_) {
             if (crystal.isBehind == behind) {
-                PaintGlow(painter, crystal);
+                PaintGlow(glow, crystal);
             }
         }
+        glow.end();
         for (const Crystal& crystal : crystals_) {
             if (crystal.isBehind == behind) {
-                PaintCrystal(painter, crystal);
+                PaintCrystal(image_, ShapeOf(crystal), behind ? behind_ : front_);
             }
         }
     }
-    if (canvas_.markHeight == 0) {
-        return;
-    }
-    painter.setBrush(Mixed(canvas_.colours.maxLevel, Qt::white, 0.3));
-    for (const Crystal& crystal : crystals_) {
-        const double mark = crystal.mark / (canvas_.pixelRatio * 2);
-        if (mark > HeightOf(crystal) + 1.5) {
-            const double size = 0.5 + canvas_.markHeight / 2.5;
-            const QPointF at(crystal.x + crystal.lean * mark / height_, floor_ - mark);
-            painter.drawConvexPolygon(QPolygonF({at + QPointF(0, -size * 1.3), at + QPointF(size * 0.8, 0),
-                                                 at + QPointF(0, size * 1.3), at + QPointF(-size * 0.8, 0)}));
-        }
+    painter.drawImage(canvas_.field.topLeft(), image_);
+    if (canvas_.markHeight > 0) {
+        PaintMarks(painter);
     }
 }
 
@@ -195,14 +225,25 @@ void KryptonitePicture::PaintGlow(QPainter& painter, const Crystal& crystal) con
     if (strength < 0.05) {
         return;
     }
-    const QPointF tip = TipOf(crystal);
+    const QPointF tip = TipOf(crystal) - canvas_.field.topLeft();
     painter.setOpacity(std::min(1.0, strength * 1.2));
-    painter.drawPixmap(tip - QPointF(glowSize / 2, glowSize / 2 - 3), glow_);
-    painter.setOpacity(1);
+    painter.drawImage(tip - QPointF(glowSize / 2, glowSize / 2 - 3), glow_);
 }
 
-// Two sides of a column that ends in a point, and the slant of the point.
-void KryptonitePicture::PaintCrystal(QPainter& painter, const Crystal& crystal) const {
+void KryptonitePicture::PaintMarks(QPainter& painter) const {
+    const QSizeF size = mark_.deviceIndependentSize();
+    const auto snapped = [this](double place) { return Snapped(place, canvas_.pixelRatio); };
+    for (const Crystal& crystal : crystals_) {
+        const double mark = crystal.mark / (canvas_.pixelRatio * 2);
+        if (mark > HeightOf(crystal) + 1.5) {
+            const QPointF at(crystal.x + crystal.lean * mark / height_, floor_ - mark);
+            painter.drawImage(
+                QPointF(snapped(at.x() - size.width() / 2), snapped(at.y() - size.height() / 2)), mark_);
+        }
+    }
+}
+
+CrystalShape KryptonitePicture::ShapeOf(const Crystal& crystal) const {
     const double height = HeightOf(crystal);
     const QPointF tip = TipOf(crystal);
     const double slant = std::min(height * 0.5, crystal.width * 1.15);
@@ -210,21 +251,20 @@ void KryptonitePicture::PaintCrystal(QPainter& painter, const Crystal& crystal) 
     const double shift = (tip.x() - crystal.x) * part;
     // Growing, a crystal gets stouter; at rest it is a splinter.
     const double width = crystal.width * (0.62 + 0.38 * std::min(1.0, height / height_ * 2.2));
-    const QPointF footLeft(crystal.x - width / 2, floor_ + 1);
-    const QPointF footRight(crystal.x + width / 2, floor_ + 1);
-    const QPointF footRidge(footLeft.x() + width * crystal.ridge, floor_ + 2);
+    const double foot = crystal.x - width / 2;
     const double shoulder = floor_ - height + slant;
-    const QPointF left(footLeft.x() + shift, shoulder);
-    const QPointF right(footRight.x() + shift, shoulder + slant * 0.25);
-    const QPointF ridge(footRidge.x() + shift, shoulder + slant * 0.35);
-    painter.setBrush(crystal.isBehind ? lightSideBehind_ : lightSide_);
-    painter.drawConvexPolygon(QPolygonF({footLeft, left, tip, ridge, footRidge}));
-    painter.setBrush(crystal.isBehind ? darkSideBehind_ : darkSide_);
-    painter.drawConvexPolygon(QPolygonF({footRidge, ridge, tip, right, footRight}));
-    if (!crystal.isBehind) {
-        painter.setBrush(QColor(255, 255, 255, 70));
-        painter.drawConvexPolygon(QPolygonF({left, tip, ridge}));
-    }
+    const auto pixel = [this](double x, double y) {
+        return QPointF(x - canvas_.field.left(), y - canvas_.field.top()) * canvas_.pixelRatio;
+    };
+    CrystalShape shape;
+    shape.tip = pixel(tip.x(), tip.y());
+    shape.left = pixel(foot + shift, shoulder);
+    shape.ridge = pixel(foot + width * crystal.ridge + shift, shoulder + slant * 0.35);
+    shape.right = pixel(foot + width + shift, shoulder + slant * 0.25);
+    shape.footLeft = pixel(foot, floor_ + 1);
+    shape.footRidge = pixel(foot + width * crystal.ridge, floor_ + 2);
+    shape.footRight = pixel(foot + width, floor_ + 1);
+    return shape;
 }
 
 } // namespace

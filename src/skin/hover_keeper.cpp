@@ -3,6 +3,7 @@
 #include "skin/image_button.h"
 
 #include <QChildEvent>
+#include <QMouseEvent>
 
 namespace kestrune {
 
@@ -65,6 +66,14 @@ bool HoverKeeper::eventFilter(QObject* watched, QEvent* event) {
         const auto* button = qobject_cast<ImageButton*>(watched);
         // A disabled button lets the mouse through to the window, which clears the looks.
         if (button == nullptr || !button->isEnabled() || !button->CanBeLit()) {
+            ReturnButton();
+        }
+    } else if (event->type() == QEvent::MouseButtonRelease) {
+        // A held button takes all moves of the mouse, and none need follow where it is let go.
+        const auto* button = qobject_cast<ImageButton*>(watched);
+        const QPoint at = static_cast<QMouseEvent*>(event)->position().toPoint();
+        if (button != nullptr && !button->rect().contains(at) &&
+            button->window()->rect().contains(button->mapTo(button->window(), at))) {
             ReturnButton();
         }
     } else if (event->type() == QEvent::ChildPolished) {

@@ -27,8 +27,8 @@ public:
     // Takes every hover look off.
     void ReturnButton();
     // Takes the looks off whenever the mouse moves over this widget or anything in it, now or later, other
-    // than a button that can be lit. Turns mouse tracking on for all of them. The window itself is what to
-    // watch.
+    // than a button that can be lit, or a held button is let go over it. Turns mouse tracking on for all of
+    // them. The window itself is what to watch.
     void Watch(QWidget* widget);
 
     // Index plus 1 of the lit button of a group, 0 for none.

@@ -31,6 +31,7 @@ private:
     std::unique_ptr<AVTXContext, FreeContext> context_;
     Transform transform_ = nullptr;
     std::vector<float> window_;
+    double windowSum_ = 0;
     std::vector<float> input_;
     std::vector<float> output_; // real and imaginary parts in turn
     std::vector<float> levelsDb_;

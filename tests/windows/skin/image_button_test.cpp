@@ -100,6 +100,21 @@ TEST_F(ImageButtonTest, LeavingTheWindowKeepsTheLookUntilTheNextMove) {
     EXPECT_EQ(OfFirst(), black);
 }
 
+TEST_F(ImageButtonTest, LetGoOverTheWindowItGoesOut) {
+    MoveTo({20, 20});
+    QTest::mousePress(&first, Qt::LeftButton);
+    QTest::mouseRelease(&first, Qt::LeftButton, {}, QPoint(70, 40));
+    EXPECT_EQ(OfFirst(), black);
+    EXPECT_EQ(keeper.HoverIndex(0), 0);
+}
+
+TEST_F(ImageButtonTest, LetGoBesideTheWindowItStaysLit) {
+    MoveTo({20, 20});
+    QTest::mousePress(&first, Qt::LeftButton);
+    QTest::mouseRelease(&first, Qt::LeftButton, {}, QPoint(300, 40));
+    EXPECT_EQ(OfFirst(), red);
+}
+
 TEST_F(ImageButtonTest, ALargeControlInTheWindowTakesTheLookOff) {
     auto* list = new QListWidget(&window);
     list->setGeometry(50, 30, 50, 30);
