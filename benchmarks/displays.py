@@ -1,11 +1,13 @@
 #!/usr/bin/env python3
-"""Processor time of playback with each display, beside a peer that shows its spectrum, on a private screen and sound server.
+"""Processor time of playback with each display, beside a peer that shows its spectrum.
 
     displays.py PROGRAM [SECONDS]
 
-60 s for each unless told. The peer is audacious, whose window holds a spectrum from the start.
+60 s unless told. All of them play at the same time, each on a screen and a sound server of its own, so that whatever else
+the machine does meets all alike. The peer is audacious, whose window holds a spectrum from the start.
 """
 
+import contextlib
 import os
 import shutil
 import sys
@@ -31,14 +33,23 @@ class WithDisplay(bench.Own):
 
 
 def main(program, seconds):
-    with tempfile.TemporaryDirectory() as folder, bench.harness.Stage() as stage:
-        song = bench.make_song(folder, seconds + 30)
-        players = [(name, WithDisplay(os.path.abspath(program), number)) for number, name in enumerate(DISPLAYS)]
-        if shutil.which("audacious"):
-            players.append(("audacious, spectrum", bench.Peer()))
+    players = [(name, WithDisplay(os.path.abspath(program), number)) for number, name in enumerate(DISPLAYS)]
+    if shutil.which("audacious"):
+        players.append(("audacious, spectrum", bench.Peer()))
+    with tempfile.TemporaryDirectory() as folder, contextlib.ExitStack() as stages:
+        song = bench.make_song(folder, seconds + 120)
+        running = []
         for name, player in players:
-            used = bench.playing(stage, player, [song], bench.processor_for(seconds))
-            print(f"{name}: {used:.2f} s in {seconds} s, {100 * used / seconds:.1f} % of a core", flush=True)
+            process = bench.start_playing(stages.enter_context(bench.harness.Stage()), player, [song])
+            running.append((name, process))
+        time.sleep(3)
+        before = [bench.processor_seconds(process.pid) for _, process in running]
+        time.sleep(seconds)
+        used = [bench.processor_seconds(process.pid) - begun for (_, process), begun in zip(running, before)]
+        for (name, process), own in zip(running, used):
+            print(f"{name}: {own:.2f} s in {seconds} s, {100 * own / seconds:.1f} % of a core, "
+                  f"{own / used[-1]:.2f} of the last", flush=True)
+            bench.harness.end(process)
 
 
 if __name__ == "__main__":

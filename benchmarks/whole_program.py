@@ -121,7 +121,8 @@ def start_ms(stage, player):
     return took
 
 
-def playing(stage, player, paths, action):
+def start_playing(stage, player, paths):
+    """The process, once it plays."""
     player.prepare(stage, paths)
     process = harness.start(player.playing_command(paths), stage.env, log=stage.log(player.name))
     window = wait_for_window(stage, player.title, process)
@@ -130,6 +131,11 @@ def playing(stage, player, paths, action):
     time.sleep(3)
     inputs = stage.ask(["pactl", "list", "short", "sink-inputs"])
     harness.check(inputs.strip(), f"{player.name} plays nothing")
+    return process
+
+
+def playing(stage, player, paths, action):
+    process = start_playing(stage, player, paths)
     result = action(process)
     harness.end(process)
     return result

@@ -23,6 +23,7 @@
 #include <QApplication>
 #include <QDBusConnection>
 #include <cstdlib>
+#include <optional>
 
 namespace kestrune {
 namespace {
@@ -37,6 +38,29 @@ void ConnectDesktop(MediaControl& media, MprisService& mpris, FrmMain& window) {
         &mpris, [&mpris] { mpris.Start(QDBusConnection::sessionBus()); }, Qt::QueuedConnection);
 }
 
+// The toolkit puts its pictures into memory that it shares with the X server, and before it paints there
+// again it waits for the server's answer. For small pictures many times a second that costs more than to send
+// them. Programs that are started from here are left their own choice.
+class PicturesBySocket {
+public:
+    PicturesBySocket() {
+        if (!isChosen) {
+            qputenv(name, "1");
+        }
+    }
+    ~PicturesBySocket() {
+        if (!isChosen) {
+            qunsetenv(name);
+        }
+    }
+    PicturesBySocket(const PicturesBySocket&) = delete;
+    PicturesBySocket& operator=(const PicturesBySocket&) = delete;
+
+private:
+    static constexpr const char* name = "QT_XCB_NO_MITSHM";
+    const bool isChosen = qEnvironmentVariableIsSet(name);
+};
+
 } // namespace
 } // namespace kestrune
 
@@ -45,7 +69,9 @@ int main(int argc, char** argv) {
 
     // Files named on the command line are passed over, and so are options.
     int onlyProgramName = argc > 0 ? 1 : 0;
+    std::optional<PicturesBySocket> bySocket(std::in_place);
     QApplication application(onlyProgramName, argv);
+    bySocket.reset();
     QApplication::setApplicationName(QStringLiteral("Kestrune"));
     QApplication::setDesktopFileName(QStringLiteral("kestrune"));
     QApplication::setQuitOnLastWindowClosed(false);
