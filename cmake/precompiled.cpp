@@ -1,0 +1,1 @@
+// Nothing: a target that others take their precompiled headers from needs a file to compile.
