@@ -73,7 +73,8 @@ class Race:
         print(f"{what}: " + "; ".join(figures), flush=True)
 
 
-# What ffmpeg can write of our targets, at the rates and channels that the converter starts with.
+# What ffmpeg can write of our targets, at the rates and channels that the converter starts with. Its G.726 coder at 32
+# and 24 kbit/s a channel of 8,000 Hz is that of G.721 and of G.723.
 FFMPEG_TARGETS = {
     "wma": ["-c:a", "wmav2", "-b:a", "128k", "-f", "asf"],
     "mp3": ["-c:a", "libmp3lame", "-b:a", "128k", "-compression_level", "5", "-joint_stereo", "1", "-f", "mp3"],
@@ -83,6 +84,9 @@ FFMPEG_TARGETS = {
     "gsm": ["-c:a", "libgsm_ms", "-ar", str(RATE_HZ), "-ac", "1", "-strict", "unofficial", "-f", "wav"],
     "g726": ["-c:a", "g726", "-ar", str(RATE_HZ), "-ac", "1", "-code_size", "4", "-strict", "unofficial", "-f", "g726"],
     "alaw": ["-c:a", "pcm_alaw", "-f", "alaw"],
+    "g721": ["-c:a", "g726", "-ar", str(RATE_HZ), "-ac", "1", "-code_size", "4", "-strict", "unofficial", "-f", "g726"],
+    "g723": ["-c:a", "g726", "-ar", str(RATE_HZ), "-ac", "1", "-code_size", "3", "-strict", "unofficial", "-f", "g726"],
+    "pcm": ["-c:a", "pcm_s16le", "-f", "wav"],
 }
 
 
@@ -95,7 +99,7 @@ def ffmpeg(song, folder, targets, suffix="f"):
 
 def ours(tool, song, folder, targets):
     command = [tool, song]
-    endings = {"adpcm": "wav", "gsm": "wav", "alaw": "raw"}
+    endings = {"adpcm": "wav", "gsm": "wav", "alaw": "raw", "pcm": "wav"}
     for name in targets:
         command += [os.path.join(folder, f"own_{name}.{endings.get(name, name)}"), name]
     return command
@@ -130,10 +134,13 @@ def main(tool, minutes, rounds):
              single, at_once=2)
         template = out("template.wav")
         shutil.copyfile(song, template)
-        all_thirteen = ours(tool, song, folder, many + ["vox", "g721", "g723", "dsp"])
+        all_thirteen = ours(tool, song, folder, [name for name in many if name != "pcm"] + ["vox", "dsp"])
         all_thirteen += [out("own_template.wav"), f"template:{template}"]
-        race(f"all thirteen in one run beside one ffmpeg command with {len(many)}", all_thirteen,
-             [ffmpeg(song, folder, many)])
+        beside = [["sox", song, "-c", "1", out("all.vox")]]
+        race(f"all thirteen in one run beside one ffmpeg command with {len(many)} of them, and sox for VOX after it",
+             all_thirteen, [ffmpeg(song, folder, many)] + beside)
+        race("all thirteen in one run beside one command each for twelve of them, two at a time", all_thirteen,
+             single + beside, at_once=2)
 
 
 if __name__ == "__main__":

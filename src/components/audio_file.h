@@ -130,10 +130,12 @@ public:
     // Lets the component itself ask for a format. Nothing is offered: NotSupported.
     virtual Outcome SelectFormat() = 0;
 
-    // Two settings of the reader that the start-up passes on (1: true, 2: 2): kept, without effect. The flag
-    // -1 says that whole files are converted: a reader then reads ahead and keeps what it decoded for the
-    // next OpenRead of the same file, a writer codes while its caller goes on. What is read and written is
-    // the same.
+    // Two settings of the reader that the start-up passes on (1: true, 2: 2): kept, without effect. Two flags
+    // say that whole files are converted: a reader then reads ahead, a writer codes while its caller goes on.
+    // With wholeFilesAgain each file is read several times, and a reader keeps what it decoded for the next
+    // OpenRead of the same file. What is read and written is the same.
+    static constexpr qint32 wholeFiles = -1;
+    static constexpr qint32 wholeFilesAgain = -2;
     virtual void SetBlockOption(qint32 option, qint32 value) = 0;
     virtual void SetFlag(qint32 value) = 0;
 };

@@ -190,6 +190,7 @@ bool ConversionRun::ExpectStages() {
     const auto ticked = std::count_if(stages.begin(), stages.end(), [&state](const StageFacts& facts) {
         return IsStageTicked(facts, state);
     });
+    parts_.inputFile.SetFlag(ticked < 2 ? KSTAudioFile2::wholeFiles : KSTAudioFile2::wholeFilesAgain);
     if (ticked < 2) {
         return false;
     }

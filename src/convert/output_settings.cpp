@@ -10,8 +10,7 @@ namespace {
 
 constexpr qint32 shownLayer2Kbps = 192;
 constexpr qint32 startKbps = 128;
-constexpr qint32 byBitRate = -1;      // no quality given
-constexpr qint32 wholeFilesFlag = -1; // see KSTAudioFile2::SetFlag
+constexpr qint32 byBitRate = -1; // no quality given
 constexpr qint32 rawBits = 16;
 
 } // namespace
@@ -34,8 +33,8 @@ void OutputSettings::Load() {
     cmbG723Bits_Click(1);
     state.BackwardTransform = 1;
     state.Converting = false;
-    parts_.inputFile.SetFlag(wholeFilesFlag);
-    outputFile.SetFlag(wholeFilesFlag);
+    parts_.inputFile.SetFlag(KSTAudioFile2::wholeFiles);
+    outputFile.SetFlag(KSTAudioFile2::wholeFiles);
     PassOver(outputFile.SetFormatOggVorbis(44100, 2, startKbps, 0, 0, byBitRate), "SetFormatOggVorbis");
     TakeFormatText(FormatBox::txtOGGFormatString);
     PassOver(outputFile.SetFormatMP3(44100, startKbps, 2), "SetFormatMP3");

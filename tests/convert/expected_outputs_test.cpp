@@ -43,6 +43,17 @@ TEST_F(ExpectedOutputsTest, ASingleOneIsNotTold) {
     EXPECT_EQ(output.calls.count(QStringLiteral("ForgetExpectedOutputs")), 0);
 }
 
+TEST_F(ExpectedOutputsTest, TheReaderIsToldWhetherFilesAreReadAgain) {
+    input.calls.clear();
+    Tick(OutputBox::chMP3);
+    Start();
+    EXPECT_TRUE(input.calls.contains(QStringLiteral("SetFlag -1")));
+    input.calls.clear();
+    Tick(OutputBox::chGSM);
+    Start();
+    EXPECT_TRUE(input.calls.contains(QStringLiteral("SetFlag -2")));
+}
+
 TEST_F(ExpectedOutputsTest, ATemplateAndABoxAreTwo) {
     Tick(OutputBox::chMP3);
     converter.State.AcmTemplatePath = QStringLiteral("/t/x.wav");

@@ -141,7 +141,7 @@ TEST_P(AudioFileContract, SecondOpenStartsAnew) {
 TEST_P(AudioFileContract, SettingsWithoutEffectChangeNothing) {
     file_.SetBlockOption(1, 1);
     file_.SetBlockOption(2, 2);
-    file_.SetFlag(-1);
+    file_.SetFlag(KSTAudioFile2::wholeFiles);
     EXPECT_EQ(file_.SelectFormat(), Outcome::NotSupported);
     ASSERT_EQ(file_.OpenRead(subject_->GoodPath(), 7, 9), Outcome::Ok);
     EXPECT_EQ(ReadAll(4096), subject_->GoodSamples());
@@ -192,7 +192,7 @@ TEST_P(AudioFileContract, OneFileAtATimeIsOpen) {
 }
 
 TEST_P(AudioFileContract, WhatIsExpectedChangesNothing) {
-    file_.SetFlag(-1);
+    file_.SetFlag(KSTAudioFile2::wholeFiles);
     ASSERT_EQ(file_.SetFormatPCMFreq(8000, 2, 16), Outcome::Ok);
     file_.ExpectOutput(subject_->RefusedPath());
     file_.ExpectOutput(subject_->TargetPath());

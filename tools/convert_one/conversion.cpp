@@ -12,21 +12,25 @@ namespace kestrune {
 
 namespace {
 
-constexpr qint32 wholeFiles = -1;
-
 // The longest times between two places where a window would let its events run.
 class Waits {
 public:
     Waits() { clock_.start(); }
-    void EventsRun() {
-        longestNs_ = std::max(longestNs_, clock_.nsecsElapsed());
+    // `before` is what was done since the last place.
+    void EventsRun(const QString& before) {
+        if (clock_.nsecsElapsed() > longestNs_) {
+            longestNs_ = clock_.nsecsElapsed();
+            longest_ = before;
+        }
         clock_.start();
     }
     double LongestMs() const { return static_cast<double>(longestNs_) / 1e6; }
+    const QString& Longest() const { return longest_; }
 
 private:
     QElapsedTimer clock_;
     qint64 longestNs_ = 0;
+    QString longest_;
 };
 
 Outcome CopySamples(KSTAudioFile2& in, KSTAudioFile2& out, Waits& waits) {
@@ -37,7 +41,7 @@ Outcome CopySamples(KSTAudioFile2& in, KSTAudioFile2& out, Waits& waits) {
             out.CloseFile();
             return outcome;
         }
-        waits.EventsRun();
+        waits.EventsRun(QStringLiteral("a block"));
     }
     return out.CloseFile();
 }
@@ -63,8 +67,8 @@ int Convert(const QString& input, const std::vector<OutputChoice>& outputs,
     const std::unique_ptr<KSTAudioFile2> in = MakeAudioFile();
     const std::unique_ptr<KSTAudioFile2> out = MakeAudioFile();
     if (options.whole) {
-        in->SetFlag(wholeFiles);
-        out->SetFlag(wholeFiles);
+        in->SetFlag(outputs.size() > 1 ? KSTAudioFile2::wholeFilesAgain : KSTAudioFile2::wholeFiles);
+        out->SetFlag(KSTAudioFile2::wholeFiles);
     }
     for (const OutputChoice& choice : outputs) {
         if (options.expect && SetFormat(*out, choice.format) == Outcome::Ok) {
@@ -87,9 +91,10 @@ int Convert(const QString& input, const std::vector<OutputChoice>& outputs,
             times << choice.format << ' ' << clock.elapsed() / 1000.0 << " s" << Qt::endl;
         }
     }
-    waits.EventsRun();
+    waits.EventsRun(QStringLiteral("the end"));
     if (options.timed) {
-        times << "longest wait of an event " << waits.LongestMs() << " ms" << Qt::endl;
+        times << "longest wait of an event " << waits.LongestMs() << " ms, for " << waits.Longest()
+              << Qt::endl;
     }
     return failures;
 }

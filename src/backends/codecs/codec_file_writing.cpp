@@ -11,7 +11,6 @@ namespace kestrune {
 
 namespace {
 
-constexpr qint32 wholeFilesFlag = -1;
 constexpr int mostThreads = 2;
 // Of the samples that a reader keeps.
 constexpr qint64 mostKeptBytes = Q_INT64_C(256) << 20;
@@ -21,8 +20,12 @@ constexpr qint64 mostAheadBytes = Q_INT64_C(256) << 20;
 } // namespace
 
 void CodecFile::SetFlag(qint32 value) {
-    wholeFiles_ = value == wholeFilesFlag;
-    input_.KeepBlocks(wholeFiles_ ? mostKeptBytes : 0);
+    wholeFiles_ = value == wholeFiles || value == wholeFilesAgain;
+    if (wholeFiles_) {
+        input_.ReadAhead(value == wholeFilesAgain ? mostKeptBytes : 0);
+    } else {
+        input_.ReadAtOnce();
+    }
 }
 
 // Only an object that writes gets threads.

@@ -52,11 +52,17 @@ FileIdentity IdentityOf(const QString& path, const HeaderlessFormats& headerless
 DecodeCache::DecodeCache() = default;
 DecodeCache::~DecodeCache() = default;
 
-void DecodeCache::KeepBlocks(qint64 mostBytes) {
-    mostKeptBytes_ = mostBytes;
-    if (mostBytes == 0 && !ahead_) {
+void DecodeCache::ReadAhead(qint64 mostKeptBytes) {
+    readsAhead_ = true;
+    mostKeptBytes_ = mostKeptBytes;
+    if (mostKeptBytes == 0 && !ahead_) {
         decoder_.reset();
     }
+}
+
+void DecodeCache::ReadAtOnce() {
+    ReadAhead(0);
+    readsAhead_ = false;
 }
 
 qint64 DecodeCache::Frame() const {
@@ -110,8 +116,7 @@ qint64 DecodeCache::LengthBytes() {
 }
 
 bool DecodeCache::StartsAhead(qint64 bytes) const {
-    return mostKeptBytes_ > 0 && source_ && untouched_ && bytes >= smallestBlockBytes &&
-           bytes <= largestBlockBytes;
+    return readsAhead_ && source_ && untouched_ && bytes >= smallestBlockBytes && bytes <= largestBlockBytes;
 }
 
 bool DecodeCache::IsAhead(qint64 bytes) {
@@ -137,7 +142,7 @@ void DecodeCache::LeaveAhead() {
     }
 }
 
-QByteArray DecodeCache::ReadAhead() {
+QByteArray DecodeCache::ReadFromDecoder() {
     if (position_ == decoder_->TotalBytes()) {
         return {};
     }
@@ -159,7 +164,7 @@ QByteArray DecodeCache::Read(qint64 bytes) {
         ahead_ = true;
     }
     if (ahead_ && IsAhead(whole)) {
-        return ReadAhead();
+        return ReadFromDecoder();
     }
     if (ahead_) {
         LeaveAhead();

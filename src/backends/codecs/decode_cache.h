@@ -27,9 +27,9 @@ struct FileIdentity {
     bool operator==(const FileIdentity&) const = default;
 };
 
-// Reads one file at a time. Once it keeps blocks, a file that is read from its start is decoded ahead by a
-// thread, and the next opening of the same unchanged file takes the blocks from memory. What is read is the
-// same either way. Positions and lengths are bytes. One thread.
+// Reads one file at a time. Once it reads ahead, a file that is read from its start is decoded by a thread,
+// and if it keeps blocks, the next opening of the same unchanged file takes them from memory. What is read is
+// the same either way. Positions and lengths are bytes. One thread.
 class DecodeCache {
 public:
     DecodeCache();
@@ -37,8 +37,10 @@ public:
     DecodeCache(const DecodeCache&) = delete;
     DecodeCache& operator=(const DecodeCache&) = delete;
 
-    // From now on, up to so many bytes; 0 to keep none any more.
-    void KeepBlocks(qint64 mostBytes);
+    // From now on, and keeps files of up to so many bytes of samples; 0 for none.
+    void ReadAhead(qint64 mostKeptBytes);
+    // From now on, and lets go what was kept. So at the start.
+    void ReadAtOnce();
     // As OpenSource.
     Outcome Open(const QString& path, const HeaderlessFormats& headerless);
     void Close();
@@ -54,11 +56,12 @@ public:
 private:
     bool StartsAhead(qint64 bytes) const;
     bool IsAhead(qint64 bytes);
-    QByteArray ReadAhead();
+    QByteArray ReadFromDecoder();
     void LeaveAhead();
     QByteArray ReadDirectly(qint64 bytes);
     qint64 Frame() const;
 
+    bool readsAhead_ = false;
     qint64 mostKeptBytes_ = 0;
     bool open_ = false;
     HeaderlessFormats headerless_; // of the open file

@@ -52,8 +52,8 @@ protected:
 
     Expected() {
         QDir(QFileInfo(input_).path()).mkdir(QStringLiteral("out"));
-        in_.SetFlag(-1);
-        out_.SetFlag(-1);
+        in_.SetFlag(KSTAudioFile2::wholeFilesAgain);
+        out_.SetFlag(KSTAudioFile2::wholeFiles);
     }
     QString Path(const QString& name) const { return folder_.Path(QStringLiteral("out/") + name); }
 
@@ -278,7 +278,7 @@ TEST_F(Expected, FullDiskIsToldByEveryKind) {
     for (const bool wholeFiles : {false, true}) {
         for (const Stage& stage : Stages()) {
             CodecFile file;
-            file.SetFlag(wholeFiles ? -1 : 0);
+            file.SetFlag(wholeFiles ? KSTAudioFile2::wholeFiles : 0);
             folder_.Write(QStringLiteral("out/") + stage.name, "old");
             SetFormat(file, stage);
             const SmallDisk disk;
@@ -310,7 +310,7 @@ TEST_F(Expected, InputMayBeAnOutput) {
 
 TEST_F(Expected, WorkUnderWayIsLeftAtTheEnd) {
     auto file = std::make_unique<CodecFile>();
-    file->SetFlag(-1);
+    file->SetFlag(KSTAudioFile2::wholeFiles);
     for (const Stage& stage : Stages()) {
         SetFormat(*file, stage);
         file->ExpectOutput(Path(stage.name));

@@ -61,7 +61,7 @@ protected:
     QString path_ = folder_.Write(QStringLiteral("a.wav"), WaveFile({1, 2, 44100, 16}, samples_));
     DecodeCache cache_;
 
-    DecodeCacheTest() { cache_.KeepBlocks(plenty); }
+    DecodeCacheTest() { cache_.ReadAhead(plenty); }
 
     static std::vector<QByteArray> ReadBlocks(DecodeCache& cache) {
         std::vector<QByteArray> blocks;
@@ -100,16 +100,25 @@ TEST_F(DecodeCacheTest, SecondOpeningSharesTheBlocks) {
 }
 
 TEST_F(DecodeCacheTest, NothingIsKeptUnlessAsked) {
-    cache_.KeepBlocks(0);
+    cache_.ReadAtOnce();
     const std::vector<QByteArray> first = OpenAndRead(path_);
     EXPECT_EQ(Joined(first), samples_);
     EXPECT_FALSE(ShareMemory(first, OpenAndRead(path_)));
 }
 
+TEST_F(DecodeCacheTest, ReadingAheadAloneKeepsNothing) {
+    cache_.ReadAhead(0);
+    const std::vector<QByteArray> first = OpenAndRead(path_);
+    EXPECT_EQ(Joined(first), samples_);
+    const std::vector<QByteArray> second = OpenAndRead(path_);
+    EXPECT_EQ(Joined(second), samples_);
+    EXPECT_FALSE(ShareMemory(first, second));
+}
+
 TEST_F(DecodeCacheTest, KeepingNoMoreLetsTheBlocksGo) {
     const std::vector<QByteArray> first = OpenAndRead(path_);
-    cache_.KeepBlocks(0);
-    cache_.KeepBlocks(plenty);
+    cache_.ReadAtOnce();
+    cache_.ReadAhead(plenty);
     const std::vector<QByteArray> second = OpenAndRead(path_);
     EXPECT_EQ(Joined(second), samples_);
     EXPECT_FALSE(ShareMemory(first, second));
@@ -176,7 +185,7 @@ TEST_F(DecodeCacheTest, FormatsOfHeaderlessFilesAreNothingToOthers) {
 }
 
 TEST_F(DecodeCacheTest, LongerFileIsReadWholeAndNotKept) {
-    cache_.KeepBlocks(50000);
+    cache_.ReadAhead(50000);
     const std::vector<QByteArray> first = OpenAndRead(path_);
     EXPECT_EQ(Joined(first), samples_);
     const std::vector<QByteArray> second = OpenAndRead(path_);
@@ -213,8 +222,8 @@ TEST_F(DecodeCacheTest, ClosedEarlyIsReadAnew) {
 }
 
 TEST_F(DecodeCacheTest, AnyOrderOfReadingGivesTheSame) {
-    for (const qint64 kept : {plenty, Q_INT64_C(20000)}) {
-        cache_.KeepBlocks(kept);
+    for (const qint64 kept : {plenty, Q_INT64_C(20000), Q_INT64_C(0)}) {
+        cache_.ReadAhead(kept);
         std::mt19937 random(static_cast<quint32>(kept));
         for (int opening = 0; opening < 60; ++opening) {
             ASSERT_EQ(cache_.Open(path_, {}), Outcome::Ok);

@@ -35,8 +35,8 @@ std::vector<qint16> Doubled(const std::vector<qint16>& mono) {
 class Targets : public testing::TestWithParam<SoundShape> {
 protected:
     void SetUp() override {
-        input_.SetFlag(-1);
-        output_.SetFlag(-1);
+        input_.SetFlag(KSTAudioFile2::wholeFilesAgain);
+        output_.SetFlag(KSTAudioFile2::wholeFiles);
     }
 
     // A sound of so many frames as a WAVE file.
