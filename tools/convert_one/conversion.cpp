@@ -33,15 +33,16 @@ private:
     QString longest_;
 };
 
-Outcome CopySamples(KSTAudioFile2& in, KSTAudioFile2& out, Waits& waits) {
+Outcome CopySamples(KSTAudioFile2& in, KSTAudioFile2& out, const QString& format, Waits& waits) {
     out.SetSourceFormat(in.GetWaveFormat(), in.GetChannels());
     const qint64 blockBytes = static_cast<qint64>(in.GetChannels()) * in.GetWaveFormat();
+    int number = 0;
     for (QByteArray block = in.ReadBlock(blockBytes); !block.isEmpty(); block = in.ReadBlock(blockBytes)) {
         if (const Outcome outcome = out.WriteBlock(block); outcome != Outcome::Ok) {
             out.CloseFile();
             return outcome;
         }
-        waits.EventsRun(QStringLiteral("a block"));
+        waits.EventsRun(QStringLiteral("block %1 of %2").arg(++number).arg(format));
     }
     return out.CloseFile();
 }
@@ -55,7 +56,7 @@ Outcome ConvertOne(KSTAudioFile2& in, KSTAudioFile2& out, const QString& input, 
         return outcome;
     }
     const Outcome created = out.Create(choice.file, 0);
-    const Outcome outcome = created == Outcome::Ok ? CopySamples(in, out, waits) : created;
+    const Outcome outcome = created == Outcome::Ok ? CopySamples(in, out, choice.format, waits) : created;
     in.CloseFile();
     return outcome;
 }

@@ -86,7 +86,13 @@ Outcome EncodingOutput::WriteAhead(const QByteArray& block) {
         return outcome == Outcome::Ok ? WriteInPool(block) : outcome;
     }
     ++blocks_;
-    const Outcome outcome = pool_->WaitForBlocks(ahead_->job, blocks_ - blocksBehind);
+    // The file comes as the writer goes on: its end would else be waited for all at once.
+    const qint64 wanted = blocks_ - blocksBehind;
+    const double part = static_cast<double>(wanted) / static_cast<double>(ahead_->blocks->size());
+    Outcome outcome = pool_->WaitForMove(ahead_->job, part);
+    if (outcome == Outcome::Ok) {
+        outcome = pool_->WaitForBlocks(ahead_->job, wanted);
+    }
     return outcome == Outcome::Ok ? outcome : EncodeAnew();
 }
 

@@ -139,6 +139,12 @@ Outcome EncodingPool::WaitForBlocks(const EncodingJobPtr& job, qint64 blocks) {
     return job->outcome_;
 }
 
+Outcome EncodingPool::WaitForMove(const EncodingJobPtr& job, double part) {
+    std::unique_lock lock(mutex_);
+    moved_.wait(lock, [&] { return job->outcome_ != Outcome::Ok || job->movedPart_ >= part; });
+    return job->outcome_;
+}
+
 Outcome EncodingPool::WaitForEnd(const EncodingJobPtr& job) {
     std::unique_lock lock(mutex_);
     moved_.wait(lock, [&] { return job->over_ && !job->held_ && job->target_ == nullptr; });
@@ -203,6 +209,19 @@ void EncodingPool::Settle(EncodingJob& job, Outcome outcome, bool isOver) {
     wanted_.notify_one();
 }
 
+// On a thread that holds the job, without the lock.
+bool EncodingPool::Move(EncodingJob& job, QIODevice& target) {
+    const auto all = static_cast<double>(std::max<qint64>(job.device_->size(), 1));
+    const bool moved = job.device_->MoveTo(target, [&](qint64 copiedBytes) {
+        const std::lock_guard lock(mutex_);
+        job.movedPart_ = static_cast<double>(copiedBytes) / all;
+        moved_.notify_all();
+    });
+    const std::lock_guard lock(mutex_);
+    job.movedPart_ = 1;
+    return moved;
+}
+
 // One step of a job: its begin, its move, a block, or its end. The lock is given up meanwhile.
 void EncodingPool::RunOnce(std::unique_lock<std::mutex>& lock, EncodingJob& job) {
     job.held_ = true;
@@ -221,7 +240,7 @@ void EncodingPool::RunOnce(std::unique_lock<std::mutex>& lock, EncodingJob& job)
     const auto start = Clock::now();
     Outcome outcome = Outcome::Ok;
     if (target != nullptr) {
-        outcome = job.device_->MoveTo(*target) ? Outcome::Ok : Outcome::WriteFailed;
+        outcome = Move(job, *target) ? Outcome::Ok : Outcome::WriteFailed;
     } else if (begins) {
         outcome = job.pipeline_->Begin(*job.device_);
     } else if (encodes) {

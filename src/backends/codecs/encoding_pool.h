@@ -41,6 +41,7 @@ private:
     bool over_ = false;           // finished, failed or dropped
     QIODevice* target_ = nullptr; // where it is to move
     bool hasMoved_ = false;       // or is to
+    double movedPart_ = 0;        // of what was in memory when it began to move, 0 to 1
     Outcome outcome_ = Outcome::Ok;
     qint64 encodedBlocks_ = 0;
     qint64 waitingBytes_ = 0;
@@ -83,6 +84,9 @@ public:
 
     // True when the encoder took its format and nothing failed since.
     bool IsUnderWay(const EncodingJobPtr& job);
+    // Until so much of what a job had in memory, 0 to 1, has moved to where it was told to. Gives at once
+    // what failed.
+    Outcome WaitForMove(const EncodingJobPtr& job, double part);
     // Until this many blocks are encoded. Gives at once what failed.
     Outcome WaitForBlocks(const EncodingJobPtr& job, qint64 blocks);
     // After End, until the file is finished.
@@ -93,6 +97,7 @@ private:
     void Work();
     EncodingJobPtr Pick() const;
     void RunOnce(std::unique_lock<std::mutex>& lock, EncodingJob& job);
+    bool Move(EncodingJob& job, QIODevice& target);
     void Settle(EncodingJob& job, Outcome outcome, bool isOver);
 
     std::mutex mutex_;

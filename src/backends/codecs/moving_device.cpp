@@ -1,5 +1,7 @@
 #include "backends/codecs/moving_device.h"
 
+#include <algorithm>
+
 namespace kestrune {
 
 MovingDevice::MovingDevice() : memory_(std::make_unique<QBuffer>()), place_(memory_.get()) {
@@ -8,9 +10,18 @@ MovingDevice::MovingDevice() : memory_(std::make_unique<QBuffer>()), place_(memo
     open(QIODevice::ReadWrite | QIODevice::Unbuffered);
 }
 
-bool MovingDevice::MoveTo(QIODevice& place) {
+bool MovingDevice::MoveTo(QIODevice& place, const Progress& onProgress) {
+    constexpr qint64 pieceBytes = Q_INT64_C(1) << 20;
     const QByteArray& written = memory_->data();
-    const bool moved = place.write(written) == written.size() && place.seek(pos());
+    bool moved = true;
+    for (qint64 at = 0; at < written.size() && moved; at += pieceBytes) {
+        const qint64 bytes = std::min<qint64>(pieceBytes, written.size() - at);
+        moved = place.write(written.constData() + at, bytes) == bytes;
+        if (onProgress) {
+            onProgress(at + bytes);
+        }
+    }
+    moved = moved && place.seek(pos());
     place_ = &place;
     memory_.reset();
     return moved;

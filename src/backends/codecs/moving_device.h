@@ -4,6 +4,7 @@
 #include <QBuffer>
 #include <QIODevice>
 
+#include <functional>
 #include <memory>
 
 namespace kestrune {
@@ -15,8 +16,10 @@ public:
     MovingDevice();
 
     // Copies what was written to `place`, which is empty, can be moved in and outlives this; from then on all
-    // goes there. False if it could not take all; this is of no more use then.
-    bool MoveTo(QIODevice& place);
+    // goes there. False if it could not take all; this is of no more use then. `onProgress` is told the bytes
+    // copied so far, every now and then.
+    using Progress = std::function<void(qint64 copiedBytes)>;
+    bool MoveTo(QIODevice& place, const Progress& onProgress = {});
 
     qint64 size() const override;
     bool seek(qint64 position) override;

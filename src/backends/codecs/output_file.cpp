@@ -6,13 +6,38 @@
 #include <QFileInfo>
 #include <QTemporaryFile>
 
+#include <algorithm>
 #include <cstdio>
 
+#include <fcntl.h>
 #include <unistd.h>
 
 namespace kestrune {
 
 namespace {
+
+// A file that the disk is given as it grows: when it is whole, little is left to wait for.
+class FlowingFile : public QTemporaryFile {
+public:
+    using QTemporaryFile::QTemporaryFile;
+
+protected:
+    qint64 writeData(const char* data, qint64 bytes) override {
+        constexpr qint64 stepBytes = Q_INT64_C(4) << 20;
+        const qint64 written = QTemporaryFile::writeData(data, bytes);
+        unsentBytes_ += std::max<qint64>(written, 0);
+        if (unsentBytes_ >= stepBytes) {
+            flush();
+            // Only begun, and not waited for; where it is not known the end takes longer.
+            static_cast<void>(sync_file_range(handle(), 0, 0, SYNC_FILE_RANGE_WRITE));
+            unsentBytes_ = 0;
+        }
+        return written;
+    }
+
+private:
+    qint64 unsentBytes_ = 0;
+};
 
 // As many links in a row as the system itself follows.
 constexpr int mostLinks = 40;
@@ -60,7 +85,7 @@ Outcome OutputFile::OpenNew(const QString& path) {
 
 Outcome OutputFile::OpenBeside(const QString& path) {
     const QString folder = QFileInfo(path).absolutePath();
-    auto beside = std::make_unique<QTemporaryFile>(folder + QStringLiteral("/.kestrune-XXXXXX"));
+    auto beside = std::make_unique<FlowingFile>(folder + QStringLiteral("/.kestrune-XXXXXX"));
     if (!beside->open()) {
         qCDebug(logCodecs) << "cannot create a file beside" << path << beside->errorString();
         return Outcome::WriteFailed;

@@ -51,6 +51,26 @@ private:
     QIODevice* out_ = nullptr;
 };
 
+// Takes so many bytes, and the others once it is told to go on.
+class StallingDevice : public QBuffer {
+public:
+    explicit StallingDevice(qint64 freeBytes) : freeBytes_(freeBytes) { open(QIODevice::ReadWrite); }
+    void GoOn() { gate_.set_value(); }
+
+protected:
+    qint64 writeData(const char* data, qint64 bytes) override {
+        if (size() >= freeBytes_) {
+            goOn_.wait();
+        }
+        return QBuffer::writeData(data, bytes);
+    }
+
+private:
+    qint64 freeBytes_;
+    std::promise<void> gate_;
+    std::shared_future<void> goOn_ = gate_.get_future().share();
+};
+
 std::unique_ptr<EncodingPipeline> Piped(std::unique_ptr<SampleEncoder> encoder) {
     return std::make_unique<EncodingPipeline>(std::move(encoder));
 }
@@ -117,6 +137,25 @@ TEST(EncodingPool, JobsMoveAtAnyTime) {
     }
 }
 
+TEST(EncodingPool, AMoveIsWaitedForByParts) {
+    constexpr qsizetype fileBytes = Q_INT64_C(8) << 20;
+    EncodingPool pool(1);
+    const EncodingJobPtr job = pool.AddInMemory(Piped(std::make_unique<GatedEncoder>()));
+    pool.Push(job, QByteArray(fileBytes, 'x'));
+    EXPECT_EQ(pool.WaitForBlocks(job, 1), Outcome::Ok);
+    StallingDevice out(fileBytes / 2);
+    pool.MoveTo(job, out);
+    EXPECT_EQ(pool.WaitForMove(job, 0), Outcome::Ok);
+    EXPECT_EQ(pool.WaitForMove(job, 0.5), Outcome::Ok);
+    EXPECT_EQ(out.size(), fileBytes / 2);
+    out.GoOn();
+    EXPECT_EQ(pool.WaitForMove(job, 1), Outcome::Ok);
+    EXPECT_EQ(out.size(), fileBytes);
+    pool.End(job);
+    EXPECT_EQ(pool.WaitForEnd(job), Outcome::Ok);
+    EXPECT_EQ(out.data(), QByteArray(fileBytes, 'x') + "end");
+}
+
 TEST(EncodingPool, MoveThatFailsIsTold) {
     EncodingPool pool(2);
     QBuffer closed;
@@ -126,6 +165,7 @@ TEST(EncodingPool, MoveThatFailsIsTold) {
     pool.MoveTo(job, closed);
     pool.Push(job, Block(1));
     pool.End(job);
+    EXPECT_EQ(pool.WaitForMove(job, 1), Outcome::WriteFailed);
     EXPECT_EQ(pool.WaitForEnd(job), Outcome::WriteFailed);
 }
 
