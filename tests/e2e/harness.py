@@ -186,8 +186,8 @@ class Stage:
     def key(self, *keys):
         self.xdotool("key", "--clearmodifiers", *keys)
 
-    def type_text(self, text):
-        self.xdotool("type", "--delay", "2", "--", text)
+    def type_text(self, text, delay_ms=2):
+        self.xdotool("type", "--delay", delay_ms, "--", text)
 
     def picture_sum(self, window, left, top, width, height):
         """A sum over the pixels of a part of a window, equal for equal pictures."""

@@ -4,6 +4,7 @@
 #include "convert/converter_layout.h"
 #include "convert/converter_pictures.h"
 #include "convert/format_panel_layout.h"
+#include "editors/editor_key.h"
 #include "skin/corner_sizes.h"
 #include "skin/dialog_buttons.h"
 #include "skin/skin_colours.h"
@@ -40,6 +41,7 @@ struct Row {
     const SkinPicture* ground;
     const SkinPicture* off; // null: it is never disabled
     const SkinPicture* strip;
+    QPoint dimmed = noLook; // in off, if not where the normal look is
 };
 
 QString Named(const char* name, size_t index) {
@@ -114,11 +116,26 @@ std::vector<Row> DialogKeys(const DialogButtons& buttons) {
     return rows;
 }
 
+std::vector<Row> EditorKeys(const SkinPicture& pictures) {
+    constexpr std::array<const char*, EditorKey::faceCount> names = {
+        "Update", "Close", "Previous", "Next", "Cues", "Add", "Delete", "Open Audio File"};
+    std::vector<Row> rows;
+    for (size_t index = 0; index < names.size(); ++index) {
+        const auto face = static_cast<KeyFace>(index);
+        const EditorKey key(pictures, face, nullptr);
+        rows.push_back({QStringLiteral("EditorKey, ") + QLatin1String(names[index]),
+                        EditorKey::NormalPiece(face), key.Looks().hover, key.Looks().pressed.value_or(noLook),
+                        noLook, &pictures, &pictures, &pictures, EditorKey::OffPiece(face).topLeft()});
+    }
+    return rows;
+}
+
 // The look as it is seen: the window's own piece, and over it that of the strip.
 void PaintLook(QPainter& painter, const Row& row, int look, const QPoint& at) {
     if (look == 4) {
         if (row.off != nullptr) {
-            row.off->Paint(painter, at, row.normal);
+            const QPoint corner = row.dimmed.x() < 0 ? row.normal.topLeft() : row.dimmed;
+            row.off->Paint(painter, at, {corner, row.normal.size()});
         }
         return;
     }
@@ -179,6 +196,10 @@ int main(int argc, char** argv) {
     SkinnedDialog dialog(corners::dialog);
     const DialogButtons buttons(dialog.Chrome(), nullptr);
     for (Row& row : DialogKeys(buttons)) {
+        rows.push_back(std::move(row));
+    }
+    const SkinPicture editorPictures(QStringLiteral(":/skin/editor_buttons.svg"));
+    for (Row& row : EditorKeys(editorPictures)) {
         rows.push_back(std::move(row));
     }
     return Sheet(rows).save(QString::fromLocal8Bit(argv[1])) ? 0 : 1;

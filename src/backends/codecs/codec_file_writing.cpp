@@ -11,7 +11,7 @@ namespace kestrune {
 
 namespace {
 
-constexpr int mostThreads = 2;
+constexpr int mostThreads = 13; // more files than that are never under way
 // Of the samples that a reader keeps.
 constexpr qint64 mostKeptBytes = Q_INT64_C(256) << 20;
 // Of the samples and the files encoded ahead.

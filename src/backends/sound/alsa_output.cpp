@@ -149,7 +149,9 @@ bool AlsaOutput::IsDrained() {
     if (hasGone || snd_pcm_delay(pcm, &delay) < 0) {
         return false;
     }
-    if (paddedFrames > 0 && delay <= paddedFrames) {
+    // A server behind the library tells a delay that may be short by some of its mixing step: some of the
+    // silence is to be heard, too.
+    if (paddedFrames > 0 && delay <= paddedFrames - silenceFrames / 2) {
         return true;
     }
     const qint64 wantedFrames = paddedFrames == 0 ? silenceFrames : silenceFrames - delay;
