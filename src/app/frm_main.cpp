@@ -6,6 +6,7 @@
 #include "playback/format_lamps.h"
 #include "playback/position.h"
 #include "playlist/playlist_totals.h"
+#include "skin/hover_keeper.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -152,6 +153,11 @@ bool FrmMain::eventFilter(QObject* watched, QEvent* event) {
     case QEvent::Enter:
     case QEvent::MouseMove:
         ToolBarMouse(widget);
+        break;
+    case QEvent::MouseButtonRelease:
+        if (HoverKeeper::IsLetGoElsewhere(*widget, *static_cast<QMouseEvent*>(event))) {
+            ToolBarMouse(nullptr);
+        }
         break;
     default:
         break;

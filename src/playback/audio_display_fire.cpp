@@ -148,8 +148,7 @@ void FirePicture::Lay(const DisplayCanvas& canvas) {
 
 void FirePicture::Clear() {
     shown_.Clear();
-    std::fill(flames_.begin(), flames_.end(), 0.0F);
-    std::fill(marks_.begin(), marks_.end(), 0.0F);
+    SpreadBands();
     std::fill(heat_.begin(), heat_.end(), 0.0F);
     isBurning_ = false;
     Burn();

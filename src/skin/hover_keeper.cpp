@@ -61,6 +61,12 @@ void HoverKeeper::Watch(QWidget* widget) {
     }
 }
 
+bool HoverKeeper::IsLetGoElsewhere(const QWidget& held, const QMouseEvent& release) {
+    const QPoint at = release.position().toPoint();
+    const QWidget* window = held.window();
+    return !held.rect().contains(at) && window->rect().contains(held.mapTo(window, at));
+}
+
 bool HoverKeeper::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::MouseMove) {
         const auto* button = qobject_cast<ImageButton*>(watched);
@@ -69,11 +75,8 @@ bool HoverKeeper::eventFilter(QObject* watched, QEvent* event) {
             ReturnButton();
         }
     } else if (event->type() == QEvent::MouseButtonRelease) {
-        // A held button takes all moves of the mouse, and none need follow where it is let go.
         const auto* button = qobject_cast<ImageButton*>(watched);
-        const QPoint at = static_cast<QMouseEvent*>(event)->position().toPoint();
-        if (button != nullptr && !button->rect().contains(at) &&
-            button->window()->rect().contains(button->mapTo(button->window(), at))) {
+        if (button != nullptr && IsLetGoElsewhere(*button, *static_cast<QMouseEvent*>(event))) {
             ReturnButton();
         }
     } else if (event->type() == QEvent::ChildPolished) {

@@ -7,6 +7,7 @@
 #include <QObject>
 #include <QPointer>
 
+class QMouseEvent;
 class QWidget;
 
 namespace kestrune {
@@ -30,6 +31,10 @@ public:
     // than a button that can be lit, or a held button is let go over it. Turns mouse tracking on for all of
     // them. The window itself is what to watch.
     void Watch(QWidget* widget);
+
+    // True if a widget that was held is let go over another place of its window. While it is held it takes
+    // all moves of the mouse, and none need follow where it is let go.
+    static bool IsLetGoElsewhere(const QWidget& held, const QMouseEvent& release);
 
     // Index plus 1 of the lit button of a group, 0 for none.
     quint8 HoverIndex(int group) const { return groups_.HoverIndex(group); }

@@ -117,6 +117,17 @@ TEST_F(AudioDisplayViewTest, EachTypeLooksDifferentAtRestAndInSound) {
     }
 }
 
+TEST_F(AudioDisplayViewTest, EmbersGlowBeforeAnythingWasHeard) {
+    display.SetProperty(DisplayKind, FftFire);
+    const QImage picture = Picture();
+    int warm = 0;
+    for (int x = 0; x < picture.width(); ++x) {
+        const QRgb pixel = picture.pixel(x, picture.height() - 5);
+        warm += qRed(pixel) > 100 && qRed(pixel) > 2 * qBlue(pixel) ? 1 : 0;
+    }
+    EXPECT_GT(warm, picture.width() / 2);
+}
+
 TEST_F(AudioDisplayViewTest, AnEmptyBlockShowsTheRestAgain) {
     for (qint32 type = 0; type < displayTypeCount; ++type) {
         display.SetProperty(DisplayKind, type);
