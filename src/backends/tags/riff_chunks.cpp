@@ -139,9 +139,11 @@ std::optional<FilePieces> PiecesOf(const RiffForm& form) {
         const qint64 bytes = chunkHeadBytes + chunk.sizeBytes + (chunk.padded ? 1 : 0);
         body.AddRange(chunk.offset, bytes);
         endBytes += bytes;
-        // At the end of the file the padding may have been left out, but not in front of another chunk.
+        // The padding may have been left out at the end of the file, but not in front of a chunk that is new
+        // there: the second letter of its name could be taken for its first.
+        const bool isFollowed = at + 1 < form.chunks.size();
         const bool wasLast = chunk.offset + bytes == form.fileBytes;
-        if (wasLast && (bytes & 1) != 0 && at + 1 < form.chunks.size()) {
+        if ((bytes & 1) != 0 && isFollowed && (wasLast || form.chunks[at + 1].change)) {
             body.AddBytes(QByteArray(1, '\0'));
             ++endBytes;
         }

@@ -121,6 +121,22 @@ TEST_F(CuePoints, WithTheLastOneTheChunksGo) {
     EXPECT_EQ(ContentOf(path_), bare);
 }
 
+TEST_F(CuePoints, BehindSoundWithoutItsPaddingTheyAreFoundAgain) {
+    // Two points make a chunk whose size begins with a letter: without the padding "ue 4" would pass for a
+    // name.
+    const QByteArray sound = "data" + Little(8001) + DataChunk(8001).mid(8, 8001);
+    const QByteArray one = Chunk("cue ", Little(1) + CueEntry(1, 5));
+    Open(Wave(FormatChunk() + sound + one));
+    ASSERT_EQ(info_->CueCount(), 1);
+    ASSERT_EQ(info_->AddCue(Point(9)), Outcome::Ok);
+    Save();
+    EXPECT_TRUE(ContentOf(path_).contains(sound + QByteArray(1, '\0') + "cue "));
+    Reopen();
+    EXPECT_EQ(info_->CueCount(), 2);
+    ExpectPoint(1, Point(5));
+    ExpectPoint(2, Point(9));
+}
+
 TEST_F(CuePoints, NewOnesComeBackInEveryScript) {
     Open(ForeignWave());
     const CuePoint unicode =
