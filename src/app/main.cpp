@@ -23,7 +23,6 @@
 #include <QApplication>
 #include <QDBusConnection>
 #include <cstdlib>
-#include <optional>
 
 namespace kestrune {
 namespace {
@@ -40,26 +39,8 @@ void ConnectDesktop(MediaControl& media, MprisService& mpris, FrmMain& window) {
 
 // The toolkit puts its pictures into memory that it shares with the X server, and before it paints there
 // again it waits for the server's answer. For small pictures many times a second that costs more than to send
-// them. Programs that are started from here are left their own choice.
-class PicturesBySocket {
-public:
-    PicturesBySocket() {
-        if (!isChosen) {
-            qputenv(name, "1");
-        }
-    }
-    ~PicturesBySocket() {
-        if (!isChosen) {
-            qunsetenv(name);
-        }
-    }
-    PicturesBySocket(const PicturesBySocket&) = delete;
-    PicturesBySocket& operator=(const PicturesBySocket&) = delete;
-
-private:
-    static constexpr const char* name = "QT_XCB_NO_MITSHM";
-    const bool isChosen = qEnvironmentVariableIsSet(name);
-};
+// them. It looks at this when it connects.
+constexpr const char* withoutSharedPictures = "QT_XCB_NO_MITSHM";
 
 } // namespace
 } // namespace kestrune
@@ -69,9 +50,15 @@ int main(int argc, char** argv) {
 
     // Files named on the command line are passed over, and so are options.
     int onlyProgramName = argc > 0 ? 1 : 0;
-    std::optional<PicturesBySocket> bySocket(std::in_place);
+    const bool isChosen = qEnvironmentVariableIsSet(withoutSharedPictures);
+    if (!isChosen) {
+        qputenv(withoutSharedPictures, "1");
+    }
     QApplication application(onlyProgramName, argv);
-    bySocket.reset();
+    if (!isChosen) {
+        // Programs that are started from here have their own choice.
+        qunsetenv(withoutSharedPictures);
+    }
     QApplication::setApplicationName(QStringLiteral("Kestrune"));
     QApplication::setDesktopFileName(QStringLiteral("kestrune"));
     QApplication::setQuitOnLastWindowClosed(false);

@@ -218,7 +218,9 @@ bool EncodingPool::Move(EncodingJob& job, QIODevice& target) {
         moved_.notify_all();
     });
     const std::lock_guard lock(mutex_);
-    job.movedPart_ = 1;
+    // There may have been nothing to copy. What failed is told by the outcome, and not taken for moved until
+    // then.
+    job.movedPart_ = moved ? 1 : job.movedPart_;
     return moved;
 }
 

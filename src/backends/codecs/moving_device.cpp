@@ -17,7 +17,7 @@ bool MovingDevice::MoveTo(QIODevice& place, const Progress& onProgress) {
     for (qint64 at = 0; at < written.size() && moved; at += pieceBytes) {
         const qint64 bytes = std::min<qint64>(pieceBytes, written.size() - at);
         moved = place.write(written.constData() + at, bytes) == bytes;
-        if (onProgress) {
+        if (moved && onProgress) {
             onProgress(at + bytes);
         }
     }

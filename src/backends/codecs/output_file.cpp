@@ -27,7 +27,9 @@ protected:
         const qint64 written = QTemporaryFile::writeData(data, bytes);
         unsentBytes_ += std::max<qint64>(written, 0);
         if (unsentBytes_ >= stepBytes) {
-            flush();
+            if (!flush()) {
+                return -1;
+            }
             // Only begun, and not waited for; where it is not known the end takes longer.
             static_cast<void>(sync_file_range(handle(), 0, 0, SYNC_FILE_RANGE_WRITE));
             unsentBytes_ = 0;

@@ -44,6 +44,12 @@ QByteArray HeadFor(const RiffForm& form, qint64 newEndBytes, bool isCut) {
     return form.head.left(4) + FourBytes(static_cast<quint32>(size), form.bigEndian) + form.head.mid(8, 4);
 }
 
+// Whether a chunk stood right behind another in the file, and is to stay as it was.
+bool Followed(const RiffChunk& chunk, const RiffChunk& next) {
+    const qint64 endBytes = chunk.offset + chunkHeadBytes + chunk.sizeBytes + (chunk.padded ? 1 : 0);
+    return !next.change && next.offset == endBytes;
+}
+
 } // namespace
 
 QByteArray FourBytes(quint32 number, bool bigEndian) {
@@ -139,11 +145,10 @@ std::optional<FilePieces> PiecesOf(const RiffForm& form) {
         const qint64 bytes = chunkHeadBytes + chunk.sizeBytes + (chunk.padded ? 1 : 0);
         body.AddRange(chunk.offset, bytes);
         endBytes += bytes;
-        // The padding may have been left out at the end of the file, but not in front of a chunk that is new
-        // there: the second letter of its name could be taken for its first.
+        // Where the padding was left out it stays so only in front of the chunk that was there: of another
+        // one the second letter of the name could be taken for the first.
         const bool isFollowed = at + 1 < form.chunks.size();
-        const bool wasLast = chunk.offset + bytes == form.fileBytes;
-        if ((bytes & 1) != 0 && isFollowed && (wasLast || form.chunks[at + 1].change)) {
+        if ((bytes & 1) != 0 && isFollowed && !Followed(chunk, form.chunks[at + 1])) {
             body.AddBytes(QByteArray(1, '\0'));
             ++endBytes;
         }

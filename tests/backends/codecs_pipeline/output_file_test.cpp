@@ -57,6 +57,22 @@ TEST_F(OutputFileTest, ExistingFileIsReplacedByCommitOnly) {
     EXPECT_EQ(Names(), QStringList{QStringLiteral("a.wav")});
 }
 
+// Large enough to be sent to the disk in several steps.
+TEST_F(OutputFileTest, LargeFileTakesThePlaceOfAnother) {
+    folder_.Write(QStringLiteral("a.wav"), "old");
+    ASSERT_EQ(file_.Open(path_), Outcome::Ok);
+    QByteArray wanted;
+    for (int piece = 0; piece < 20; ++piece) {
+        const QByteArray bytes(700001, static_cast<char>('a' + piece));
+        EXPECT_EQ(file_.Device().write(bytes), bytes.size());
+        wanted += bytes;
+    }
+    ASSERT_TRUE(file_.Device().seek(3));
+    file_.Device().write("head");
+    EXPECT_EQ(file_.Commit(), Outcome::Ok);
+    EXPECT_EQ(ReadWholeFile(path_), wanted.replace(3, 4, "head"));
+}
+
 TEST_F(OutputFileTest, ExistingFileIsKeptWithoutCommit) {
     folder_.Write(QStringLiteral("a.wav"), "old");
     {

@@ -137,6 +137,21 @@ TEST_F(CuePoints, BehindSoundWithoutItsPaddingTheyAreFoundAgain) {
     ExpectPoint(2, Point(9));
 }
 
+TEST_F(CuePoints, WhatMovesUpToSoundWithoutItsPaddingIsFoundAgain) {
+    // The size of the list begins with a letter.
+    const QByteArray sound = "data" + Little(8001) + DataChunk(8001).mid(8, 8001);
+    const QByteArray list =
+        Chunk("LIST", "INFO" + Chunk("INAM", QByteArray("A title of forty letters, counted by me\0", 40)));
+    ASSERT_EQ(list.at(4), '4');
+    Open(Wave(FormatChunk() + sound + Chunk("cue ", Little(1) + CueEntry(1, 5)) + list));
+    ASSERT_EQ(info_->CueCount(), 1);
+    ASSERT_EQ(info_->DeleteCue(), Outcome::Ok);
+    Save();
+    EXPECT_EQ(ContentOf(path_), Wave(FormatChunk() + sound + QByteArray(1, '\0') + list));
+    Reopen();
+    EXPECT_EQ(info_->Tag().title, QStringLiteral("A title of forty letters, counted by me"));
+}
+
 TEST_F(CuePoints, NewOnesComeBackInEveryScript) {
     Open(ForeignWave());
     const CuePoint unicode =
