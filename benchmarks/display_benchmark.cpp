@@ -2,7 +2,7 @@
 // DrawBlock, then what is pending, as each tick of the player does it. QT_SCALE_FACTOR=2 gives the figures of
 // a fine screen.
 #include "backends/spectrum/tx_spectrum.h"
-#include "playback/audio_display_view.h"
+#include "display/audio_display_view.h"
 #include "support/fake_clock.h"
 
 #include <QApplication>

@@ -1,6 +1,6 @@
 #include "app/options_record.h"
 
-#include "components/text_coding.h"
+#include "app/text_coding.h"
 
 #include <QtEndian>
 #include <bit>

@@ -1,7 +1,7 @@
 #include "convert/con_path.h"
 
 #include "app/paths.h"
-#include "components/text_coding.h"
+#include "app/text_coding.h"
 
 #include <QtEndian>
 

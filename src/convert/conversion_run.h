@@ -8,8 +8,8 @@
 #include "convert/conversion_rows.h"
 #include "convert/conversion_stages.h"
 #include "convert/converter_state.h"
-#include "convert/event_log.h"
 #include "convert/job_list.h"
+#include "tool_window/event_log.h"
 
 #include <QObject>
 #include <QString>

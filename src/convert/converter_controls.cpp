@@ -1,8 +1,8 @@
 #include "convert/converter_controls.h"
 
 #include "convert/converter_rules.h"
-#include "convert/event_sign_delegate.h"
 #include "skin/skin_colours.h"
+#include "tool_window/event_sign_delegate.h"
 
 #include <QHeaderView>
 
@@ -244,7 +244,7 @@ void Builder::MakeEvents() {
     view->setItemsExpandable(false);
     view->setEditTriggers(QAbstractItemView::NoEditTriggers);
     view->setModel(&rules_.Events);
-    view->setItemDelegateForColumn(EventItem, new EventSignDelegate(pictures_, view));
+    view->setItemDelegateForColumn(EventItem, new EventSignDelegate(pictures_.EventSigns(), view));
     view->header()->setSectionsMovable(false);
     for (size_t i = 0; i < at::eventColumns.size(); ++i) {
         view->header()->resizeSection(static_cast<int>(i), at::eventColumns[i]);

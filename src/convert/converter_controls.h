@@ -1,18 +1,18 @@
 // The controls of the converter window, each under its name, at its place.
 #pragma once
 
-#include "convert/captioned_button.h"
 #include "convert/converter_layout.h"
 #include "convert/converter_pictures.h"
 #include "convert/converter_state.h"
-#include "convert/elided_label.h"
 #include "convert/format_panel.h"
 #include "convert/input_list_view.h"
 #include "convert/input_types.h"
-#include "convert/path_label.h"
 #include "skin/hover_keeper.h"
 #include "skin/image_button.h"
 #include "skin/picture_label.h"
+#include "tool_window/captioned_button.h"
+#include "tool_window/elided_label.h"
+#include "tool_window/path_label.h"
 
 #include <QCheckBox>
 #include <QLineEdit>

@@ -16,9 +16,4 @@ ConverterPictures::ConverterPictures()
       signs_{QIcon(RegisterConverterPictures() + QStringLiteral("converter_event_run.svg")),
              QIcon(RegisterConverterPictures() + QStringLiteral("converter_event_settings.svg"))} {}
 
-QIcon ConverterPictures::EventSign(int number) const {
-    const bool known = number >= 1 && static_cast<size_t>(number) <= signs_.size();
-    return known ? signs_[static_cast<size_t>(number) - 1] : QIcon();
-}
-
 } // namespace kestrune

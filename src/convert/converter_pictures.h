@@ -4,7 +4,7 @@
 #include "skin/skin_picture.h"
 
 #include <QIcon>
-#include <array>
+#include <QList>
 
 namespace kestrune {
 
@@ -18,15 +18,15 @@ public:
     // The upper part of both with every glyph dimmed.
     const SkinPicture& Off() const { return off_; }
     const SkinPicture& Strip() const { return strip_; }
-    // The sign of a line of the events: 1 a step of a run, 2 a change of settings. Any other number is null.
-    QIcon EventSign(int number) const;
+    // The signs of the lines of the events: a step of a run, a change of settings.
+    const QList<QIcon>& EventSigns() const { return signs_; }
 
 private:
     SkinPicture short_;
     SkinPicture long_;
     SkinPicture off_;
     SkinPicture strip_;
-    std::array<QIcon, 2> signs_;
+    QList<QIcon> signs_;
 };
 
 } // namespace kestrune

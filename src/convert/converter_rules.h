@@ -11,10 +11,10 @@
 #include "convert/conversion_run.h"
 #include "convert/converter_panels.h"
 #include "convert/converter_state.h"
-#include "convert/event_log.h"
 #include "convert/job_list.h"
 #include "convert/output_settings.h"
 #include "playlist/playlist_rows.h"
+#include "tool_window/event_log.h"
 
 namespace kestrune {
 

@@ -1,7 +1,7 @@
 #include "convert/converterfrm_dialog.h"
 
-#include "convert/mp3_dialog.h"
-#include "convert/ogg_dialog.h"
+#include "encoder_options/mp3_dialog.h"
+#include "encoder_options/ogg_dialog.h"
 #include "skin/skin_colours.h"
 
 #include <QKeyEvent>

@@ -2,7 +2,7 @@
 
 #include "app/paths.h"
 #include "app/safe_file.h"
-#include "components/text_coding.h"
+#include "app/text_coding.h"
 #include "convert/con_path.h"
 #include "convert/passed_over.h"
 #include "playlist/playlist_text.h"

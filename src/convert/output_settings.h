@@ -4,8 +4,8 @@
 #include "components/audio_file.h"
 #include "components/user_prompts.h"
 #include "convert/converter_state.h"
-#include "convert/event_log.h"
 #include "convert/job_list.h"
+#include "tool_window/event_log.h"
 
 #include <QObject>
 #include <QString>

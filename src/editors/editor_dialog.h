@@ -1,8 +1,8 @@
 // What the windows of the editors have in common: title, body, a row of keys.
 #pragma once
 
-#include "editors/editor_key.h"
 #include "skin/titled_dialog.h"
+#include "tool_window/editor_key.h"
 
 #include <QGridLayout>
 #include <QHBoxLayout>

@@ -1,9 +1,9 @@
 #include "editors/frm_info.h"
 
 #include "editors/frm_cue_list.h"
-#include "editors/glass_panel.h"
 #include "skin/dialog_controls.h"
 #include "skin/skin_colours.h"
+#include "tool_window/glass_panel.h"
 
 #include <QGroupBox>
 #include <QKeyEvent>

@@ -1,6 +1,6 @@
 #include "playlist/playlist_editing.h"
 
-#include "components/text_coding.h"
+#include "app/text_coding.h"
 #include "playlist/playlist_text.h"
 
 #include <array>

@@ -1,7 +1,7 @@
 #include "playlist/text_playlists.h"
 
 #include "app/paths.h"
-#include "components/text_coding.h"
+#include "app/text_coding.h"
 #include "playlist/playlist_text.h"
 
 namespace kestrune {

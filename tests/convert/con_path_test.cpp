@@ -1,5 +1,5 @@
 #include "convert/con_path.h"
-#include "rules/rule_support.h"
+#include "support/rule_support.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 #include "convert/conversion_rows.h"
-#include "rules/rule_support.h"
+#include "support/rule_support.h"
 
 #include <gtest/gtest.h>
 

@@ -3,11 +3,11 @@
 
 #include "convert/converter_rules.h"
 #include "playlist/playlist_rows.h"
-#include "rules/rule_support.h"
 #include "support/fake_audio_file.h"
 #include "support/fake_clock.h"
 #include "support/fake_pending_events.h"
 #include "support/fake_user_prompts.h"
+#include "support/rule_support.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 #include "convert/input_types.h"
-#include "rules/rule_support.h"
+#include "support/rule_support.h"
 
 #include <gtest/gtest.h>
 

@@ -2,8 +2,8 @@
 #include "desktop/mpris_service.h"
 
 #include "bus_listener.h"
+#include "desktop/media_control_fixture.h"
 #include "private_bus.h"
-#include "rules/media_control_fixture.h"
 
 #include <QDBusArgument>
 #include <QDBusMessage>

@@ -1,7 +1,7 @@
 // What the tests of the option dialogs' windows share.
 #pragma once
 
-#include "convert/encoder_options_dialog.h"
+#include "encoder_options/encoder_options_dialog.h"
 #include "skin/image_button.h"
 
 #include <QAbstractButton>

@@ -1,5 +1,5 @@
 // The tables behind the sliders and lists of the encoder options.
-#include "convert/encoder_lists.h"
+#include "encoder_options/encoder_lists.h"
 
 #include <gtest/gtest.h>
 

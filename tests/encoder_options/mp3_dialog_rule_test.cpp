@@ -1,8 +1,8 @@
 // The MP3 options dialog without its window.
-#include "convert/mp3_dialog_rule.h"
+#include "encoder_options/mp3_dialog_rule.h"
 
-#include "components/mp3_presets.h"
-#include "convert/encoder_lists.h"
+#include "encoder_options/encoder_lists.h"
+#include "encoder_options/mp3_presets.h"
 #include "support/fake_audio_file.h"
 
 #include <gtest/gtest.h>

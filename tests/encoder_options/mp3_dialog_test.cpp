@@ -1,8 +1,8 @@
 // What the MP3 options dialog does by mouse and keys.
-#include "convert/mp3_dialog.h"
+#include "encoder_options/mp3_dialog.h"
 
-#include "components/mp3_presets.h"
 #include "dialog_fixture.h"
+#include "encoder_options/mp3_presets.h"
 #include "support/fake_audio_file.h"
 
 #include <QGroupBox>

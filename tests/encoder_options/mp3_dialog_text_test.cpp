@@ -1,7 +1,7 @@
 // Names and texts of the MP3 options dialog.
-#include "components/mp3_presets.h"
-#include "convert/mp3_dialog.h"
 #include "dialog_fixture.h"
+#include "encoder_options/mp3_dialog.h"
+#include "encoder_options/mp3_presets.h"
 #include "support/fake_audio_file.h"
 
 #include <QCheckBox>

@@ -1,5 +1,5 @@
 // The Ogg Vorbis options dialog without its window.
-#include "convert/ogg_dialog_rule.h"
+#include "encoder_options/ogg_dialog_rule.h"
 
 #include "support/fake_audio_file.h"
 #include "support/fake_user_prompts.h"

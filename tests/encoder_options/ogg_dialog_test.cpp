@@ -1,5 +1,5 @@
 // The Ogg Vorbis options dialog by mouse and keys.
-#include "convert/ogg_dialog.h"
+#include "encoder_options/ogg_dialog.h"
 
 #include "dialog_fixture.h"
 #include "support/fake_audio_file.h"

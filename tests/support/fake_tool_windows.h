@@ -1,7 +1,7 @@
 // Tool windows that are only noted.
 #pragma once
 
-#include "app/menu_routing.h"
+#include "main_window/menu_routing.h"
 
 #include <QList>
 

@@ -1,15 +1,15 @@
 // Draws every look of every picture button of the windows, at twice the size: kestrune_contact_sheet PICTURE.
-#include "app/main_layout.h"
-#include "app/main_pictures.h"
 #include "convert/converter_layout.h"
 #include "convert/converter_pictures.h"
 #include "convert/format_panel_layout.h"
-#include "editors/editor_key.h"
+#include "main_window/main_layout.h"
+#include "main_window/main_pictures.h"
 #include "skin/corner_sizes.h"
 #include "skin/dialog_buttons.h"
 #include "skin/skin_colours.h"
 #include "skin/skin_style.h"
 #include "skin/skinned_window.h"
+#include "tool_window/editor_key.h"
 
 #include <QApplication>
 #include <QImage>

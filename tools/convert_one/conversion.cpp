@@ -1,6 +1,6 @@
 #include "conversion.h"
 
-#include "backends/codecs/codec_file.h"
+#include "backends/audio_file/codec_file.h"
 
 #include <QElapsedTimer>
 #include <QTextStream>

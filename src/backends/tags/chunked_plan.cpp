@@ -1,9 +1,9 @@
 #include "backends/tags/chunked_plan.h"
 
+#include "app/text_coding.h"
 #include "backends/tags/id3_plan.h"
 #include "backends/tags/riff_chunks.h"
 #include "backends/tags/riff_info.h"
-#include "components/text_coding.h"
 
 #include <array>
 #include <utility>

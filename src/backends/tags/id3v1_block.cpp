@@ -1,8 +1,8 @@
 #include "backends/tags/id3v1_block.h"
 
+#include "app/text_coding.h"
 #include "backends/tags/genre_names.h"
 #include "backends/tags/tag_changes.h"
-#include "components/text_coding.h"
 
 #include <QList>
 

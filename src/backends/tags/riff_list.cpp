@@ -1,6 +1,6 @@
 #include "backends/tags/riff_list.h"
 
-#include "components/text_coding.h"
+#include "app/text_coding.h"
 
 #include <QtEndian>
 

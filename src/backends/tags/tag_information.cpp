@@ -1,6 +1,6 @@
 #include "backends/tags/tag_information.h"
 
-#include "backends/codecs/format_text.h"
+#include "backends/formats/format_text.h"
 #include "backends/tags/audio_probe.h"
 #include "backends/tags/bounded_file.h"
 #include "backends/tags/chunked_plan.h"

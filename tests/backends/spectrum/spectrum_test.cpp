@@ -1,5 +1,5 @@
 #include "backends/spectrum/tx_spectrum.h"
-#include "playback/audio_display.h"
+#include "display/audio_display.h"
 #include "support/fake_clock.h"
 #include "support/fake_spectrum.h"
 #include "support/spectrum_contract.h"

@@ -1,4 +1,4 @@
-#include "backends/codecs/codec_file.h"
+#include "backends/audio_file/codec_file.h"
 #include "backends/tags/made_files.h"
 #include "backends/tags/tag_information.h"
 

@@ -1,4 +1,4 @@
-#include "backends/codecs/stereo_to_mono.h"
+#include "backends/transform/stereo_to_mono.h"
 #include "support/audio_transform_contract.h"
 #include "support/fake_audio_transform.h"
 

@@ -1,0 +1,83 @@
+#include "app/text_coding.h"
+
+#include <QStringConverter>
+#include <array>
+
+namespace kestrune {
+
+namespace {
+
+// Code points of the bytes 0x80 to 0x9F in Windows-1252; the five unused ones stand for themselves.
+constexpr std::array<char16_t, 32> upperControls = {
+    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+
+QString DecodeWindows1252(QByteArrayView bytes) {
+    QString text;
+    text.reserve(bytes.size());
+    for (const char raw : bytes) {
+        const auto byte = static_cast<unsigned char>(raw);
+        if (byte >= 0x80 && byte <= 0x9F) {
+            text.append(QChar(upperControls[byte - 0x80U]));
+        } else {
+            text.append(QChar(static_cast<char16_t>(byte)));
+        }
+    }
+    return text;
+}
+
+} // namespace
+
+QByteArray EncodeText(const QString& text) {
+    return text.toUtf8();
+}
+
+QString DecodeText(QByteArrayView bytes) {
+    // A byte order mark inside a file is a character of the text, such as that of a file name.
+    QStringDecoder decoder(QStringDecoder::Utf8,
+                           QStringConverter::Flag::Stateless | QStringConverter::Flag::ConvertInitialBom);
+    QString text = decoder(bytes);
+    return decoder.hasError() ? DecodeWindows1252(bytes) : text;
+}
+
+QByteArray EncodeUpTo(const QString& text, qsizetype largestBytes) {
+    QByteArray bytes = EncodeText(text);
+    if (bytes.size() > largestBytes) {
+        qsizetype end = largestBytes;
+        while (end > 0 && (static_cast<unsigned char>(bytes[end]) & 0xC0U) == 0x80U) {
+            --end;
+        }
+        bytes.truncate(end);
+    }
+    return bytes;
+}
+
+QByteArray EncodeField(const QString& text, int width) {
+    return EncodeUpTo(text, width).leftJustified(width, ' ');
+}
+
+LineReader::LineReader(QByteArray bytes) : bytes_(std::move(bytes)) {
+    if (bytes_.startsWith("\xEF\xBB\xBF")) {
+        pos_ = 3;
+    }
+}
+
+QString LineReader::ReadLine() {
+    const qsizetype start = pos_;
+    while (pos_ < bytes_.size() && bytes_[pos_] != '\r' && bytes_[pos_] != '\n') {
+        ++pos_;
+    }
+    const qsizetype end = pos_;
+    if (pos_ < bytes_.size() && bytes_[pos_] == '\r') {
+        ++pos_;
+        if (pos_ < bytes_.size() && bytes_[pos_] == '\n') {
+            ++pos_;
+        }
+    } else if (pos_ < bytes_.size()) {
+        ++pos_;
+    }
+    return DecodeText(QByteArrayView(bytes_).sliced(start, end - start));
+}
+
+} // namespace kestrune

@@ -1,0 +1,304 @@
+#include "main_window/main_controls_builder.h"
+
+#include "main_window/main_window_access.h"
+#include "playback/position.h"
+#include "skin/skin_colours.h"
+
+namespace kestrune {
+
+namespace {
+
+constexpr int bodyFontPixels = 11;
+constexpr int titleFontPixels = 12;
+constexpr int smallFontPixels = 10;
+
+template <typename Index>
+QString Indexed(const QString& name, Index index) {
+    return QStringLiteral("%1(%2)").arg(name).arg(index);
+}
+
+template <typename Widget>
+Widget* Put(Widget* widget, const QString& name, const QRect& place) {
+    widget->setObjectName(name);
+    widget->setGeometry(place);
+    return widget;
+}
+
+QRect At(const QPoint& corner, const QSize& size) {
+    return {corner, size};
+}
+
+class Builder {
+public:
+    Builder(QWidget* window, const MainControlParts& parts) : window_(window), parts_(parts) {}
+
+    MainControls Make() {
+        InstallMainWindowAccess();
+        MakeTitle();
+        MakeToolBar();
+        MakeClock();
+        MakeDisplay();
+        MakeTransport();
+        MakeVolume();
+        MakeList();
+        OrderTabs();
+        return controls_;
+    }
+
+private:
+    ImageButton* Picture(const QString& name, const QString& tip, const layout::Key& key, int group,
+                         int index) {
+        ButtonLooks looks{key.hover, key.pressed};
+        if (key.lit.x() >= 0) {
+            looks.lit = key.lit;
+        }
+        auto* button = Put(new ImageButton(parts_.pictures.Strip(), looks, window_), name, key.place);
+        button->SetOffPicture(&parts_.pictures.Off());
+        button->setAccessibleName(tip);
+        button->setToolTip(tip);
+        parts_.hover.Add(group, index, button);
+        return button;
+    }
+
+    PictureLabel* Cut(const QString& name, const QRect& place) {
+        auto* label = Put(new PictureLabel(parts_.pictures.Strip(), window_), name, place);
+        // The mouse goes to what lies under it, which may be a button.
+        label->setAttribute(Qt::WA_TransparentForMouseEvents);
+        return label;
+    }
+
+    QLabel* Text(const QString& name, const QString& text, const QRect& place, const QColor& colour,
+                 int pixels = bodyFontPixels) {
+        auto* label = Put(new QLabel(text, window_), name, place);
+        QPalette palette = label->palette();
+        palette.setColor(QPalette::WindowText, colour);
+        label->setPalette(palette);
+        label->setTextFormat(Qt::PlainText);
+        label->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+        QFont face = label->font();
+        face.setPixelSize(pixels);
+        label->setFont(face);
+        return label;
+    }
+
+    void MakeTitle();
+    void MakeToolBar();
+    void MakeClock();
+    void MakeDisplay();
+    void MakeTransport();
+    void MakeVolume();
+    void MakeList();
+    void MakeTotals();
+    void OrderTabs();
+
+    QWidget* window_;
+    MainControlParts parts_;
+    MainControls controls_{};
+};
+
+void Builder::MakeTitle() {
+    controls_.LabelTitle = Put(new QWidget(window_), QStringLiteral("LabelTitle"), layout::title);
+    controls_.LabelCaption = Text(QStringLiteral("LabelCaption"), QStringLiteral("Kestrune"), layout::caption,
+                                  colours::textOnBody, titleFontPixels);
+    QFont semibold = controls_.LabelCaption->font();
+    semibold.setWeight(QFont::DemiBold);
+    controls_.LabelCaption->setFont(semibold);
+    controls_.LabelName =
+        Text(QStringLiteral("LabelName"), QString(),
+             layout::caption.adjusted(layout::caption.width(), 0, 0, 0), colours::textMuted);
+    for (QLabel* label : {controls_.LabelCaption, controls_.LabelName}) {
+        label->setAttribute(Qt::WA_TransparentForMouseEvents);
+    }
+    const int group = parts_.hover.AddGroup();
+    const std::array<QString, 2> tips = {QObject::tr("Close"), QObject::tr("Minimise")};
+    for (size_t i = 0; i < tips.size(); ++i) {
+        controls_.ImageWin[i] = Picture(Indexed(QStringLiteral("ImageWin"), i), tips[i], layout::ImageWin[i],
+                                        group, static_cast<int>(i));
+    }
+    const std::array<QString, menuLabelCount> captions = {
+        QStringLiteral("&File"), QStringLiteral("&Play"),    QStringLiteral("&Rip"),
+        QStringLiteral("&Burn"), QStringLiteral("&Convert"), QStringLiteral("&Sites"),
+        QStringLiteral("&Help"), QStringLiteral("&Options")};
+    int left = layout::menuLeft;
+    for (size_t i = 0; i < captions.size(); ++i) {
+        controls_.LabelMenu[i] =
+            Put(new MenuLabel(captions[i], window_), Indexed(QStringLiteral("LabelMenu"), i),
+                {left, layout::menuTop, layout::menuWidths[i], layout::menuHeight});
+        QString name = captions[i];
+        name.remove(u'&');
+        const bool opensMenu = i != 2 && i != 5; // Rip and Sites open windows
+        controls_.LabelMenu[i]->SetOpensMenu(opensMenu);
+        controls_.LabelMenu[i]->setAccessibleName(opensMenu ? QObject::tr("%1 menu").arg(name) : name);
+        left += layout::menuWidths[i];
+    }
+}
+
+void Builder::MakeToolBar() {
+    const int group = parts_.hover.AddGroup();
+    const std::array<QString, toolBarItems> tips = {
+        QString(), QObject::tr("Rip an audio CD"), QObject::tr("Write an audio CD"),
+        QObject::tr("Convert audio files"), QObject::tr("Music sites")};
+    for (size_t i = 0; i < tips.size(); ++i) {
+        const QRect place = At(layout::ImageToolBar[i], layout::toolCell);
+        const QPoint first(layout::toolFrameLefts[0], layout::toolFrameTops[i]);
+        controls_.ImageToolBar[i] = Picture(Indexed(QStringLiteral("ImageToolBar"), i), tips[i],
+                                            {place, first, first}, group, static_cast<int>(i));
+        controls_.toolFrames[i] = Cut(Indexed(QStringLiteral("toolFrame"), i), place);
+        controls_.toolFrames[i]->setVisible(i == 0);
+    }
+    // The first one only moves; it is no button.
+    controls_.ImageToolBar[0]->hide();
+    controls_.ImageToolBar[0]->setFocusPolicy(Qt::NoFocus);
+    controls_.LabelFormat = Text(QStringLiteral("LabelFormat"), QString(), layout::formatLine,
+                                 colours::textOnGlass, smallFontPixels);
+}
+
+void Builder::MakeClock() {
+    for (size_t i = 0; i < controls_.ImageData.size(); ++i) {
+        controls_.ImageData[i] =
+            Cut(Indexed(QStringLiteral("ImageData"), i), At(layout::ImageData[i], layout::bigDigit));
+    }
+    for (size_t i = 0; i < controls_.ImageData1.size(); ++i) {
+        controls_.ImageData1[i] =
+            Cut(Indexed(QStringLiteral("ImageData1"), i), At(layout::ImageData1[i], layout::smallDigit));
+    }
+    const std::array<QString, stateLampCount> states = {QObject::tr("stopped"), QObject::tr("playing"),
+                                                        QObject::tr("paused")};
+    for (size_t i = 0; i < states.size(); ++i) {
+        controls_.ImageSmall[i] = Cut(Indexed(QStringLiteral("ImageSmall"), i), layout::ImageSmall[i]);
+        controls_.ImageSmall[i]->setAccessibleName(states[i]);
+        controls_.ImageSmall[i]->SetCut(At(layout::ImageSmallLit[i], layout::ImageSmall[i].size()));
+        controls_.ImageSmall[i]->setVisible(i == 0);
+    }
+    controls_.Image44100 = Cut(QStringLiteral("Image44100"), layout::Image44100);
+    controls_.ImageKBPS = Cut(QStringLiteral("ImageKBPS"), layout::ImageKBPS);
+}
+
+void Builder::MakeDisplay() {
+    for (size_t i = 0; i < controls_.PictureClp.size(); ++i) {
+        controls_.PictureClp[i] = Cut(Indexed(QStringLiteral("PictureClp"), i), {});
+    }
+    controls_.KSTAudioDisplay1 = Put(new AudioDisplayView(parts_.display, window_),
+                                     QStringLiteral("KSTAudioDisplay1"), layout::display);
+}
+
+void Builder::MakeTransport() {
+    const int playGroup = parts_.hover.AddGroup();
+    const std::array<QString, transportButtonCount> buttons = {QObject::tr("Previous"), QObject::tr("Pause"),
+                                                               QObject::tr("Play"),     QObject::tr("Stop"),
+                                                               QObject::tr("Record"),   QObject::tr("Next")};
+    for (size_t i = 0; i < buttons.size(); ++i) {
+        controls_.ImagePlayButton[i] = Picture(Indexed(QStringLiteral("ImagePlayButton"), i), buttons[i],
+                                               layout::ImagePlayButton[i], playGroup, static_cast<int>(i));
+    }
+    const int modeGroup = parts_.hover.AddGroup();
+    const std::array<QString, 3> modes = {QStringLiteral("Continuous"), QStringLiteral("Shuffle"),
+                                          QStringLiteral("Repeat")};
+    for (size_t i = 0; i < modes.size(); ++i) {
+        controls_.ImageRepeatModeBut[i] =
+            Picture(Indexed(QStringLiteral("ImageRepeatModeBut"), i), modes[i], layout::ImageRepeatModeBut[i],
+                    modeGroup, static_cast<int>(i));
+        controls_.ImageRepeatModeBut[i]->setCheckable(true);
+    }
+    const PositionPictures pictures{parts_.pictures.Strip(), layout::positionLineInStrip,
+                                    layout::positionLineHeight, layout::thumbInStrip,
+                                    layout::thumbHeldInStrip};
+    controls_.positionBar =
+        Put(new PositionBar(pictures, window_), QStringLiteral("PositionBar"), layout::positionBar);
+    controls_.positionBar->setAccessibleName(QObject::tr("Position"));
+}
+
+void Builder::MakeVolume() {
+    KnobPictures pictures{parts_.pictures.Strip(), layout::volumeDotInStrip, {}, {}};
+    for (size_t i = 0; i < layout::ImageVol.size(); ++i) {
+        pictures.markPlaces[i] = layout::ImageVol[i].place;
+        pictures.litMarks[i] = layout::ImageVol[i].lit;
+    }
+    controls_.volumeKnob = new VolumeKnobView(parts_.knob, KnobGeometry{}, pictures, window_);
+}
+
+void Builder::MakeList() {
+    const int panelGroup = parts_.hover.AddGroup();
+    controls_.ImageChgLstBnd =
+        Picture(QStringLiteral("ImageChgLstBnd"), QStringLiteral("Playlist / Equalizer"),
+                layout::ImageChgLstBnd, panelGroup, 0);
+    controls_.ImageColour = Picture(QStringLiteral("ImageColour"), QObject::tr("Display colours"),
+                                    layout::ImageColour, panelGroup, 1);
+    for (ImageButton* button : {controls_.ImageChgLstBnd, controls_.ImageColour}) {
+        button->setCheckable(true);
+    }
+    const int listGroup = parts_.hover.AddGroup();
+    const std::array<QString, listButtonCount> buttons = {
+        QObject::tr("Add audio files"), QObject::tr("Delete selected files"),
+        QObject::tr("Open playlist"),   QObject::tr("Save playlist"),
+        QObject::tr("Move up"),         QObject::tr("Move down")};
+    controls_.ListViewPlaylist =
+        Put(new PlaylistView(parts_.rows, window_), QStringLiteral("ListViewPlaylist"), layout::list);
+    controls_.ListViewPlaylist->setAccessibleName(QObject::tr("Playlist"));
+    controls_.listScrollBar = Put(new PlaylistScrollBar(*controls_.ListViewPlaylist, window_),
+                                  QStringLiteral("PlaylistScrollBar"), layout::listScrollBar);
+    controls_.KSTEqualizer21 =
+        Put(new EqualizerPanel(window_), QStringLiteral("KSTEqualizer21"), layout::panel);
+    AudioDisplay* display = &parts_.display;
+    controls_.colourPanel =
+        Put(new ColourPanel([display](int number) { return display->Property(number); }, {}, window_),
+            QStringLiteral("ColourPanel"), layout::panel);
+    controls_.KSTEqualizer21->hide();
+    controls_.colourPanel->hide();
+    for (size_t i = 0; i < buttons.size(); ++i) {
+        controls_.ImageListCmd[i] = Picture(Indexed(QStringLiteral("ImageListCmd"), i), buttons[i],
+                                            layout::ImageListCmd[i], listGroup, static_cast<int>(i));
+    }
+    MakeTotals();
+}
+
+void Builder::MakeTotals() {
+    for (size_t i = 0; i < controls_.LabelSeltal.size(); ++i) {
+        controls_.LabelSeltal[i] =
+            Text(Indexed(QStringLiteral("LabelSeltal"), i), QStringLiteral(" 0:00 (0.0 MB)"),
+                 {layout::totalsRight - 80, layout::totalsTop, 80, layout::totalsHeight},
+                 i == 0 ? colours::textOnBody : colours::textMuted);
+    }
+    controls_.LabelSeltal[0]->setToolTip(QStringLiteral("Total"));
+    controls_.LabelSeltal[1]->setToolTip(QStringLiteral("Selected Files"));
+    controls_.PictureSelToal = Put(new SmallTotalView(parts_.pictures.Strip(), window_),
+                                   QStringLiteral("PictureSelToal"), layout::PictureSelToal);
+    controls_.LabelTemp = Text(QStringLiteral("LabelTemp"), QString(), {}, colours::textOnBody);
+    controls_.LabelTemp->hide();
+}
+
+// From the list, where the keys are at the start, round the window as the eye goes.
+void Builder::OrderTabs() {
+    QList<QWidget*> order = {controls_.ListViewPlaylist, controls_.KSTEqualizer21, controls_.colourPanel};
+    const auto add = [&order](const auto& widgets) {
+        for (QWidget* widget : widgets) {
+            order.append(widget);
+        }
+    };
+    add(controls_.ImageListCmd);
+    add(controls_.LabelMenu);
+    add(controls_.ImageToolBar);
+    order.append(controls_.KSTAudioDisplay1);
+    add(controls_.ImageRepeatModeBut);
+    for (const int button : {ButtonPrevious, ButtonPlay, ButtonPause, ButtonStop, ButtonNext}) {
+        order.append(controls_.ImagePlayButton[static_cast<size_t>(button)]);
+    }
+    order.append(controls_.volumeKnob);
+    for (size_t i = 0; i < layout::ImageVol.size(); ++i) {
+        order.append(window_->findChild<QWidget*>(Indexed(QStringLiteral("ImageVol"), i)));
+    }
+    order.append(controls_.ImagePlayButton[ButtonRecord]);
+    order.append({controls_.ImageChgLstBnd, controls_.ImageColour, controls_.positionBar,
+                  controls_.ImageWin[1], controls_.ImageWin[0]});
+    for (qsizetype i = 1; i < order.size(); ++i) {
+        QWidget::setTabOrder(order[i - 1], order[i]);
+    }
+}
+
+} // namespace
+
+MainControls MakeMainControls(QWidget* window, const MainControlParts& parts) {
+    return Builder(window, parts).Make();
+}
+
+} // namespace kestrune

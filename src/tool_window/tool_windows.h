@@ -1,0 +1,31 @@
+// The windows of the tools, and how one is opened.
+#pragma once
+
+#include <QString>
+
+namespace kestrune {
+
+// The windows that open over the main window.
+enum class ToolWindow {
+    frmRecord,
+    RipfrmMain,
+    CDWriterMain,
+    ConverterfrmDialog,
+    frmMp3site,
+    frmInfo,
+    xFrmHomePage,
+    xDialog7,
+    frmSplash
+};
+
+// Shows windows. A call returns when the window was closed.
+class ToolWindows {
+public:
+    virtual ~ToolWindows() = default;
+    // False if there is no such window yet.
+    virtual bool Show(ToolWindow tool) = 0;
+    // The help window; returns at once.
+    virtual void ShowHelp(const QString& topic) = 0;
+};
+
+} // namespace kestrune

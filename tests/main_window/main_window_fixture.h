@@ -1,0 +1,149 @@
+// The main window as the program puts it together, over fakes.
+#pragma once
+
+#include "main_window/frm_main.h"
+#include "main_window/start_up.h"
+#include "support/fake_audio_file.h"
+#include "support/fake_audio_information.h"
+#include "support/fake_audio_player.h"
+#include "support/fake_clock.h"
+#include "support/fake_spectrum.h"
+#include "support/fake_tool_windows.h"
+#include "support/fake_user_prompts.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QFile>
+#include <QMenu>
+#include <QTemporaryDir>
+#include <QtTest/QtTest>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace kestrune {
+
+class MainWindowTest : public testing::Test {
+protected:
+    MainWindowTest() { state.AppPath = home.path(); }
+
+    // Loads and shows the window. To be called after the files that the start is to find were written.
+    void Start() {
+        ASSERT_TRUE(LoadMainWindow(
+            {state, options, rows, files, transport, knob, audioFile, player, prompts, window}));
+        window.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    }
+
+    // A file of 10 seconds, mono at 1000 Hz, on disk and known to the fakes.
+    QString MakeFile(const QString& name) {
+        const QString path = music.filePath(name);
+        QFile onDisk(path);
+        EXPECT_TRUE(onDisk.open(QIODevice::WriteOnly));
+        FakeAudioFile::Content content;
+        content.rateHz = 1000;
+        content.channels = 1;
+        content.pcm = QByteArray(20000, '\1');
+        content.formatText = QStringLiteral("PCM, 44,100 Hz, 128 KBPS, Mono");
+        audioFile.files.insert(path, content);
+        FakeAudioInformation::Probe probe;
+        probe.durationMs = 10000;
+        probe.bitrateBps = 128000;
+        probe.title = name.section(u'.', 0, 0);
+        probe.formatString = content.formatText;
+        audioInfo.files.insert(path, probe);
+        return path;
+    }
+    // a.wav, b.wav, ... in rows 1, 2, ...
+    void AddTracks(int count) {
+        for (int i = 0; i < count; ++i) {
+            const QString name = QString(QChar(u'a' + i)) + QStringLiteral(".wav");
+            MakeFile(name);
+            admission.AddFiletoList(music.path() + u'/', name);
+        }
+        ASSERT_EQ(rows.Count(), count);
+    }
+
+    template <typename Control = QWidget>
+    Control* Find(const QString& name) {
+        auto* control = window.findChild<Control*>(name);
+        EXPECT_NE(control, nullptr) << name.toStdString();
+        return control;
+    }
+    QAbstractButton* Button(const QString& array, int index) {
+        return Find<QAbstractButton>(QStringLiteral("%1(%2)").arg(array).arg(index));
+    }
+    PlaylistView* List() { return Find<PlaylistView>(QStringLiteral("ListViewPlaylist")); }
+    QPoint RowPoint(int row) {
+        return {40, (row - List()->FirstVisible()) * PlaylistView::rowHeight + PlaylistView::rowHeight / 2};
+    }
+    void ClickButton(const QString& array, int index) {
+        QTest::mouseClick(Button(array, index), Qt::LeftButton);
+    }
+    void ClickRow(int row, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::mouseClick(List()->viewport(), Qt::LeftButton, modifiers, RowPoint(row));
+    }
+    void DoubleClickRow(int row) {
+        QTest::mouseDClick(List()->viewport(), Qt::LeftButton, {}, RowPoint(row));
+    }
+    void Trigger(const QString& entry) {
+        auto* action = window.findChild<QAction*>(entry);
+        ASSERT_NE(action, nullptr) << entry.toStdString();
+        ASSERT_TRUE(action->isEnabled());
+        action->trigger();
+    }
+    bool IsChecked(const QString& entry) {
+        const auto* action = window.findChild<QAction*>(entry);
+        return action != nullptr && action->isChecked();
+    }
+    // Which of the state lamps is lit; -1 unless it is exactly one.
+    int LitLamp() {
+        int lit = -1;
+        for (int i = 0; i < 3; ++i) {
+            if (Find(QStringLiteral("ImageSmall(%1)").arg(i))->isVisible()) {
+                lit = lit == -1 ? i : -2;
+            }
+        }
+        return lit;
+    }
+    QList<int> Selected() const {
+        QList<int> selected;
+        for (int row = 1; row <= rows.Count(); ++row) {
+            if (rows.IsSelected(row)) {
+                selected.append(row);
+            }
+        }
+        return selected;
+    }
+    QString Playing() const { return transport.IsPlaying ? transport.PlayFile.section(u'/', -1) : QString(); }
+    QString DefaultList() const { return home.filePath(QStringLiteral("Default.ksl")); }
+
+    QTemporaryDir home;
+    QTemporaryDir music;
+    ProgramState state;
+    Options options{state};
+    PlaylistRows rows;
+    FakeAudioFile audioFile;
+    FakeAudioPlayer player;
+    FakeAudioInformation audioInfo;
+    FakeUserPrompts prompts;
+    FakeClock clock;
+    Admission admission{rows, audioInfo, prompts};
+    PlaylistFiles files{state, options, rows, admission, prompts};
+    Transport transport{{state, rows, options, audioFile, player, prompts, clock}};
+    PlaylistEditing editing{state,
+                            rows,
+                            files,
+                            prompts,
+                            {[this] { return transport.PlayFile; }, [this] { transport.StopPlay(); }}};
+    FakeSpectrum spectrum;
+    AudioDisplay audioDisplay{spectrum, clock};
+    FakeToolWindows tools;
+    MenuRouting routing{state, transport, rows, tools, prompts};
+    VolumeKnob knob{KnobGeometry{}};
+    ListTip listTip{clock};
+    MainPictures skinPictures;
+    FrmMain window{{skinPictures, state, options, rows, admission, files, editing, transport, routing, knob,
+                    listTip, audioDisplay, player}};
+};
+
+} // namespace kestrune
