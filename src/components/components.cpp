@@ -1,5 +1,6 @@
 // Gives the abstract classes with signals their one home.
 #include "components/audio_file.h"
+#include "components/audio_format.h"
 #include "components/audio_information.h"
 #include "components/audio_player.h"
 #include "components/audio_transform.h"

@@ -109,7 +109,7 @@ bool IsStageTicked(const StageFacts& facts, const ConverterState& state) {
     return facts.box.has_value() ? state.IsTicked(*facts.box) : !state.AcmTemplatePath.isEmpty();
 }
 
-Outcome SetStageFormat(Stage stage, const ConverterState& state, KSTAudioFile2& outputFile) {
+Outcome SetStageFormat(Stage stage, const ConverterState& state, AudioFormat& outputFile) {
     switch (stage) {
     case Stage::ACM:
         return outputFile.SetFormatFromFile(state.AcmTemplatePath);
@@ -142,7 +142,7 @@ Outcome SetStageFormat(Stage stage, const ConverterState& state, KSTAudioFile2& 
 }
 
 Outcome CallBackStep(BackStep step, const ConverterState& state, KSTAudioFile2& inputFile,
-                     KSTAudioFile2& outputFile) {
+                     AudioFormat& outputFile) {
     switch (step) {
     case BackStep::OutputPcm:
         return outputFile.SetFormatPCMFreq(state.SampleRate, state.Channels, sampleBits);

@@ -49,12 +49,12 @@ const std::array<StageFacts, stageCount>& Stages();
 bool IsStageTicked(const StageFacts& facts, const ConverterState& state);
 
 // The format call of a stage. Ok for the three that make none: their encoder goes by the file's extension.
-Outcome SetStageFormat(Stage stage, const ConverterState& state, KSTAudioFile2& outputFile);
+Outcome SetStageFormat(Stage stage, const ConverterState& state, AudioFormat& outputFile);
 
 // One of the calls of a backward step; Ok for the steps that are none, and for OpenWritten, whose file only
 // the run knows.
 Outcome CallBackStep(BackStep step, const ConverterState& state, KSTAudioFile2& inputFile,
-                     KSTAudioFile2& outputFile);
+                     AudioFormat& outputFile);
 
 // What a stage writes, from OutputHead and, for WMA, the profile.
 QString StageOutput(Stage stage, const ConverterState& state);

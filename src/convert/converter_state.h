@@ -2,7 +2,7 @@
 // reference.
 #pragma once
 
-#include "components/audio_file.h"
+#include "components/audio_format.h"
 
 #include <QString>
 #include <QtGlobal>

@@ -1,7 +1,7 @@
 // The converter window: shows what its rules say and forwards what the user does.
 #pragma once
 
-#include "components/audio_file.h"
+#include "components/audio_format.h"
 #include "components/user_prompts.h"
 #include "convert/converter_controls.h"
 #include "convert/converter_pictures.h"
@@ -12,7 +12,7 @@ namespace kestrune {
 
 struct ConverterWindowParts {
     ConverterRules& rules;
-    KSTAudioFile2& outputFile; // the one that the rules write with; the encoder dialogs set it, too
+    AudioFormat& outputFile; // the one that the rules write with; the encoder dialogs set it, too
     UserPrompts& prompts;
 };
 

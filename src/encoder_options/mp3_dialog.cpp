@@ -17,7 +17,7 @@ Mp3Dialog::Mp3Dialog(Mp3Options& options, const Mp3Target& target, QWidget* pare
     Load();
 }
 
-Mp3Dialog::Mp3Dialog(KSTAudioFile2& formatObject, QWidget* parent)
+Mp3Dialog::Mp3Dialog(AudioFormat& formatObject, QWidget* parent)
     : EncoderOptionsDialog(QStringLiteral("RipfrmMP3"), title, parent),
       rule_(own_, {formatObject}),
       tabMP3_(new Mp3Tabs(this)) {

@@ -16,7 +16,7 @@ public:
     // The converter's: edits its options, which must outlive the dialog, and gives it both format texts.
     Mp3Dialog(Mp3Options& options, const Mp3Target& target, QWidget* parent);
     // The ripper's: edits options of its own, which start anew with each dialog.
-    Mp3Dialog(KSTAudioFile2& formatObject, QWidget* parent);
+    Mp3Dialog(AudioFormat& formatObject, QWidget* parent);
 
 protected:
     bool ApplyControls() override;

@@ -1,7 +1,7 @@
 // What the MP3 options dialog does, without its window.
 #pragma once
 
-#include "components/audio_file.h"
+#include "components/audio_format.h"
 
 #include <QString>
 #include <array>
@@ -106,7 +106,7 @@ qint32 Mp2ChannelCode(const Mp3Options& options);
 
 // Where applied settings go. Everything in it must outlive the dialog.
 struct Mp3Target {
-    KSTAudioFile2& file;
+    AudioFormat& file;
     // The texts of the converter: given the format's text after each apply. Without both (the ripper) layer 2
     // does not follow.
     std::function<void(const QString&)> showMp3Text = {};

@@ -1,7 +1,7 @@
 // What the presets and the command line of the MPEG layer 3 settings stand for. Pure functions; any thread.
 #pragma once
 
-#include "components/audio_file.h"
+#include "components/audio_format.h"
 
 #include <QString>
 

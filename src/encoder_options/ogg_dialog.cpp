@@ -35,7 +35,7 @@ OggDialog::OggDialog(const OggTarget& target, qint32 sampleRateHz, qint32 channe
     Load();
 }
 
-OggDialog::OggDialog(KSTAudioFile2& formatObject, UserPrompts& prompts, QWidget* parent)
+OggDialog::OggDialog(AudioFormat& formatObject, UserPrompts& prompts, QWidget* parent)
     : EncoderOptionsDialog(QStringLiteral("RipfrmOgg"), title, parent),
       rule_({formatObject, prompts}, ripperRateHz, ripperChannels) {
     Load();

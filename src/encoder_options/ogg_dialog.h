@@ -21,7 +21,7 @@ public:
     // The converter's: begins with its sampling rate in Hz and its channels, 1 or 2.
     OggDialog(const OggTarget& target, qint32 sampleRateHz, qint32 channels, QWidget* parent);
     // The ripper's: begins with 44,100 Hz in stereo.
-    OggDialog(KSTAudioFile2& formatObject, UserPrompts& prompts, QWidget* parent);
+    OggDialog(AudioFormat& formatObject, UserPrompts& prompts, QWidget* parent);
 
 protected:
     bool ApplyControls() override;

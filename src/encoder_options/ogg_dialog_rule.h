@@ -1,7 +1,7 @@
 // What the Ogg Vorbis options dialog does, without its window.
 #pragma once
 
-#include "components/audio_file.h"
+#include "components/audio_format.h"
 #include "components/user_prompts.h"
 
 #include <QString>
@@ -38,7 +38,7 @@ QString OggQualityText(int quality);
 
 // Where applied settings go. Everything in it must outlive the dialog.
 struct OggTarget {
-    KSTAudioFile2& file;
+    AudioFormat& file;
     UserPrompts& prompts;
     // The converter's text: given the format's text after each apply. Without it (the ripper) none is shown.
     std::function<void(const QString&)> showText = {};

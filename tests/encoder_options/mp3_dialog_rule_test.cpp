@@ -3,7 +3,7 @@
 
 #include "encoder_options/encoder_lists.h"
 #include "encoder_options/mp3_presets.h"
-#include "support/fake_audio_file.h"
+#include "support/fake_audio_format.h"
 
 #include <gtest/gtest.h>
 
@@ -40,7 +40,7 @@ protected:
     }
 
     static Mp3Controls ShownFor(Mp3Options options) {
-        FakeAudioFile unused;
+        FakeAudioFormat unused;
         return Mp3DialogRule(options, {unused}).ShowOptions({});
     }
 
@@ -49,7 +49,7 @@ protected:
                 [this](const QString& text) { mp2Texts << text; }};
     }
 
-    FakeAudioFile file;
+    FakeAudioFormat file;
     Mp3Options options;
     QStringList mp3Texts;
     QStringList mp2Texts;

@@ -3,7 +3,7 @@
 
 #include "dialog_fixture.h"
 #include "encoder_options/mp3_presets.h"
-#include "support/fake_audio_file.h"
+#include "support/fake_audio_format.h"
 
 #include <QGroupBox>
 #include <QLineEdit>
@@ -26,7 +26,7 @@ protected:
         QTest::keyClicks(edit, QString::fromLatin1(text));
     }
 
-    FakeAudioFile file;
+    FakeAudioFormat file;
     Mp3Options options;
     QString mp3Text;
     QString mp2Text;

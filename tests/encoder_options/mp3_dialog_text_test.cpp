@@ -2,7 +2,7 @@
 #include "dialog_fixture.h"
 #include "encoder_options/mp3_dialog.h"
 #include "encoder_options/mp3_presets.h"
-#include "support/fake_audio_file.h"
+#include "support/fake_audio_format.h"
 
 #include <QCheckBox>
 #include <QGroupBox>
@@ -18,7 +18,7 @@ class Mp3DialogTextTest : public DialogTest {
 protected:
     Mp3DialogTextTest() { dialog = &converter; }
 
-    FakeAudioFile file;
+    FakeAudioFormat file;
     Mp3Options options;
     Mp3Dialog converter{options, {file}, nullptr};
 };

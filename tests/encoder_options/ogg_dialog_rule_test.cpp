@@ -1,7 +1,7 @@
 // The Ogg Vorbis options dialog without its window.
 #include "encoder_options/ogg_dialog_rule.h"
 
-#include "support/fake_audio_file.h"
+#include "support/fake_audio_format.h"
 #include "support/fake_user_prompts.h"
 
 #include <gtest/gtest.h>
@@ -17,7 +17,7 @@ protected:
         EXPECT_EQ(prompts.messages[0].icon, PromptIcon::Critical);
     }
 
-    FakeAudioFile file;
+    FakeAudioFormat file;
     FakeUserPrompts prompts;
     QStringList texts;
     OggDialogRule rule{{file, prompts, [this](const QString& text) { texts << text; }}, 44100, 2};

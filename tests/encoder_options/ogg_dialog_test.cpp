@@ -2,7 +2,7 @@
 #include "encoder_options/ogg_dialog.h"
 
 #include "dialog_fixture.h"
-#include "support/fake_audio_file.h"
+#include "support/fake_audio_format.h"
 #include "support/fake_user_prompts.h"
 
 namespace kestrune {
@@ -10,7 +10,7 @@ namespace {
 
 class OggDialogTest : public DialogTest {
 protected:
-    FakeAudioFile file;
+    FakeAudioFormat file;
     FakeUserPrompts prompts;
     QString text;
     OggDialog converter{{file, prompts, [this](const QString& shown) { text = shown; }}, 22050, 1, nullptr};

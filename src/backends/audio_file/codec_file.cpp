@@ -22,7 +22,7 @@ std::unique_ptr<KSTAudioFile2> MakeAudioFile() {
 
 Outcome CodecFile::OpenRead(const QString& file, qint32 /*first*/, qint32 /*second*/) {
     CloseOutput();
-    const Outcome outcome = input_.Open(file, headerless_);
+    const Outcome outcome = input_.Open(file, Headerless());
     if (outcome != Outcome::Ok) {
         qCWarning(logCodecs) << "cannot read" << file << "outcome" << static_cast<int>(outcome);
     }
@@ -68,7 +68,7 @@ qint32 CodecFile::GetWaveFormat() const {
 
 QString CodecFile::GetFormatText() const {
     if (!input_.IsOpen()) {
-        return OutputFormatText(format_);
+        return FormatChoice::GetFormatText();
     }
     const SourceInfo& info = input_.Info();
     return FormatText(info.kind, info.rateHz, info.bitrateBps, info.channels, BitrateUnit::Small);
@@ -78,12 +78,6 @@ qint32 CodecFile::BlockDivisor() const {
     return 1;
 }
 
-qint32 CodecFile::GetFormatBits() const {
-    return format_.bits;
-}
-
-qint32 CodecFile::GetRawType() const {
-    return headerless_.raw.rawType;
-}
+void CodecFile::SetBlockOption(qint32 /*option*/, qint32 /*value*/) {}
 
 } // namespace kestrune

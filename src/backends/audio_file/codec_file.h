@@ -1,7 +1,7 @@
 // Reading of audio files of every supported kind, and writing of those that have an encoder.
 #pragma once
 
-#include "backends/formats/output_format.h"
+#include "backends/encoders/format_choice.h"
 #include "backends/reading/decode_cache.h"
 #include "backends/writing/ahead_outputs.h"
 #include "backends/writing/encoding_output.h"
@@ -9,7 +9,6 @@
 #include "components/audio_file.h"
 
 #include <memory>
-#include <optional>
 
 namespace kestrune {
 
@@ -31,12 +30,10 @@ namespace kestrune {
 // (encoding_pipeline.h); what happens to files is told in output_file.h. SetSourceFormat counts from before
 // Create or until the first block, for one file; without it the blocks are taken as the format's own rate and
 // channels. A format that is set while a file is written counts from the next Create on.
-class CodecFile : public KSTAudioFile2 {
+class CodecFile : public KSTAudioFile2, public FormatChoice {
 public:
     CodecFile();
     ~CodecFile() override;
-    CodecFile(const CodecFile&) = delete;
-    CodecFile& operator=(const CodecFile&) = delete;
 
     Outcome OpenRead(const QString& file, qint32 first = 0, qint32 second = 1) override;
     Outcome CloseFile() override;
@@ -50,8 +47,6 @@ public:
     qint32 GetWaveFormat() const override;
     QString GetFormatText() const override;
     qint32 BlockDivisor() const override;
-    qint32 GetFormatBits() const override;
-    qint32 GetRawType() const override;
 
     Outcome Create(const QString& file, qint32 first = 0) override;
     void SetSourceFormat(qint32 waveFormat, qint32 channels) override;
@@ -59,48 +54,16 @@ public:
     void ExpectOutput(const QString& file) override;
     void ForgetExpectedOutputs() override;
 
-    Outcome SetFormatFromFile(const QString& file) override;
-    Outcome SetFormatPCMFreq(qint32 frequency, qint32 channels, qint32 bits) override;
-    Outcome SetFormatRaw(qint32 type, qint32 frequency, qint32 channels, qint32 bits) override;
-    Outcome SetFormatADPCM(qint32 frequency, qint32 channels) override;
-    Outcome SetFormatGSM(qint32 frequency) override;
-    Outcome SetFormatVOX(qint32 frequency) override;
-    Outcome SetFormatDSP() override;
-    Outcome SetFormatMP2(qint32 frequency, qint32 bitrateKbps, qint32 channels) override;
-    Outcome SetFormatMP3(qint32 frequency, qint32 bitrateKbps, qint32 channels) override;
-    Outcome SetFormatMP3Options(const Mp3Options& options) override;
-    Outcome SetFormatOggVorbis(qint32 frequency, qint32 channels, qint32 nominalKbps, qint32 minimumKbps,
-                               qint32 maximumKbps, qint32 quality) override;
-    bool IsAvailableFormatOggVorbis(qint32 frequency, qint32 channels, qint32 nominalKbps, qint32 minimumKbps,
-                                    qint32 maximumKbps) override;
-    Outcome SetFormatWMA(qint32 profile) override;
-    Outcome SetFormatG721(qint32 frequency) override;
-    Outcome SetFormatG723(qint32 frequency, qint32 bits) override;
-    Outcome SetFormatG726(qint32 frequency, qint32 bits) override;
-    Outcome SelectFormat() override;
-
     void SetBlockOption(qint32 option, qint32 value) override;
     void SetFlag(qint32 value) override;
 
 private:
-    // Makes `format` the current one if `valid`, else leaves none.
-    Outcome Choose(const OutputFormat& format, bool valid);
-    // As Choose; a format that there is becomes also the one of its extension.
-    Outcome ChooseKept(const std::optional<OutputFormat>& format, std::optional<OutputFormat>& kept);
-    // What a file of this name is written in; none if no format was set.
-    std::optional<OutputFormat> FormatFor(const QString& file) const;
     Outcome Open(EncodingOutput& output, const QString& file, const OutputFormat& format);
     Outcome CloseOutput();
     // What encodes while whole files are converted; else null.
     EncodingPool* Pool();
 
     DecodeCache input_;
-    OutputFormat format_;
-    // The last ones that their encoders took; none: the usual one.
-    std::optional<OutputFormat> mp3_;
-    std::optional<OutputFormat> mp2_;
-    std::optional<OutputFormat> vorbis_;
-    HeaderlessFormats headerless_;
     SampleShape sourceShape_; // of the file that is or will be written
     bool wholeFiles_ = false;
     // Made with the first file that is written while whole files are. Each uses those above it.

@@ -1,7 +1,7 @@
 // The settings of MPEG layer 3 as LAME takes them.
 #pragma once
 
-#include "components/audio_file.h"
+#include "components/audio_format.h"
 
 #include <lame/lame.h>
 

@@ -1,7 +1,7 @@
 // The format that the SetFormat calls of an audio file choose: for writing, and for reading headerless files.
 #pragma once
 
-#include "components/audio_file.h"
+#include "components/audio_format.h"
 
 #include <QByteArray>
 #include <QString>

@@ -1,5 +1,4 @@
-// The SetFormat calls of an audio file.
-#include "backends/audio_file/codec_file.h"
+#include "backends/encoders/format_choice.h"
 
 #include "backends/encoders/mp2_encoder.h"
 #include "backends/encoders/mp3_encoder.h"
@@ -35,19 +34,20 @@ bool IsMonoOrStereo(qint32 channels) {
 
 } // namespace
 
-Outcome CodecFile::Choose(const OutputFormat& format, bool valid) {
+Outcome FormatChoice::Choose(const OutputFormat& format, bool valid) {
     format_ = valid ? format : OutputFormat();
     return valid ? Outcome::Ok : Outcome::NotSupported;
 }
 
-Outcome CodecFile::ChooseKept(const std::optional<OutputFormat>& format, std::optional<OutputFormat>& kept) {
+Outcome FormatChoice::ChooseKept(const std::optional<OutputFormat>& format,
+                                 std::optional<OutputFormat>& kept) {
     if (format) {
         kept = format;
     }
     return Choose(format.value_or(OutputFormat()), format.has_value());
 }
 
-Outcome CodecFile::SetFormatFromFile(const QString& file) {
+Outcome FormatChoice::SetFormatFromFile(const QString& file) {
     format_ = {};
     QFile wave(file);
     if (!wave.open(QIODevice::ReadOnly)) {
@@ -61,12 +61,12 @@ Outcome CodecFile::SetFormatFromFile(const QString& file) {
     return outcome;
 }
 
-Outcome CodecFile::SetFormatPCMFreq(qint32 frequency, qint32 channels, qint32 bits) {
+Outcome FormatChoice::SetFormatPCMFreq(qint32 frequency, qint32 channels, qint32 bits) {
     const bool valid = IsRate(frequency) && IsMonoOrStereo(channels) && IsOneOf<4>({8, 16, 24, 32}, bits);
     return Choose({FormatKind::Pcm, frequency, channels, bits, 0, RawPcm, 0}, valid);
 }
 
-Outcome CodecFile::SetFormatRaw(qint32 type, qint32 frequency, qint32 channels, qint32 bits) {
+Outcome FormatChoice::SetFormatRaw(qint32 type, qint32 frequency, qint32 channels, qint32 bits) {
     const bool companded = type == RawALaw || type == RawMuLaw;
     // Companded samples have 8 bits, whatever the caller says.
     const qint32 storedBits = companded ? 8 : bits;
@@ -76,7 +76,7 @@ Outcome CodecFile::SetFormatRaw(qint32 type, qint32 frequency, qint32 channels, 
     return Choose(headerless_.raw, valid);
 }
 
-Outcome CodecFile::SetFormatADPCM(qint32 frequency, qint32 channels) {
+Outcome FormatChoice::SetFormatADPCM(qint32 frequency, qint32 channels) {
     const OutputFormat format{FormatKind::ImaAdpcm, frequency, channels, 4, 0, RawPcm, 0};
     headerless_.adpcm = format;
     // Headerless data of the coding has one channel.
@@ -84,25 +84,25 @@ Outcome CodecFile::SetFormatADPCM(qint32 frequency, qint32 channels) {
     return Choose(format, IsRate(frequency) && IsMonoOrStereo(channels));
 }
 
-Outcome CodecFile::SetFormatGSM(qint32 frequency) {
+Outcome FormatChoice::SetFormatGSM(qint32 frequency) {
     headerless_.gsm = {FormatKind::Gsm, frequency, 1, 0, 0, RawPcm, 0};
     return Choose(headerless_.gsm, IsRate(frequency));
 }
 
-Outcome CodecFile::SetFormatVOX(qint32 frequency) {
+Outcome FormatChoice::SetFormatVOX(qint32 frequency) {
     headerless_.vox = {FormatKind::Vox, frequency, 1, 4, 0, RawPcm, 0};
     return Choose(headerless_.vox, IsRate(frequency));
 }
 
-Outcome CodecFile::SetFormatDSP() {
+Outcome FormatChoice::SetFormatDSP() {
     return Choose(TrueSpeechFormat(), true);
 }
 
-Outcome CodecFile::SetFormatMP2(qint32 frequency, qint32 bitrateKbps, qint32 channels) {
+Outcome FormatChoice::SetFormatMP2(qint32 frequency, qint32 bitrateKbps, qint32 channels) {
     return ChooseKept(Mp2Format(frequency, bitrateKbps, channels), mp2_);
 }
 
-Outcome CodecFile::SetFormatMP3(qint32 frequency, qint32 bitrateKbps, qint32 channels) {
+Outcome FormatChoice::SetFormatMP3(qint32 frequency, qint32 bitrateKbps, qint32 channels) {
     constexpr qint32 monoMode = 0;
     // What LAME takes on its own: the two channels share their bits, which is nearer to the sound nearly
     // always.
@@ -115,43 +115,43 @@ Outcome CodecFile::SetFormatMP3(qint32 frequency, qint32 bitrateKbps, qint32 cha
     return SetFormatMP3Options(options);
 }
 
-Outcome CodecFile::SetFormatMP3Options(const Mp3Options& options) {
+Outcome FormatChoice::SetFormatMP3Options(const Mp3Options& options) {
     return ChooseKept(Mp3Format(options), mp3_);
 }
 
-Outcome CodecFile::SetFormatOggVorbis(qint32 frequency, qint32 channels, qint32 nominalKbps,
-                                      qint32 minimumKbps, qint32 maximumKbps, qint32 quality) {
+Outcome FormatChoice::SetFormatOggVorbis(qint32 frequency, qint32 channels, qint32 nominalKbps,
+                                         qint32 minimumKbps, qint32 maximumKbps, qint32 quality) {
     return ChooseKept(VorbisFormat(frequency, channels, {nominalKbps, minimumKbps, maximumKbps, quality}),
                       vorbis_);
 }
 
-bool CodecFile::IsAvailableFormatOggVorbis(qint32 frequency, qint32 channels, qint32 nominalKbps,
-                                           qint32 minimumKbps, qint32 maximumKbps) {
+bool FormatChoice::IsAvailableFormatOggVorbis(qint32 frequency, qint32 channels, qint32 nominalKbps,
+                                              qint32 minimumKbps, qint32 maximumKbps) {
     constexpr qint32 byRates = -1;
     return VorbisFormat(frequency, channels, {nominalKbps, minimumKbps, maximumKbps, byRates}).has_value();
 }
 
-Outcome CodecFile::SetFormatWMA(qint32 profile) {
+Outcome FormatChoice::SetFormatWMA(qint32 profile) {
     const std::optional<OutputFormat> format = WmaFormat(profile);
     return Choose(format.value_or(OutputFormat()), format.has_value());
 }
 
-Outcome CodecFile::SetFormatG721(qint32 frequency) {
+Outcome FormatChoice::SetFormatG721(qint32 frequency) {
     headerless_.g721 = {FormatKind::G721, frequency, 1, 4, 0, RawPcm, 0};
     return Choose(headerless_.g721, IsRate(frequency));
 }
 
-Outcome CodecFile::SetFormatG723(qint32 frequency, qint32 bits) {
+Outcome FormatChoice::SetFormatG723(qint32 frequency, qint32 bits) {
     headerless_.g723 = {FormatKind::G723, frequency, 1, bits, 0, RawPcm, 0};
     return Choose(headerless_.g723, IsRate(frequency) && (bits == 3 || bits == 5));
 }
 
-Outcome CodecFile::SetFormatG726(qint32 frequency, qint32 bits) {
+Outcome FormatChoice::SetFormatG726(qint32 frequency, qint32 bits) {
     headerless_.g726 = {FormatKind::G726, frequency, 1, bits, 0, RawPcm, 0};
     return Choose(headerless_.g726, IsRate(frequency) && bits >= 2 && bits <= 5);
 }
 
-std::optional<OutputFormat> CodecFile::FormatFor(const QString& file) const {
+std::optional<OutputFormat> FormatChoice::FormatFor(const QString& file) const {
     const QString extension = QFileInfo(file).suffix().toLower();
     if (extension == QLatin1String("mp3")) {
         return mp3_ ? mp3_ : Mp3Format({});
@@ -170,10 +170,20 @@ std::optional<OutputFormat> CodecFile::FormatFor(const QString& file) const {
     return format_.kind == FormatKind::None ? std::nullopt : std::optional(format_);
 }
 
-Outcome CodecFile::SelectFormat() {
+Outcome FormatChoice::SelectFormat() {
     return Outcome::NotSupported;
 }
 
-void CodecFile::SetBlockOption(qint32 /*option*/, qint32 /*value*/) {}
+QString FormatChoice::GetFormatText() const {
+    return OutputFormatText(format_);
+}
+
+qint32 FormatChoice::GetFormatBits() const {
+    return format_.bits;
+}
+
+qint32 FormatChoice::GetRawType() const {
+    return headerless_.raw.rawType;
+}
 
 } // namespace kestrune
