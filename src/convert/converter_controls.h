@@ -7,11 +7,11 @@
 #include "convert/format_panel.h"
 #include "convert/input_list_view.h"
 #include "convert/input_types.h"
+#include "skin/captioned_button.h"
+#include "skin/elided_label.h"
 #include "skin/hover_keeper.h"
 #include "skin/image_button.h"
 #include "skin/picture_label.h"
-#include "tool_window/captioned_button.h"
-#include "tool_window/elided_label.h"
 #include "tool_window/path_label.h"
 
 #include <QCheckBox>

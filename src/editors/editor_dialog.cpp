@@ -11,23 +11,24 @@ constexpr int textInset = 2;
 
 EditorDialog::EditorDialog(const QString& name, const QString& title, const QSize& corners, QWidget* owner)
     : TitledDialog(name, title, corners, owner),
-      pictures_(QStringLiteral(":/skin/editor_buttons.svg")),
       keys_(new QHBoxLayout),
       hoverGroup_(Chrome().Hover().AddGroup()) {
     keys_->setSpacing(rowGap);
 }
 
-EditorKey* EditorDialog::MakeKey(const QString& name, const QString& accessibleName, KeyFace face) {
-    auto* key = new EditorKey(pictures_, face, this);
+BodyKey* EditorDialog::Equip(BodyKey* key, const QString& name) {
     key->setObjectName(name);
-    key->setAccessibleName(accessibleName);
     Chrome().Hover().Add(hoverGroup_, keyCount_++, key);
     Chrome().AddHand(key);
     return key;
 }
 
-EditorKey* EditorDialog::AddKey(int index, const QString& accessibleName, KeyFace face) {
-    EditorKey* key = MakeKey(QStringLiteral("ImageCMD(%1)").arg(index), accessibleName, face);
+BodyKey* EditorDialog::MakeFolderKey(const QString& name, const QString& accessibleName) {
+    return Equip(new BodyKey(pictures_, BodyKey::Face::Folder, accessibleName, this), name);
+}
+
+BodyKey* EditorDialog::AddKey(int index, const QString& word) {
+    BodyKey* key = Equip(new BodyKey(pictures_, word, this), QStringLiteral("ImageCMD(%1)").arg(index));
     keys_->addWidget(key);
     return key;
 }

@@ -1,8 +1,8 @@
 // What the windows of the editors have in common: title, body, a row of keys.
 #pragma once
 
+#include "skin/body_key.h"
 #include "skin/titled_dialog.h"
-#include "tool_window/editor_key.h"
 
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -21,10 +21,10 @@ public:
 
 protected:
     QHBoxLayout& Keys() { return *keys_; }
-    // A named key; the caller puts it into a layout.
-    EditorKey* MakeKey(const QString& name, const QString& accessibleName, KeyFace face);
+    // A key that opens a file; the caller puts it into a layout.
+    BodyKey* MakeFolderKey(const QString& name, const QString& accessibleName);
     // The key ImageCMD(index) behind those that are in the row already.
-    EditorKey* AddKey(int index, const QString& accessibleName, KeyFace face);
+    BodyKey* AddKey(int index, const QString& word);
     // A captioned one-line box in a row of the grid. The caption, less a colon, is its accessible name.
     QLineEdit* AddField(QGridLayout* grid, int row, const QString& name, const QString& caption);
     // A caption before `control`, in a place of the grid; gives the control its accessible name.
@@ -34,7 +34,9 @@ protected:
     void Finish();
 
 private:
-    SkinPicture pictures_;
+    BodyKey* Equip(BodyKey* key, const QString& name);
+
+    BodyKeyPictures pictures_;
     QHBoxLayout* keys_;
     int hoverGroup_;
     int keyCount_ = 0;

@@ -18,9 +18,9 @@ FrmCueList::FrmCueList(KSTAudioInformation2& information, QWidget* owner)
     : EditorDialog(QStringLiteral("frmCueList"), QStringLiteral("CueList"), corners::dialog, owner),
       editor_(information) {
     MakeControls();
-    EditorKey* add = AddKey(0, tr("Add"), KeyFace::Add);
-    update_ = AddKey(1, tr("Update"), KeyFace::Update);
-    EditorKey* remove = AddKey(2, tr("Delete"), KeyFace::Delete);
+    BodyKey* add = AddKey(0, tr("Add"));
+    update_ = AddKey(1, tr("Update"));
+    BodyKey* remove = AddKey(2, tr("Delete"));
     Keys().insertStretch(0);
     Finish();
     connect(&editor_, &CueEditor::Shown, this, &FrmCueList::ShowCue);

@@ -36,7 +36,7 @@ private:
     QLineEdit* tLabel_ = nullptr;
     QLineEdit* tNote_ = nullptr;
     QLineEdit* tText_ = nullptr;
-    EditorKey* update_ = nullptr;
+    BodyKey* update_ = nullptr;
 };
 
 } // namespace kestrune

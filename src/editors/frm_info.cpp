@@ -75,7 +75,7 @@ void FrmInfo::MakePath() {
     aFile_ = MakeBox(QStringLiteral("aFile"));
     aFile_->setReadOnly(true);
     aFile_->setAccessibleName(tr("File"));
-    EditorKey* folder = MakeKey(QStringLiteral("ImageinPath"), tr("Open Audio File"), KeyFace::Folder);
+    BodyKey* folder = MakeFolderKey(QStringLiteral("ImageinPath"), tr("Open Audio File"));
     folder->setToolTip(tr("Open Audio File"));
     connect(folder, &QAbstractButton::clicked, &editor_, &TagEditor::ImageinPath);
     auto* row = new QHBoxLayout;
@@ -198,13 +198,13 @@ QWidget* FrmInfo::MakeTagKind() {
 }
 
 void FrmInfo::MakeKeys() {
-    imageCmd_[Previous] = AddKey(Previous, tr("Previous"), KeyFace::Previous);
-    imageCmd_[Next] = AddKey(Next, tr("Next"), KeyFace::Next);
+    imageCmd_[Previous] = AddKey(Previous, tr("Previous"));
+    imageCmd_[Next] = AddKey(Next, tr("Next"));
     Keys().addSpacing(rowGap);
-    imageCmd_[Cues] = AddKey(Cues, tr("Cues"), KeyFace::Cues);
+    imageCmd_[Cues] = AddKey(Cues, tr("Cues"));
     Keys().addStretch();
-    imageCmd_[Update] = AddKey(Update, tr("Update"), KeyFace::Update);
-    imageCmd_[Close] = AddKey(Close, tr("Close"), KeyFace::Close);
+    imageCmd_[Update] = AddKey(Update, tr("Update"));
+    imageCmd_[Close] = AddKey(Close, tr("Close"));
     imageCmd_[Previous]->setToolTip(tr("Previous file (Page Up)"));
     imageCmd_[Next]->setToolTip(tr("Next file (Page Down)"));
     connect(imageCmd_[Update], &QAbstractButton::clicked, &editor_, &TagEditor::Update);

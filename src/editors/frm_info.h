@@ -56,7 +56,7 @@ private:
     std::vector<TextField> texts_;
     QComboBox* infoGenre_ = nullptr;
     std::vector<TechnicalLabel> technical_;
-    std::array<EditorKey*, 5> imageCmd_{};
+    std::array<BodyKey*, 5> imageCmd_{};
     bool isFilling_ = false;
 };
 

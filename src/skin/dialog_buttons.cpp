@@ -2,44 +2,27 @@
 
 #include "skin/window_chrome.h"
 
-#include <QPainter>
-
 namespace kestrune {
 
 namespace {
+constexpr int keyGap = 8;
+}
 
-// As tools/make_skin/dialog_buttons.py draws them.
-constexpr QSize keySize(80, 26);
-constexpr int keyStep = 88;
-constexpr int hoverTop = 0;
-constexpr int pressedTop = 32;
-
-} // namespace
-
-DialogButtons::DialogButtons(WindowChrome& chrome, QWidget* parent)
-    : QWidget(parent),
-      picture_(QStringLiteral(":/skin/dialog_buttons.svg")),
-      strip_(QStringLiteral(":/skin/dialog_buttons_strip.svg")) {
-    const std::array<QString, count> names = {tr("OK"), tr("Cancel"), tr("Apply")};
+DialogButtons::DialogButtons(WindowChrome& chrome, QWidget* parent) : QWidget(parent) {
+    const std::array<QString, count> words = {tr("OK"), tr("Cancel"), tr("Apply")};
     const int group = chrome.Hover().AddGroup();
+    int left = 0;
     for (int index = 0; index < count; ++index) {
-        const int left = index * keyStep;
-        auto* button = new ImageButton(
-            strip_, {.hover = QPoint(left, hoverTop), .pressed = QPoint(left, pressedTop)}, this);
+        auto* button = new BodyKey(pictures_, words[static_cast<size_t>(index)], this);
         button->setObjectName(QStringLiteral("ImageCMD(%1)").arg(index));
-        button->setAccessibleName(names[static_cast<size_t>(index)]);
-        button->setGeometry(QRect(QPoint(left, 0), keySize));
+        button->move(left, 0);
         connect(button, &ImageButton::clicked, this, [this, index] { emit Clicked(index); });
         chrome.Hover().Add(group, index, button);
         chrome.AddHand(button);
         buttons_[static_cast<size_t>(index)] = button;
+        left += button->width() + keyGap;
     }
-    setFixedSize((count - 1) * keyStep + keySize.width(), keySize.height());
-}
-
-void DialogButtons::paintEvent(QPaintEvent* /*event*/) {
-    QPainter painter(this);
-    picture_.PaintWhole(painter);
+    setFixedSize(left - keyGap, buttons_[0]->height());
 }
 
 } // namespace kestrune

@@ -1,8 +1,7 @@
 // The row of text keys that closes a tool window's dialog: OK, Cancel, Apply.
 #pragma once
 
-#include "skin/image_button.h"
-#include "skin/skin_picture.h"
+#include "skin/body_key.h"
 
 #include <QWidget>
 #include <array>
@@ -11,8 +10,8 @@ namespace kestrune {
 
 class WindowChrome;
 
-// Objects "ImageCMD(0)" OK, "ImageCMD(1)" Cancel and "ImageCMD(2)" Apply. Takes the size of its picture.
-// Window thread.
+// Objects "ImageCMD(0)" OK, "ImageCMD(1)" Cancel and "ImageCMD(2)" Apply. Takes the size of its keys. Window
+// thread.
 class DialogButtons : public QWidget {
     Q_OBJECT
 public:
@@ -22,21 +21,14 @@ public:
     // The chrome, which gives the buttons their hover looks, is that of the window the row lies in.
     explicit DialogButtons(WindowChrome& chrome, QWidget* parent);
 
-    ImageButton* ImageCMD(int index) const { return buttons_[static_cast<size_t>(index)]; }
-
-    const SkinPicture& Picture() const { return picture_; } // the row in its normal look
-    const SkinPicture& Strip() const { return strip_; }
+    BodyKey* ImageCMD(int index) const { return buttons_[static_cast<size_t>(index)]; }
 
 signals:
     void Clicked(int index);
 
-protected:
-    void paintEvent(QPaintEvent* event) override;
-
 private:
-    SkinPicture picture_;
-    SkinPicture strip_;
-    std::array<ImageButton*, count> buttons_{};
+    BodyKeyPictures pictures_;
+    std::array<BodyKey*, count> buttons_{};
 };
 
 } // namespace kestrune

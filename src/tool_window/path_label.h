@@ -1,7 +1,7 @@
 // A path on glass that turns into a text box when it is clicked.
 #pragma once
 
-#include "tool_window/elided_label.h"
+#include "skin/elided_label.h"
 
 namespace kestrune {
 

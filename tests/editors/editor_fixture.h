@@ -35,7 +35,7 @@ public:
         box->selectAll();
         QTest::keyClicks(box, text);
     }
-    EditorKey* ImageCMD(int index) { return Find<EditorKey>(QStringLiteral("ImageCMD(%1)").arg(index)); }
+    BodyKey* ImageCMD(int index) { return Find<BodyKey>(QStringLiteral("ImageCMD(%1)").arg(index)); }
     void Click(int imageCmd) { QTest::mouseClick(ImageCMD(imageCmd), Qt::LeftButton); }
     // Names of what Tab comes to, from what has the focus now until it comes round.
     QStringList TabRound() {

@@ -194,7 +194,7 @@ TEST_F(FrmInfoTest, FillingWithTheOtherTagIsNoEdit) {
 TEST_F(FrmInfoTest, TheFolderKeyAsksForAnotherFile) {
     Open();
     prompts.filesToChoose = {{QStringLiteral("/music/one.mp3")}};
-    QTest::mouseClick(hand.Find<EditorKey>(QStringLiteral("ImageinPath")), Qt::LeftButton);
+    QTest::mouseClick(hand.Find<BodyKey>(QStringLiteral("ImageinPath")), Qt::LeftButton);
     EXPECT_EQ(hand.BoxText("aFile"), QStringLiteral("/music/one.mp3"));
     EXPECT_EQ(hand.BoxText("infoTitle"), QStringLiteral("First light"));
     EXPECT_FALSE(IsUpdateEnabled());

@@ -4,18 +4,16 @@
 #include "convert/format_panel_layout.h"
 #include "main_window/main_layout.h"
 #include "main_window/main_pictures.h"
-#include "skin/corner_sizes.h"
-#include "skin/dialog_buttons.h"
+#include "skin/body_key.h"
 #include "skin/skin_colours.h"
 #include "skin/skin_style.h"
-#include "skin/skinned_window.h"
-#include "tool_window/editor_key.h"
 
 #include <QApplication>
 #include <QImage>
 #include <QPainter>
 #include <array>
 #include <cstdio>
+#include <memory>
 #include <vector>
 
 namespace {
@@ -41,7 +39,6 @@ struct Row {
     const SkinPicture* ground;
     const SkinPicture* off; // null: it is never disabled
     const SkinPicture* strip;
-    QPoint dimmed = noLook; // in off, if not where the normal look is
 };
 
 QString Named(const char* name, size_t index) {
@@ -105,37 +102,37 @@ std::vector<Row> ConverterKeys(const ConverterPictures& pictures) {
     return rows;
 }
 
-std::vector<Row> DialogKeys(const DialogButtons& buttons) {
-    std::vector<Row> rows;
-    for (int index = 0; index < DialogButtons::count; ++index) {
-        const ImageButton* key = buttons.ImageCMD(index);
-        rows.push_back({QStringLiteral("%1, %2").arg(key->objectName(), key->accessibleName()),
-                        key->geometry(), key->Looks().hover, key->Looks().pressed.value_or(noLook), noLook,
-                        &buttons.Picture(), nullptr, &buttons.Strip()});
+// The keys of the dialogs paint themselves; so their rows show what is seen.
+std::vector<std::unique_ptr<BodyKey>> BodyKeys(const BodyKeyPictures& pictures) {
+    std::vector<std::unique_ptr<BodyKey>> keys;
+    for (const char* word :
+         {"OK", "Cancel", "Apply", "Update", "Close", "Previous", "Next", "Cues", "Add", "Delete"}) {
+        keys.push_back(std::make_unique<BodyKey>(pictures, QLatin1String(word), nullptr));
     }
-    return rows;
+    keys.push_back(std::make_unique<BodyKey>(pictures, BodyKey::Face::Folder,
+                                             QStringLiteral("Open Audio File"), nullptr));
+    return keys;
 }
 
-std::vector<Row> EditorKeys(const SkinPicture& pictures) {
-    constexpr std::array<const char*, EditorKey::faceCount> names = {
-        "Update", "Close", "Previous", "Next", "Cues", "Add", "Delete", "Open Audio File"};
-    std::vector<Row> rows;
-    for (size_t index = 0; index < names.size(); ++index) {
-        const auto face = static_cast<KeyFace>(index);
-        const EditorKey key(pictures, face, nullptr);
-        rows.push_back({QStringLiteral("EditorKey, ") + QLatin1String(names[index]),
-                        EditorKey::NormalPiece(face), key.Looks().hover, key.Looks().pressed.value_or(noLook),
-                        noLook, &pictures, &pictures, &pictures, EditorKey::OffPiece(face).topLeft()});
+void PaintBodyKey(QPainter& painter, BodyKey& key, int look, const QPoint& at) {
+    if (look == 3) {
+        return;
     }
-    return rows;
+    key.setEnabled(look != 4);
+    key.SetPressedLook(look == 2);
+    key.ShowHover(look == 1, ImageButton::Change::AtOnce);
+    QPixmap shown(key.size() * scale);
+    shown.setDevicePixelRatio(scale);
+    shown.fill(Qt::transparent);
+    key.render(&shown, {}, {}, {});
+    painter.drawPixmap(at, shown);
 }
 
 // The look as it is seen: the window's own piece, and over it that of the strip.
 void PaintLook(QPainter& painter, const Row& row, int look, const QPoint& at) {
     if (look == 4) {
         if (row.off != nullptr) {
-            const QPoint corner = row.dimmed.x() < 0 ? row.normal.topLeft() : row.dimmed;
-            row.off->Paint(painter, at, {corner, row.normal.size()});
+            row.off->Paint(painter, at, row.normal);
         }
         return;
     }
@@ -150,10 +147,13 @@ void PaintLook(QPainter& painter, const Row& row, int look, const QPoint& at) {
     }
 }
 
-QImage Sheet(const std::vector<Row>& rows) {
+QImage Sheet(const std::vector<Row>& rows, const std::vector<std::unique_ptr<BodyKey>>& keys) {
     int height = headHeight + margin;
     for (const Row& row : rows) {
         height += row.normal.height() + rowGap;
+    }
+    for (const auto& key : keys) {
+        height += key->height() + rowGap;
     }
     const int width = nameWidth + 5 * cellWidth + 2 * margin;
     QImage sheet(QSize(width, height) * scale, QImage::Format_RGB32);
@@ -175,6 +175,14 @@ QImage Sheet(const std::vector<Row>& rows) {
         }
         top += rowHeight + rowGap;
     }
+    for (const auto& key : keys) {
+        painter.drawText(QRect(margin, top, nameWidth, key->height()), Qt::AlignVCenter,
+                         key->accessibleName());
+        for (int look = 0; look < 5; ++look) {
+            PaintBodyKey(painter, *key, look, {margin + nameWidth + look * cellWidth, top});
+        }
+        top += key->height() + rowGap;
+    }
     return sheet;
 }
 
@@ -193,14 +201,6 @@ int main(int argc, char** argv) {
     for (Row& row : ConverterKeys(converterPictures)) {
         rows.push_back(std::move(row));
     }
-    SkinnedDialog dialog(corners::dialog);
-    const DialogButtons buttons(dialog.Chrome(), nullptr);
-    for (Row& row : DialogKeys(buttons)) {
-        rows.push_back(std::move(row));
-    }
-    const SkinPicture editorPictures(QStringLiteral(":/skin/editor_buttons.svg"));
-    for (Row& row : EditorKeys(editorPictures)) {
-        rows.push_back(std::move(row));
-    }
-    return Sheet(rows).save(QString::fromLocal8Bit(argv[1])) ? 0 : 1;
+    const BodyKeyPictures bodyKeyPictures;
+    return Sheet(rows, BodyKeys(bodyKeyPictures)).save(QString::fromLocal8Bit(argv[1])) ? 0 : 1;
 }

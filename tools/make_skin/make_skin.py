@@ -4,19 +4,16 @@
 import os
 import sys
 
+import body_keys
 import converter_layout
 import converter_window
-import dialog_buttons
-import editor_buttons
 import main_window
 
 PICTURES = {
     "main_window.svg": lambda: main_window.background("normal"),
     "main_window_off.svg": lambda: main_window.background("off"),
     "main_strip.svg": main_window.strip,
-    "dialog_buttons.svg": dialog_buttons.background,
-    "dialog_buttons_strip.svg": dialog_buttons.strip,
-    "editor_buttons.svg": editor_buttons.pictures,
+    "body_keys.svg": body_keys.pictures,
     "converter_window.svg": lambda: converter_window.background(converter_layout.SHORT, "normal"),
     "converter_window_long.svg": lambda: converter_window.background(converter_layout.LONG, "normal"),
     "converter_window_off.svg": lambda: converter_window.background(converter_layout.SHORT, "off"),

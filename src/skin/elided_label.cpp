@@ -1,4 +1,4 @@
-#include "tool_window/elided_label.h"
+#include "skin/elided_label.h"
 
 #include "skin/skin_colours.h"
 

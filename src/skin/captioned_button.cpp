@@ -1,4 +1,4 @@
-#include "tool_window/captioned_button.h"
+#include "skin/captioned_button.h"
 
 #include "skin/skin_colours.h"
 
