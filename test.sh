@@ -107,6 +107,11 @@ Section "Format"
 SourceFiles | xargs -r clang-format --dry-run -Werror
 Done
 
+Section "Sizes"
+tools/check_sizes
+tools/check_sizes --self-test
+Done
+
 Section "Layers"
 Quietly "$logs/configure-release.log" cmake --preset release
 tools/check_layers build/release
