@@ -107,8 +107,18 @@ Section "Format"
 SourceFiles | xargs -r clang-format --dry-run -Werror
 Done
 
-Section "Build (release)"
+Section "Sizes"
+tools/check_sizes
+tools/check_sizes --self-test
+Done
+
+Section "Layers"
 Quietly "$logs/configure-release.log" cmake --preset release
+tools/check_layers build/release
+tools/check_layers build/release --self-test
+Done
+
+Section "Build (release)"
 Quietly "$logs/build-release.log" cmake --build --preset release
 Done
 

@@ -15,7 +15,8 @@ import sys
 import tempfile
 import time
 
-ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
+HERE = os.path.dirname(os.path.abspath(__file__))
+ROOT = os.path.dirname(os.path.dirname(HERE))
 sys.path.insert(0, os.path.join(ROOT, "tools"))
 
 import native_playlist  # noqa: E402  (found through the line above)
@@ -25,6 +26,16 @@ LIST_EMPTY_PLACE = (200, 355)
 MAIN_WINDOW_TITLE = "^Kestrune"
 PR_SET_PDEATHSIG = 1
 _LIBC = ctypes.CDLL(None)
+# How much longer than on an idle machine of two cores things take; test.sh measures it once for a run.
+SLOWNESS = max(1.0, float(os.environ.get("KESTRUNE_SLOWNESS", "2")))
+# A wait ends with a failure only after that many times what is told: a machine may become busier after it was measured.
+PATIENCE = 4 * SLOWNESS
+# Of what is played, to real time: on a slow machine a sound card is slower too, since its hurry is not what is tested.
+PACE = 1 / min(SLOWNESS, 4.0) if "KESTRUNE_SLOWNESS" in os.environ else 1.0
+# A take of a listening test in which the server had nothing to play for want of the processor says nothing.
+MOST_TAKES = 8
+RAN_DRY = re.compile(r"(?:Implicit|Actual) underrun of ")
+_disturbances = []  # of this take
 
 
 class Failure(AssertionError):
@@ -37,14 +48,14 @@ def check(condition, message):
 
 
 def wait_for(condition, what, timeout_s=10.0, step_s=0.02):
-    """The first true value of condition(); Failure when there is none in time."""
-    end = time.monotonic() + timeout_s
+    """The first true value of condition(); Failure when there is none in time. `timeout_s` is for an idle machine."""
+    end = time.monotonic() + timeout_s * PATIENCE
     while True:
         value = condition()
         if value:
             return value
         if time.monotonic() > end:
-            raise Failure(f"waited {timeout_s:g} s in vain for {what}")
+            raise Failure(f"waited {timeout_s * PATIENCE:g} s in vain for {what}")
         time.sleep(step_s)
 
 
@@ -74,7 +85,7 @@ def end(process, grace_s=3.0):
 
 
 class Stage:
-    """A folder, an X server with a window manager and, if asked for, a sound server with the null sink `out`.
+    """A folder, an X server with a window manager and, if asked for, a sound server whose sink a reader of ours hears.
 
     with Stage() as stage:
         program = stage.run_program(sys.argv[1])
@@ -96,6 +107,7 @@ class Stage:
     def __exit__(self, kind, error, trace):
         if kind is not None:
             self._show_what_happened()
+        self._note_disturbance()
         self.close()
 
     def close(self):
@@ -148,13 +160,37 @@ class Stage:
         wait_for(lambda: "window id" in self.ask(["xprop", "-root", "_NET_SUPPORTING_WM_CHECK"]), "the window manager")
 
     def _open_sound(self):
-        sink = "format=s16le rate=44100 channels=2"
-        # Without norewinds the monitor of a null sink loses frames.
+        pipe = os.path.join(self.folder, "heard.pipe")
+        os.mkfifo(pipe)
+        self.heard_path = os.path.join(self.folder, "heard.raw")
+        self.child([sys.executable, os.path.join(HERE, "sound_reader.py"), pipe, self.heard_path, str(PACE)],
+                   log=self.log("reader"))
+        wait_for(lambda: os.path.exists(self.heard_path), "the reader of what is played")
+        # The log tells each time when a stream had nothing more to play.
         self.child(["pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "--realtime=no", "--high-priority=no",
-                    "--disable-shm=yes", "-L", "module-native-protocol-unix",
-                    "-L", f"module-null-sink sink_name=out {sink} norewinds=1"], log=self.log("pulseaudio"))
+                    "--disable-shm=yes", "--log-target=stderr", "--log-level=debug", "--log-time=1",
+                    "-L", "module-native-protocol-unix",
+                    "-L", f"module-pipe-sink sink_name=out file={pipe} format=s16le rate=44100 channels=2"],
+                   log=self.log("pulseaudio"))
         self.env["PULSE_SERVER"] = "unix:" + os.path.join(self.runtime, "pulse", "native")
         wait_for(lambda: "out" in self.ask(["pactl", "list", "short", "sinks"]), "the sound server")
+
+    def heard_seconds(self):
+        """The clock of what is played: it goes as far as the reader has read."""
+        return os.path.getsize(self.heard_path) / (Capture.FRAME_BYTES * Capture.RATE_HZ)
+
+    def hear(self, seconds):
+        """Lets this much be played, sound or silence."""
+        end_s = self.heard_seconds() + seconds
+        wait_for(lambda: self.heard_seconds() >= end_s, f"{seconds:g} s of sound or silence", seconds / PACE + 10)
+
+    def _note_disturbance(self):
+        log = self.log("pulseaudio")
+        if os.path.exists(log):
+            with open(log, errors="replace") as file:
+                times = len(RAN_DRY.findall(file.read()))
+            if times:
+                _disturbances.append(f"the sound server ran dry {times} times")
 
     def _skip_first_run_dialog(self):
         """The file whose second number says that the update dialog was already shown once."""
@@ -326,36 +362,45 @@ class Program:
         self.stage.xdotool("windowactivate", "--sync", self.window)
         self.stage.key("alt+F4")
         try:
-            return self.process.wait(timeout_s)
+            return self.process.wait(timeout_s * PATIENCE)
         except subprocess.TimeoutExpired as error:
             raise Failure("the program did not close") from error
 
 
 class Capture:
-    """What the null sink plays, as 16-bit little-endian stereo at 44,100 Hz, from now on."""
+    """What the sink plays, as 16-bit little-endian stereo at 44,100 Hz, from now on."""
 
     FRAME_BYTES = 4
     RATE_HZ = 44100
+    ON_ITS_WAY_S = 0.15  # what the server, the pipe and the reader hold together, and a little more
 
     def __init__(self, stage):
-        self.path = os.path.join(stage.folder, "capture.raw")
-        self._file = open(self.path, "wb")
-        self._process = stage.child(["parec", "--device=out.monitor", "--raw", "--format=s16le", "--rate=44100",
-                                     "--channels=2", "--latency-msec=50"], stdout=self._file, log=stage.log("parec"))
-        wait_for(lambda: os.path.getsize(self.path) > 0, "the capture to begin")
+        self._stage = stage
+        self._begin = self._frame_bytes_read()
+
+    def _frame_bytes_read(self):
+        return os.path.getsize(self._stage.heard_path) // self.FRAME_BYTES * self.FRAME_BYTES
 
     def seconds(self):
-        return os.path.getsize(self.path) / (self.FRAME_BYTES * self.RATE_HZ)
+        return (self._frame_bytes_read() - self._begin) / (self.FRAME_BYTES * self.RATE_HZ)
 
     def data(self):
         """All that was captured so far, in whole frames."""
-        with open(self.path, "rb") as file:
-            data = file.read()
-        return data[: len(data) // self.FRAME_BYTES * self.FRAME_BYTES]
+        end = self._frame_bytes_read()
+        with open(self._stage.heard_path, "rb") as file:
+            file.seek(self._begin)
+            return file.read(end - self._begin)
+
+    def await_sound(self):
+        """The moment, in seconds of this capture, when the first sound was heard, waiting for it."""
+        def first():
+            data = self.data()
+            silent = (len(data) - len(data.lstrip(b"\0"))) // self.FRAME_BYTES
+            return silent < len(data) // self.FRAME_BYTES and (silent + 1,)
+        return wait_for(first, "any sound")[0] / self.RATE_HZ
 
     def stop(self):
-        end(self._process)
-        self._file.close()
+        self._stage.hear(self.ON_ITS_WAY_S)
         return self.data()
 
 
@@ -365,8 +410,16 @@ def run(test):
         sys.exit(f"usage: {sys.argv[0]} PROGRAM")
     # A test that ctest ends early unwinds, so that what it started ends with it.
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(143))
-    try:
-        test(os.path.abspath(sys.argv[1]), *sys.argv[2:])
-    except Failure as failure:
-        sys.exit(f"FAILED: {failure}")
+    for take in range(1, MOST_TAKES + 1):
+        _disturbances.clear()
+        try:
+            test(os.path.abspath(sys.argv[1]), *sys.argv[2:])
+            break
+        except Failure as failure:
+            if not _disturbances:
+                sys.exit(f"FAILED: {failure}")
+            told = ", ".join(_disturbances)
+            if take == MOST_TAKES:
+                sys.exit(f"FAILED: no take of {MOST_TAKES} was undisturbed; in the last one {told}: {failure}")
+            print(f"take {take} is void, {told}: {failure}", flush=True)
     print("passed")

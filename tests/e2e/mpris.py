@@ -73,9 +73,9 @@ def check_start(remote):
     harness.check(length == str(FIRST_SECONDS * 1000000), f"the first file is {length} us long")
 
 
-def check_pause_and_seek(remote):
+def check_pause_and_seek(stage, remote):
     """Plays 1 s, pauses, seeks in the pause, goes on; the place in milliseconds that was asked for."""
-    time.sleep(1)
+    stage.hear(1)
     remote.ask("pause")
     remote.await_told("status", "Paused")
     target_ms = 12345
@@ -86,7 +86,7 @@ def check_pause_and_seek(remote):
     harness.check(remote.ask("status") == "Paused", "a second pause went on")
     remote.ask("play-pause")
     remote.await_told("status", "Playing")
-    time.sleep(1)
+    stage.hear(1)
     return target_ms
 
 
@@ -115,9 +115,9 @@ def check_volume(stage, remote, program):
     remote.ask("volume", 0.25)
     remote.await_told("volume", "0.250004")
     harness.wait_for(lambda: knob() != full, "the knob to turn")
-    time.sleep(0.5)
+    stage.hear(0.5)
     capture = stage.capture()
-    time.sleep(0.5)
+    stage.hear(0.5)
     quiet = sound.samples(capture.stop())
     peak = max(map(abs, quiet))
     harness.check(1800 < peak <= 2000, f"noise of 8000 steps at a quarter reaches {peak}")
@@ -183,9 +183,9 @@ def test(program_path):
         remote.await_told("volume", "1.000000")
         capture = stage.capture()
         check_start(remote)
-        target_ms = check_pause_and_seek(remote)
+        target_ms = check_pause_and_seek(stage, remote)
         check_next(remote, paths[1])
-        time.sleep(1)
+        stage.hear(1)
         check_sound(capture.stop(), first, second, target_ms)
         check_volume(stage, remote, program)
         check_modes(remote)

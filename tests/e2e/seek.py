@@ -2,7 +2,6 @@
 """Dragging the thumb of the position bar, on and back: the sound goes on within one sample of the place asked for."""
 
 import os
-import time
 
 import accessibility
 import harness
@@ -67,12 +66,14 @@ def test(program_path):
         program.volume_full()
         capture = stage.capture()
         program.menu("s")
-        time.sleep(1)
+        begin_s = capture.await_sound()
+        stage.hear(1)
         on, back = 120, 40
-        bar.drag(width_at(1), on)
-        time.sleep(0.6)
-        bar.drag(on + width_at(0.7), back)
-        time.sleep(1)
+        bar.drag(width_at(capture.seconds() - begin_s), on)
+        let_go_s = capture.seconds()
+        stage.hear(0.6)
+        bar.drag(on + width_at(capture.seconds() - let_go_s), back)
+        stage.hear(1)
         program.menu("t")
         data = capture.stop()
         program.close()
