@@ -54,11 +54,7 @@ void FrmMain::ConnectPlaylist() {
     connect(files, &PlaylistFiles::FilesAdded, this,
             [this] { parts_.transport.SetPlayButtonTrueFalse(ButtonPlay, true); });
     connect(files, &PlaylistFiles::NeighboursChanged, &parts_.transport, &Transport::SetPreNextButton);
-    connect(files, &PlaylistFiles::ListLoaded, this, [this] {
-        const bool canStart = parts_.rows.Count() > 0 && !parts_.transport.IsPlaying;
-        parts_.transport.SetPlayButtonTrueFalse(ButtonPlay, canStart);
-        parts_.transport.SetPreNextButton();
-    });
+    connect(files, &PlaylistFiles::ListLoaded, &parts_.transport, &Transport::ListLoaded);
     connect(editing, &PlaylistEditing::RowShown, list, &PlaylistView::EnsureVisible);
     connect(editing, &PlaylistEditing::RowsSwapped, list, &PlaylistView::FollowSwap);
     connect(editing, &PlaylistEditing::TotalsChanged, this, &FrmMain::GetFileLong);

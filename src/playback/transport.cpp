@@ -58,7 +58,7 @@ void Transport::PlayCurrentItem() {
     parts_.rows.ClearAllBold();
     parts_.rows.SetBold(parts_.state.CurIndex, true);
     emit PlayPressed();
-    emit LampShown(Lamp::Playing);
+    ShowLamp(Lamp::Playing);
     SetPlayButtonTrueFalse(ButtonPlay, false);
     emit ScrollBarMoved();
     emit KhzShown(true, parts_.audioFile.GetFormatText());
@@ -142,7 +142,7 @@ void Transport::StopPlay() {
     emit ThumbVisible(false);
     parts_.rows.ClearAllBold();
     emit ButtonsReturned();
-    emit LampShown(Lamp::Stopped);
+    ShowLamp(Lamp::Stopped);
     emit ClockCleared();
     emit KhzShown(false, QString());
 }
@@ -160,18 +160,22 @@ void Transport::PauseContinue() {
         PlayPos += player.GetPlayedBytes();
         emit ChangeColorEnabled(true);
         emit PausePressed(true);
-        emit LampShown(Lamp::Paused);
+        ShowLamp(Lamp::Paused);
         SetPlayButtonTrueFalse(ButtonPlay, true);
         return;
     }
     emit PauseCaption(PauseText());
     IsPaused = false;
     player.Prepare();
+    if (player.GetStatus() < 0) {
+        StopPlay();
+        return;
+    }
     parts_.audioFile.SeekTo(PlayPos, seekFromStart);
     emit ChangeColorEnabled(false);
     FeedBlock();
     emit PausePressed(false);
-    emit LampShown(Lamp::Playing);
+    ShowLamp(Lamp::Playing);
     SetPlayButtonTrueFalse(ButtonPlay, false);
 }
 
@@ -209,6 +213,11 @@ void Transport::AudioPlayer_Timer(qint64 playedBytes) {
     if (!parts_.state.SeekDragging) {
         emit TimeShown(parts_.audioPlayer.MsForBytes(PlayPos + playedBytes), parts_.audioFile.GetLengthMs());
     }
+}
+
+void Transport::ShowLamp(Lamp lamp) {
+    lamp_ = lamp;
+    emit LampShown(lamp);
 }
 
 void Transport::SetButton(bool flag) {
@@ -263,6 +272,13 @@ void Transport::ImagePlayButton_Click(int index) {
     default:
         break;
     }
+}
+
+void Transport::ListLoaded() {
+    const bool isResumable = IsPlaying && lamp_ == Lamp::Paused;
+    const bool canStart = !IsPlaying && parts_.rows.Count() > 0;
+    SetPlayButtonTrueFalse(ButtonPlay, isResumable || canStart);
+    SetPreNextButton();
 }
 
 void Transport::ListViewPlaylist_DblClick() {

@@ -72,6 +72,8 @@ public:
     void SetButton(bool flag);
     void SetPreNextButton();
     void SetPlayButtonTrueFalse(int index, bool enabled);
+    // Sets the buttons for the rows of a list that was opened.
+    void ListLoaded();
 
     // --- What the user does ---
     void ImagePlayButton_Click(int index);
@@ -103,10 +105,12 @@ private:
     bool ChooseRow();
     bool OpenPlayFile();
     void AskToDeleteRow();
+    void ShowLamp(Lamp lamp);
     void AudioPlayer_EndPlay();
     void AudioPlayer_Timer(qint64 playedBytes);
 
     TransportParts parts_;
+    Lamp lamp_ = Lamp::Stopped;
     std::array<bool, transportButtonCount> buttonEnabled_ = {false, false, false, false, true, false};
 };
 

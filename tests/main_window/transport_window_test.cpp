@@ -212,6 +212,29 @@ TEST_F(PlayingWindowTest, AfterAStopByTheMenuDuringAPausePlayAndPauseWork) {
     EXPECT_EQ(LitLamp(), 2);
 }
 
+TEST_F(PlayingWindowTest, AListThatIsOpenedDuringAPauseLeavesPlayEnabled) {
+    StartWith(2);
+    DoubleClickRow(1);
+    player.playedBytes = 3000;
+    Press(ButtonPause);
+    files.OpenSavePlayList(QStringLiteral("SAVE"), true);
+    files.OpenSavePlayList(QStringLiteral("OPEN"), true);
+    ASSERT_TRUE(IsEnabled(ButtonPlay));
+    Press(ButtonPlay);
+    EXPECT_EQ(LitLamp(), 1);
+    EXPECT_THAT(audioFile.calls, Contains(QStringLiteral("SeekTo 3000")));
+    files.OpenSavePlayList(QStringLiteral("OPEN"), true);
+    EXPECT_FALSE(IsEnabled(ButtonPlay)) << "it plays already";
+}
+
+TEST_F(PlayingWindowTest, AListThatIsOpenedWhileStoppedEnablesPlay) {
+    StartWith(1);
+    ASSERT_FALSE(IsEnabled(ButtonPlay));
+    files.OpenSavePlayList(QStringLiteral("SAVE"), true);
+    files.OpenSavePlayList(QStringLiteral("OPEN"), true);
+    EXPECT_TRUE(IsEnabled(ButtonPlay));
+}
+
 TEST_F(PlayingWindowTest, AClickOnPlayShowsItsMenu) {
     Start();
     ClickButton(QStringLiteral("LabelMenu"), 1);
@@ -301,6 +324,22 @@ TEST_P(ModeButtonTest, TheMenuEntryDoesTheSame) {
     ExpectOnly(GetParam());
     Trigger(QStringLiteral("mOptions(%1)").arg(GetParam() + 3));
     ExpectOnly(GetParam());
+}
+
+// A first run has stored no mode yet, and a damaged file may hold any number.
+TEST_P(ModeButtonTest, AStoredModeThatIsNoneLightsNothingAndChecksNothing) {
+    Start();
+    for (const char stored : {'\x00', '\x02', '\x06', '\xFF'}) {
+        ClickButton(QStringLiteral("ImageRepeatModeBut"), GetParam());
+        ExpectOnly(GetParam());
+        QFile record(home.filePath(QStringLiteral("Options.dat")));
+        ASSERT_TRUE(record.open(QIODevice::ReadWrite));
+        record.seek(2);
+        record.putChar(stored);
+        record.close();
+        Trigger(QStringLiteral("mOptions(9)"));
+        ExpectOnly(-1);
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Modes, ModeButtonTest, testing::Values(0, 1, 2));

@@ -425,6 +425,44 @@ TEST_F(PausingTest, EachPauseAddsWhatItsRunPlayed) {
     }
 }
 
+// The device was pulled out during the pause.
+TEST_F(PausingTest, AResumeWithoutAnOutputEndsStopped) {
+    AddTracks(2);
+    Play(1);
+    player.playedBytes = 1234;
+    transport.PauseContinue();
+    player.prepareResult = Outcome::DeviceFailed;
+    log.clear();
+    transport.PauseContinue();
+    EXPECT_THAT(Steps().first(2), ElementsAre("Caption Pause", "Prepare"));
+    EXPECT_FALSE(Steps().contains(QStringLiteral("Lamp 1")));
+    EXPECT_FALSE(Steps().contains(QStringLiteral("ReadBlock 4000")));
+    EXPECT_FALSE(transport.IsPlaying);
+    EXPECT_FALSE(transport.IsPaused);
+    EXPECT_EQ(lamp, 0);
+    EXPECT_EQ(pauseCaption, "Pause");
+    EXPECT_THAT(Buttons(), ElementsAre(false, false, true, false, true, false));
+    EXPECT_LT(file.GetFormatId(), 0) << "the file is closed";
+    EXPECT_THAT(Bold(), IsEmpty());
+    EXPECT_THAT(prompts.messages, IsEmpty());
+    EXPECT_THAT(prompts.questions, IsEmpty());
+}
+
+TEST_F(PausingTest, AfterAResumeWithoutAnOutputPlayStartsOnceOneIsThere) {
+    AddTracks(1);
+    Play(1);
+    transport.PauseContinue();
+    player.prepareResult = Outcome::DeviceFailed;
+    transport.ImagePlayButton_Click(ButtonPlay);
+    ASSERT_FALSE(transport.IsPlaying);
+    transport.ImagePlayButton_Click(ButtonPlay);
+    ASSERT_FALSE(transport.IsPlaying);
+    player.prepareResult = Outcome::Ok;
+    transport.ImagePlayButton_Click(ButtonPlay);
+    EXPECT_TRUE(transport.IsPlaying);
+    EXPECT_EQ(lamp, 1);
+}
+
 TEST_F(PausingTest, AfterAStopItDoesNothing) {
     AddTracks(1);
     Play(1);
