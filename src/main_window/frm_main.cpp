@@ -375,11 +375,7 @@ void FrmMain::ShowToolBar() {
 }
 
 void FrmMain::RowClicked(int row) {
-    if (row > 0) {
-        parts_.state.ClickedIndex = row;
-        parts_.state.CurIndex = row;
-    }
-    parts_.transport.ListViewPlaylist_Click();
+    parts_.buttons.ListViewPlaylist_Click(row);
     GetFileLong();
 }
 

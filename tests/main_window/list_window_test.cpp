@@ -246,7 +246,7 @@ TEST_F(ListWindowTest, WithoutASoundDeviceYesStartsTheProgramAndPlaybackFailsInS
     EXPECT_TRUE(window.isVisible());
     ASSERT_NO_FATAL_FAILURE(AddTracks(1));
     DoubleClickRow(1);
-    EXPECT_FALSE(transport.IsPlaying);
+    EXPECT_FALSE(transport.State().IsPlaying);
     EXPECT_EQ(LitLamp(), 0);
     EXPECT_TRUE(prompts.messages.isEmpty());
     EXPECT_EQ(prompts.questions.size(), 1);
@@ -266,7 +266,7 @@ TEST_F(ListWindowTest, CloseStoresTheListInIndexOrderAndDoesNotStopPlayback) {
     Trigger(QStringLiteral("mnSort(1)"));
     Trigger(QStringLiteral("mnSort(1)"));
     DoubleClickRow(1);
-    ASSERT_TRUE(transport.IsPlaying);
+    ASSERT_TRUE(transport.State().IsPlaying);
     player.calls.clear();
     QFile::remove(DefaultList());
     ClickButton(QStringLiteral("ImageWin"), 0);

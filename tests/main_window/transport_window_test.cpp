@@ -52,13 +52,13 @@ TEST_F(PlayingWindowTest, ADoubleClickOnTheRowThatPlaysChangesNothing) {
 TEST_F(PlayingWindowTest, ADoubleClickBelowTheRowsDoesNothing) {
     StartWith(2);
     DoubleClickRow(4);
-    EXPECT_FALSE(transport.IsPlaying);
+    EXPECT_FALSE(transport.State().IsPlaying);
 }
 
 TEST_F(PlayingWindowTest, ADoubleClickInAnEmptyListDoesNothing) {
     Start();
     DoubleClickRow(1);
-    EXPECT_FALSE(transport.IsPlaying);
+    EXPECT_FALSE(transport.State().IsPlaying);
 }
 
 TEST_F(PlayingWindowTest, EnterPlaysTheRowOfTheKeyboard) {
@@ -76,7 +76,7 @@ TEST_F(PlayingWindowTest, AClickMakesTheRowCurrentAndEnablesPlay) {
     EXPECT_EQ(state.ClickedIndex, 3);
     EXPECT_THAT(Selected(), ElementsAre(3));
     ASSERT_TRUE(IsEnabled(ButtonPlay));
-    EXPECT_FALSE(transport.IsPlaying);
+    EXPECT_FALSE(transport.State().IsPlaying);
     Press(ButtonPlay);
     EXPECT_EQ(Playing(), "c.wav");
 }
@@ -87,7 +87,7 @@ TEST_F(PlayingWindowTest, ThePauseButtonPausesAndGoesOn) {
     player.playedBytes = 3000;
     Press(ButtonPause);
     EXPECT_EQ(LitLamp(), 2);
-    EXPECT_TRUE(transport.IsPaused);
+    EXPECT_TRUE(transport.State().IsPaused);
     EXPECT_FALSE(player.isRunning);
     EXPECT_TRUE(IsEnabled(ButtonPlay));
     EXPECT_EQ(window.findChild<QAction*>(QStringLiteral("mnuPause"))->text(), "Continue");
@@ -113,7 +113,7 @@ TEST_F(PlayingWindowTest, TheStopButtonStops) {
     StartWith(2);
     DoubleClickRow(1);
     Press(ButtonStop);
-    EXPECT_FALSE(transport.IsPlaying);
+    EXPECT_FALSE(transport.State().IsPlaying);
     EXPECT_EQ(LitLamp(), 0);
     EXPECT_FALSE(IsEnabled(ButtonStop));
     EXPECT_FALSE(IsEnabled(ButtonNext));
@@ -170,7 +170,7 @@ TEST_F(PlayingWindowTest, AGoneFileIsAskedForAndRemoved) {
     DoubleClickRow(2);
     EXPECT_EQ(prompts.questions.size(), 1);
     EXPECT_EQ(rows.Count(), 1);
-    EXPECT_FALSE(transport.IsPlaying);
+    EXPECT_FALSE(transport.State().IsPlaying);
     EXPECT_EQ(LitLamp(), 0);
 }
 
@@ -196,7 +196,7 @@ TEST_F(PlayingWindowTest, TheMenuPausesAndStops) {
     EXPECT_EQ(LitLamp(), 1);
     Trigger(QStringLiteral("mnuStop"));
     EXPECT_EQ(LitLamp(), 0);
-    EXPECT_FALSE(transport.IsPlaying);
+    EXPECT_FALSE(transport.State().IsPlaying);
 }
 
 TEST_F(PlayingWindowTest, AfterAStopByTheMenuDuringAPausePlayAndPauseWork) {
@@ -205,7 +205,7 @@ TEST_F(PlayingWindowTest, AfterAStopByTheMenuDuringAPausePlayAndPauseWork) {
     Press(ButtonPause);
     Trigger(QStringLiteral("mnuStop"));
     EXPECT_EQ(LitLamp(), 0);
-    EXPECT_FALSE(transport.IsPaused);
+    EXPECT_FALSE(transport.State().IsPaused);
     Press(ButtonPlay);
     EXPECT_EQ(LitLamp(), 1);
     Press(ButtonPause);
