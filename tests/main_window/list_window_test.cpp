@@ -260,6 +260,19 @@ TEST_F(ListWindowTest, WithoutASoundDeviceNoShowsNoWindow) {
     EXPECT_FALSE(window.isVisible());
 }
 
+TEST_F(ListWindowTest, DeleteDeletesWhenTheKeyIsReleased) {
+    Start();
+    ASSERT_NO_FATAL_FAILURE(AddTracks(3));
+    ClickRow(2);
+    QTest::keyPress(List(), Qt::Key_Delete);
+    QKeyEvent repeated(QEvent::KeyRelease, Qt::Key_Delete, Qt::NoModifier, QString(), true);
+    QCoreApplication::sendEvent(List(), &repeated);
+    EXPECT_TRUE(prompts.questions.isEmpty()) << "a key that is held down repeats its release, too";
+    QTest::keyRelease(List(), Qt::Key_Delete);
+    EXPECT_EQ(prompts.questions.size(), 1);
+    EXPECT_THAT(Names(), ElementsAre("a.wav", "c.wav"));
+}
+
 TEST_F(ListWindowTest, CloseStoresTheListInIndexOrderAndDoesNotStopPlayback) {
     Start();
     ASSERT_NO_FATAL_FAILURE(AddTracks(3));

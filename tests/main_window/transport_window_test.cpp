@@ -122,6 +122,16 @@ TEST_F(PlayingWindowTest, TheStopButtonStops) {
     EXPECT_FALSE(rows.IsBold(1));
 }
 
+TEST_F(PlayingWindowTest, TheRecordButtonAsksForItsWindow) {
+    StartWith(2);
+    Press(ButtonRecord);
+    EXPECT_THAT(tools.shown, ElementsAre(ToolWindow::frmRecord));
+    tools.exists = false;
+    Press(ButtonRecord);
+    EXPECT_EQ(prompts.messages.size(), 1);
+    EXPECT_FALSE(transport.State().IsPlaying);
+}
+
 TEST_F(PlayingWindowTest, NextAndPreviousGoRoundTheList) {
     StartWith(3);
     DoubleClickRow(3);
