@@ -49,10 +49,8 @@ OptionsRecord Options::CurrentRecord() const {
     OptionsRecord record;
     record.FftType = static_cast<quint8>(std::max(fftType_, 0));
     record.FftResolution = static_cast<quint8>(std::max(fftResolution_, 0));
-    for (size_t i = 0; i < modeChecked_.size(); ++i) {
-        if (modeChecked_[i]) {
-            record.PlayMode = static_cast<quint8>(i + firstModeEntry);
-        }
+    if (mode_) {
+        record.PlayMode = static_cast<quint8>(static_cast<int>(*mode_) + firstModeEntry);
     }
     record.EqBand = bands_;
     record.UseDefaultOnStartup = useDefaultOnStartup_;
@@ -63,8 +61,7 @@ OptionsRecord Options::CurrentRecord() const {
 void Options::Apply(const OptionsRecord& record) {
     mOptions1_Click(record.FftType);
     mOptions2_Click(record.FftResolution);
-    modeChecked_.fill(false);
-    ChooseMode(record.PlayMode - firstModeEntry);
+    CheckMode(record.PlayMode - firstModeEntry);
     useDefaultOnStartup_ = record.UseDefaultOnStartup;
     SetBands(record.EqBand);
     emit Changed();
@@ -74,8 +71,7 @@ void Options::Initialize() {
     SetBands({});
     mOptions1_Click(2);
     mOptions2_Click(2);
-    modeChecked_.fill(false);
-    ChooseMode(0);
+    CheckMode(0);
     useDefaultOnStartup_ = false;
     emit Changed();
 }
@@ -127,8 +123,7 @@ void Options::mOptions_Click(int index) {
     case firstModeEntry:
     case firstModeEntry + 1:
     case firstModeEntry + 2:
-        modeChecked_.fill(false);
-        ChooseMode(index - firstModeEntry);
+        CheckMode(index - firstModeEntry);
         break;
     case initializeEntry:
         Initialize();
@@ -178,20 +173,15 @@ void Options::mnplaylistitem_Click(int index) {
 }
 
 void Options::ImageRepeatModeBut_Click(int index) {
-    ChooseMode(index);
+    const bool isMode = index >= 0 && index < playModeCount;
+    if (isMode && !IsModeChecked(static_cast<PlayMode>(index))) {
+        CheckMode(index);
+    }
 }
 
-// A mode outside the three leaves everything as it is: that of a damaged file stays unchecked.
-void Options::ChooseMode(int index) {
-    if (index < 0 || index >= static_cast<int>(modeChecked_.size())) {
-        return;
-    }
-    if (modeChecked_[static_cast<size_t>(index)]) {
-        return;
-    }
-    litMode_ = index;
-    modeChecked_.fill(false);
-    modeChecked_[static_cast<size_t>(index)] = true;
+void Options::CheckMode(int index) {
+    const bool isMode = index >= 0 && index < playModeCount;
+    mode_ = isMode ? std::optional(static_cast<PlayMode>(index)) : std::nullopt;
     emit Changed();
 }
 

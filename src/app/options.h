@@ -8,6 +8,7 @@
 #include <QObject>
 #include <QString>
 #include <array>
+#include <optional>
 
 namespace kestrune {
 
@@ -16,6 +17,7 @@ inline constexpr int fftResolutionCount = 5;
 inline constexpr std::array<int, fftResolutionCount> fftSizes = {64, 256, 1024, 4096, 16384};
 
 enum class PlayMode { Continuous = 0, Shuffle = 1, Repeat = 2 };
+inline constexpr int playModeCount = 3;
 
 // Holds the check marks of the menu; the menus of the window only show them. Window thread.
 class Options : public QObject {
@@ -25,9 +27,9 @@ public:
     explicit Options(ProgramState& state, QObject* parent = nullptr);
 
     // --- What is checked ---
-    bool IsModeChecked(PlayMode mode) const { return modeChecked_[static_cast<size_t>(mode)]; }
-    // Which of the three mode lamps is lit, -1 for none.
-    int LitMode() const { return litMode_; }
+    // What the menu checks and the lamps light. After a record whose mode is none of the three no mode is
+    // checked; files then follow each other as in Continuous.
+    bool IsModeChecked(PlayMode mode) const { return mode_ == mode; }
     int FftType() const { return fftType_; }             // 0 to 4, -1 before the first choice
     int FftResolution() const { return fftResolution_; } // 0 to 4, -1 before the first choice
     bool IsResolutionEnabled() const { return resolutionEnabled_; }
@@ -68,11 +70,11 @@ private:
     OptionsRecord CurrentRecord() const;
     void Apply(const OptionsRecord& record);
     void Initialize();
-    void ChooseMode(int index);
+    // 0 to 2; any other number is no mode.
+    void CheckMode(int index);
 
     ProgramState& state_;
-    std::array<bool, 3> modeChecked_ = {true, false, false};
-    int litMode_ = -1;
+    std::optional<PlayMode> mode_ = PlayMode::Continuous;
     int fftType_ = -1;
     int fftResolution_ = -1;
     bool resolutionEnabled_ = true;

@@ -55,7 +55,7 @@ MediaTrack ReadTrackTags(KSTAudioInformation2& info, const QString& path) {
 } // namespace
 
 MediaControl::MediaControl(MediaControlParts parts, QObject* parent)
-    : QObject(parent), parts_(std::move(parts)), lampPaused_(parts_.transport.IsPaused) {
+    : QObject(parent), parts_(std::move(parts)) {
     connect(&parts_.transport, &Transport::LampShown, this, &MediaControl::LampShown);
 }
 
@@ -94,16 +94,16 @@ MediaState MediaControl::State() {
     return state;
 }
 
-// The lamp knows better than IsPaused, which outlives the pause when another file is started in it.
 PlaybackStatus MediaControl::Status() const {
-    if (!parts_.transport.IsPlaying) {
+    const TransportState now = parts_.transport.State();
+    if (!now.IsPlaying) {
         return PlaybackStatus::Stopped;
     }
-    return lampPaused_ ? PlaybackStatus::Paused : PlaybackStatus::Playing;
+    return now.lamp == Lamp::Paused ? PlaybackStatus::Paused : PlaybackStatus::Playing;
 }
 
 MediaTrack MediaControl::Track() {
-    const QString& path = parts_.transport.PlayFile;
+    const QString path = parts_.transport.State().PlayFile;
     const QString id = TrackIdOf(path);
     if (tags_.id != id) {
         tags_ = ReadTrackTags(parts_.audioInfo, path);
@@ -112,7 +112,7 @@ MediaTrack MediaControl::Track() {
     }
     MediaTrack track = tags_;
     track.lengthUs = parts_.audioFile.GetLengthMs() * usPerMs;
-    const int row = PlayingRow();
+    const int row = parts_.transport.PlayingRow();
     track.title = row > 0 ? parts_.rows.Title(row).trimmed() : path.section(u'/', -1);
     // A row shows the artist too, which has a place of its own here.
     const QString head = tags_.artist + QStringLiteral(" - ");
@@ -122,57 +122,39 @@ MediaTrack MediaControl::Track() {
     return track;
 }
 
-// The row of the file that plays, 0 when it has left the list.
-int MediaControl::PlayingRow() const {
-    const PlaylistRows& rows = parts_.rows;
-    const int last = parts_.state.LastIndex;
-    if (rows.IsBold(last)) {
-        return last;
-    }
-    for (int row = 1; row <= rows.Count(); ++row) {
-        if (rows.IsBold(row)) {
-            return row;
-        }
-    }
-    return 0;
-}
-
 qint64 MediaControl::PositionUs() {
-    const PlaybackStatus status = Status();
-    if (status == PlaybackStatus::Stopped) {
+    if (Status() == PlaybackStatus::Stopped) {
         return 0;
     }
-    // What was played before a pause is in PlayPos already.
-    const qint64 ofRun = status == PlaybackStatus::Playing ? parts_.audioPlayer.GetPlayedBytes() : 0;
     KSTAudioFile2& file = parts_.audioFile;
-    const qint64 us = UsOfBytes(parts_.transport.PlayPos + ofRun, file);
+    const qint64 us = UsOfBytes(parts_.transport.HeardBytes(), file);
     const qint64 lengthUs = file.GetLengthMs() * usPerMs;
     return lengthUs > 0 ? std::min(us, lengthUs) : us;
 }
 
-void MediaControl::Press(TransportButton button) {
-    if (parts_.transport.IsButtonEnabled(button) && !parts_.isBlocked()) {
-        parts_.transport.ImagePlayButton_Click(button);
-    }
+bool MediaControl::CanPress(TransportButton button) const {
+    return parts_.transport.IsButtonEnabled(button) && !parts_.isBlocked();
 }
 
 void MediaControl::Play() {
     const PlaybackStatus status = Status();
-    if (status == PlaybackStatus::Playing || parts_.isBlocked()) {
+    if (status == PlaybackStatus::Playing || !CanPress(ButtonPlay)) {
         return;
     }
-    // A pause that is still noted from an earlier file would be ended in place of a start.
-    parts_.transport.IsPaused = status == PlaybackStatus::Paused;
-    Press(ButtonPlay);
+    if (status == PlaybackStatus::Stopped) {
+        // A pause that is still noted from an earlier file would be ended in place of a start.
+        parts_.transport.ForgetPause();
+    }
+    parts_.buttons.Play();
 }
 
 void MediaControl::Pause() {
-    if (Status() != PlaybackStatus::Playing || parts_.isBlocked()) {
+    if (Status() != PlaybackStatus::Playing || !CanPress(ButtonPause)) {
         return;
     }
     // The same here: the file would start over.
-    parts_.transport.IsPaused = false;
-    Press(ButtonPause);
+    parts_.transport.ForgetPause();
+    parts_.buttons.Pause();
 }
 
 void MediaControl::PlayPause() {
@@ -184,15 +166,21 @@ void MediaControl::PlayPause() {
 }
 
 void MediaControl::Stop() {
-    Press(ButtonStop);
+    if (CanPress(ButtonStop)) {
+        parts_.buttons.Stop();
+    }
 }
 
 void MediaControl::Next() {
-    Press(ButtonNext);
+    if (CanPress(ButtonNext)) {
+        parts_.buttons.Next();
+    }
 }
 
 void MediaControl::Previous() {
-    Press(ButtonPrevious);
+    if (CanPress(ButtonPrevious)) {
+        parts_.buttons.Previous();
+    }
 }
 
 void MediaControl::SeekBy(qint64 us) {
@@ -248,8 +236,7 @@ void MediaControl::Open(const QString& uri) {
         while (row > 0 && rows.FullPath(row) != path) {
             --row;
         }
-        parts_.state.ClickedIndex = row > 0 ? row : rowsBefore + 1;
-        parts_.transport.ListViewPlaylist_DblClick();
+        parts_.buttons.ListViewPlaylist_DblClick(row > 0 ? row : rowsBefore + 1);
     }
     // Nothing is started when the file plays already.
     parts_.transport.SetPreNextButton();
@@ -283,7 +270,6 @@ void MediaControl::Quit() {
 }
 
 void MediaControl::LampShown(Lamp lamp) {
-    lampPaused_ = lamp == Lamp::Paused;
     if (lamp == Lamp::Stopped) {
         restarted_ = true;
         tags_ = {};

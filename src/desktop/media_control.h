@@ -2,11 +2,10 @@
 #pragma once
 
 #include "app/options.h"
-#include "app/program_state.h"
 #include "components/audio_file.h"
 #include "components/audio_information.h"
-#include "components/audio_player.h"
 #include "desktop/media_state.h"
+#include "playback/play_buttons.h"
 #include "playback/transport.h"
 #include "playback/volume_knob.h"
 #include "playlist/admission.h"
@@ -21,15 +20,14 @@ namespace kestrune {
 
 // All of it must outlive the control.
 struct MediaControlParts {
-    ProgramState& state;
     Options& options;
     PlaylistRows& rows;
     Admission& admission;
     PlaylistFiles& files;
     Transport& transport;
+    PlayButtons& buttons;
     const VolumeKnob& knob;
     KSTAudioFile2& audioFile;
-    KSTAudioPlayer2& audioPlayer;
     // Reads the tags of what plays. Used by nobody else, since reading forgets the file before.
     KSTAudioInformation2& audioInfo;
     // True while a box or a tool window keeps the user from the main window.
@@ -86,14 +84,13 @@ signals:
 private:
     PlaybackStatus Status() const;
     MediaTrack Track();
-    int PlayingRow() const;
     QString LocalFile(const QString& uri);
-    void Press(TransportButton button);
+    // The window can be reached, and in it this button.
+    bool CanPress(TransportButton button) const;
     void LampShown(Lamp lamp);
     void TellChanges();
 
     MediaControlParts parts_;
-    bool lampPaused_ = false;
     MediaTrack tags_; // of the file that plays, read once for each start; its id is empty until then
     bool watching_ = false;
     bool telling_ = false;   // TellChanges is on its way

@@ -342,7 +342,7 @@ void FrmMain::DispKhz(bool show, const QString& formatText) {
 
 void FrmMain::ShowModes() {
     for (size_t i = 0; i < controls_.ImageRepeatModeBut.size(); ++i) {
-        controls_.ImageRepeatModeBut[i]->setChecked(parts_.options.LitMode() == static_cast<int>(i));
+        controls_.ImageRepeatModeBut[i]->setChecked(parts_.options.IsModeChecked(static_cast<PlayMode>(i)));
     }
 }
 
@@ -375,11 +375,7 @@ void FrmMain::ShowToolBar() {
 }
 
 void FrmMain::RowClicked(int row) {
-    if (row > 0) {
-        parts_.state.ClickedIndex = row;
-        parts_.state.CurIndex = row;
-    }
-    parts_.transport.ListViewPlaylist_Click();
+    parts_.buttons.ListViewPlaylist_Click(row);
     GetFileLong();
 }
 

@@ -7,6 +7,7 @@
 #include "main_window/main_menus.h"
 #include "main_window/menu_routing.h"
 #include "main_window/start_up.h"
+#include "playback/play_buttons.h"
 #include "playback/transport.h"
 #include "playback/volume_knob.h"
 #include "playlist/admission.h"
@@ -31,6 +32,7 @@ struct FrmMainParts {
     PlaylistFiles& files;
     PlaylistEditing& editing;
     Transport& transport;
+    PlayButtons& buttons;
     MenuRouting& routing;
     VolumeKnob& knob;
     ListTip& listTip;

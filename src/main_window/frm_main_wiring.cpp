@@ -51,14 +51,9 @@ void FrmMain::ConnectPlaylist() {
     connect(admission, &Admission::WaitCursor, this, &FrmMain::SetWaitCursor);
     connect(files, &PlaylistFiles::TotalsChanged, this, &FrmMain::GetFileLong);
     connect(files, &PlaylistFiles::WindowRepaint, this, &FrmMain::RepaintNow);
-    connect(files, &PlaylistFiles::FilesAdded, this,
-            [this] { parts_.transport.SetPlayButtonTrueFalse(ButtonPlay, true); });
+    connect(files, &PlaylistFiles::FilesAdded, &parts_.transport, &Transport::FilesAdded);
     connect(files, &PlaylistFiles::NeighboursChanged, &parts_.transport, &Transport::SetPreNextButton);
-    connect(files, &PlaylistFiles::ListLoaded, this, [this] {
-        const bool canStart = parts_.rows.Count() > 0 && !parts_.transport.IsPlaying;
-        parts_.transport.SetPlayButtonTrueFalse(ButtonPlay, canStart);
-        parts_.transport.SetPreNextButton();
-    });
+    connect(files, &PlaylistFiles::ListLoaded, &parts_.transport, &Transport::ListLoaded);
     connect(editing, &PlaylistEditing::RowShown, list, &PlaylistView::EnsureVisible);
     connect(editing, &PlaylistEditing::RowsSwapped, list, &PlaylistView::FollowSwap);
     connect(editing, &PlaylistEditing::TotalsChanged, this, &FrmMain::GetFileLong);
@@ -69,10 +64,8 @@ void FrmMain::ConnectListView() {
     PlaylistView* list = controls_.ListViewPlaylist;
     list->UseTip(&parts_.listTip);
     connect(list, &PlaylistView::RowClicked, this, &FrmMain::RowClicked);
-    connect(list, &PlaylistView::RowActivated, this, [this](int row) {
-        parts_.state.ClickedIndex = row;
-        parts_.transport.ListViewPlaylist_DblClick();
-    });
+    connect(list, &PlaylistView::RowActivated, this,
+            [this](int row) { parts_.buttons.ListViewPlaylist_DblClick(row); });
     connect(list, &PlaylistView::AddRequested, &parts_.files, &PlaylistFiles::AddFilesByDialog);
     // The program that the files come from waits until the drop has returned.
     connect(list, &PlaylistView::FilesDropped, &parts_.files, &PlaylistFiles::AddDroppedFiles,
@@ -89,14 +82,8 @@ void FrmMain::ConnectListView() {
 
 void FrmMain::ConnectControls() {
     for (size_t i = 0; i < controls_.ImagePlayButton.size(); ++i) {
-        connect(controls_.ImagePlayButton[i], &QAbstractButton::clicked, &parts_.transport, [this, i] {
-            // Recording has no window yet.
-            if (i == ButtonRecord) {
-                parts_.routing.Record();
-                return;
-            }
-            parts_.transport.ImagePlayButton_Click(static_cast<int>(i));
-        });
+        connect(controls_.ImagePlayButton[i], &QAbstractButton::clicked, this,
+                [this, i] { parts_.buttons.ImagePlayButton_Click(static_cast<int>(i)); });
     }
     for (size_t i = 0; i < controls_.ImageRepeatModeBut.size(); ++i) {
         connect(controls_.ImageRepeatModeBut[i], &QAbstractButton::clicked, this, [this, i] {
@@ -166,12 +153,9 @@ void FrmMain::ConnectMenus() {
     }
     connect(&parts_.routing, &MenuRouting::PopUpAtLabel, this, &FrmMain::PopUpAtLabel);
     connect(&parts_.routing, &MenuRouting::PopUpAtCursor, this, &FrmMain::PopUpAtCursor);
-    connect(&menus_, &MainMenus::StartChosen, &parts_.transport, &Transport::PlayCurrentItem);
-    connect(&menus_, &MainMenus::PauseChosen, &parts_.transport, &Transport::PauseContinue);
-    connect(&menus_, &MainMenus::StopChosen, &parts_.transport, [this] {
-        parts_.transport.IsPaused = false;
-        parts_.transport.StopPlay();
-    });
+    connect(&menus_, &MainMenus::StartChosen, this, [this] { parts_.buttons.Start(); });
+    connect(&menus_, &MainMenus::PauseChosen, this, [this] { parts_.buttons.Pause(); });
+    connect(&menus_, &MainMenus::StopChosen, this, [this] { parts_.buttons.Stop(); });
     connect(&menus_, &MainMenus::ExitChosen, this, &QWidget::close);
     QWidget* display = controls_.KSTAudioDisplay1;
     connect(display, &QWidget::customContextMenuRequested, menus_.mnuOptions,

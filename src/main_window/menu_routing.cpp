@@ -37,14 +37,9 @@ bool IsHandOver(int index) {
 
 } // namespace
 
-MenuRouting::MenuRouting(ProgramState& state, Transport& transport, const PlaylistRows& rows,
+MenuRouting::MenuRouting(ProgramState& state, PlayButtons& buttons, const PlaylistRows& rows,
                          ToolWindows& windows, UserPrompts& prompts, QObject* parent)
-    : QObject(parent),
-      state_(state),
-      transport_(transport),
-      rows_(rows),
-      windows_(windows),
-      prompts_(prompts) {}
+    : QObject(parent), state_(state), buttons_(buttons), rows_(rows), windows_(windows), prompts_(prompts) {}
 
 void MenuRouting::LabelMenu_Click(int index) {
     if (index == labelRip) {
@@ -85,7 +80,7 @@ void MenuRouting::mBurn_Click(int index) {
         return;
     }
     state_.BurnMode = static_cast<quint8>(index);
-    Stop();
+    buttons_.Stop();
     Open(ToolWindow::CDWriterMain);
 }
 
@@ -94,7 +89,7 @@ void MenuRouting::mConvert_Click(int index) {
         return;
     }
     state_.ConvertMode = static_cast<quint8>(index);
-    Stop();
+    buttons_.Stop();
     Open(ToolWindow::ConverterfrmDialog);
 }
 
@@ -141,7 +136,7 @@ void MenuRouting::ImageToolBar_Click(int index) {
         break;
     case 3:
         // The mode of the converter stays as the menus left it.
-        Stop();
+        buttons_.Stop();
         Open(ToolWindow::ConverterfrmDialog);
         break;
     case 4:
@@ -162,28 +157,18 @@ void MenuRouting::EditTags() {
     Open(ToolWindow::frmInfo);
 }
 
-void MenuRouting::Record() {
-    Open(ToolWindow::frmRecord);
-}
-
 void MenuRouting::RunHtmlHelp(const QString& topic) {
     state_.HelpOpened = true;
     windows_.ShowHelp(topic);
 }
 
-void MenuRouting::Stop() {
-    transport_.ImagePlayButton_Click(ButtonStop);
-}
-
 void MenuRouting::Rip() {
-    Stop();
+    buttons_.Stop();
     Open(ToolWindow::RipfrmMain);
 }
 
 void MenuRouting::Open(ToolWindow tool) {
-    if (!windows_.Show(tool)) {
-        prompts_.Message(tr("This tool is not part of Kestrune yet."), PromptIcon::Information);
-    }
+    OpenTool(tool, windows_, prompts_);
 }
 
 } // namespace kestrune

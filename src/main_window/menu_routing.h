@@ -3,7 +3,7 @@
 
 #include "app/program_state.h"
 #include "components/user_prompts.h"
-#include "playback/transport.h"
+#include "playback/play_buttons.h"
 #include "playlist/playlist_rows.h"
 #include "tool_window/tool_windows.h"
 
@@ -19,7 +19,7 @@ enum class MainMenu { File = 0, Play = 1, Burn = 3, Convert = 4, Help = 6, Optio
 class MenuRouting : public QObject {
     Q_OBJECT
 public:
-    MenuRouting(ProgramState& state, Transport& transport, const PlaylistRows& rows, ToolWindows& windows,
+    MenuRouting(ProgramState& state, PlayButtons& buttons, const PlaylistRows& rows, ToolWindows& windows,
                 UserPrompts& prompts, QObject* parent = nullptr);
 
     // A click on one of the eight labels, 0 to 7.
@@ -36,8 +36,6 @@ public:
     void ImageToolBar_Click(int index);
     // Nothing for an empty list; without a current row the first one is taken.
     void EditTags();
-    // The record button: its window comes first.
-    void Record();
     void RunHtmlHelp(const QString& topic);
 
 signals:
@@ -45,12 +43,11 @@ signals:
     void PopUpAtCursor(MainMenu menu);
 
 private:
-    void Stop();
     void Rip();
     void Open(ToolWindow tool);
 
     ProgramState& state_;
-    Transport& transport_;
+    PlayButtons& buttons_;
     const PlaylistRows& rows_;
     ToolWindows& windows_;
     UserPrompts& prompts_;

@@ -15,7 +15,8 @@ DisplayFeed::DisplayFeed(const DisplayFeedParts& parts, QObject* parent) : QObje
 void DisplayFeed::AudioPlayer_Timer(qint64 playedBytes) {
     const qint32 frames = parts_.display.Property(DisplayFftSize);
     // The display stands still over the end of a file, where no whole block can be had.
-    if (parts_.transport.PlayPos + playedBytes + frames > parts_.transport.PlayTotal) {
+    const TransportState playing = parts_.transport.State();
+    if (playing.PlayPos + playedBytes + frames > playing.PlayTotal) {
         return;
     }
     parts_.display.DrawBlock(HeardBlock(frames));

@@ -30,7 +30,6 @@ public:
     explicit PositionBar(const PositionPictures& pictures, QWidget* parent = nullptr);
 
     void SetLineWidth(double width);
-    double LineWidth() const { return lineWidth_; }
     // Moves thumb and line back to the start in a quick glide.
     void WalkToStart();
     // Hiding the thumb ends a drag without a seek.

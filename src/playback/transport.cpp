@@ -27,18 +27,45 @@ Transport::Transport(const TransportParts& parts, QObject* parent) : QObject(par
     connect(player, &KSTAudioPlayer2::Timer, this, &Transport::AudioPlayer_Timer);
 }
 
+qint64 Transport::HeardBytes() {
+    if (!state_.IsPlaying) {
+        return 0;
+    }
+    // What was played before a pause is in PlayPos already.
+    const bool isRunning = state_.lamp != Lamp::Paused;
+    return state_.PlayPos + (isRunning ? parts_.audioPlayer.GetPlayedBytes() : 0);
+}
+
+int Transport::PlayingRow() const {
+    const PlaylistRows& rows = parts_.rows;
+    const int last = parts_.state.LastIndex;
+    if (rows.IsBold(last)) {
+        return last;
+    }
+    for (int row = 1; row <= rows.Count(); ++row) {
+        if (rows.IsBold(row)) {
+            return row;
+        }
+    }
+    return 0;
+}
+
+bool Transport::IsButtonEnabled(int index) const {
+    return index >= 0 && index < transportButtonCount && buttonEnabled_[static_cast<size_t>(index)];
+}
+
 void Transport::PlayCurrentItem() {
     if (!ChooseRow()) {
         return;
     }
     const QString file = parts_.rows.FullPath(parts_.state.CurIndex);
-    if (IsPlaying) {
-        if (file == PlayFile) {
+    if (state_.IsPlaying) {
+        if (file == state_.PlayFile) {
             return;
         }
         StopPlay();
     }
-    PlayFile = file;
+    state_.PlayFile = file;
     if (!FileExists(file)) {
         AskToDeleteRow();
         return;
@@ -46,9 +73,9 @@ void Transport::PlayCurrentItem() {
     if (!OpenPlayFile()) {
         return;
     }
-    IsStopping = false;
-    IsPlaying = true;
-    PlayBlock = parts_.audioPlayer.BytesForMs(feedBlockMs);
+    state_.IsStopping = false;
+    state_.IsPlaying = true;
+    state_.PlayBlock = parts_.audioPlayer.BytesForMs(feedBlockMs);
     emit ChangeColorEnabled(false);
     FeedBlock();
     SetButton(true);
@@ -58,9 +85,8 @@ void Transport::PlayCurrentItem() {
     parts_.rows.ClearAllBold();
     parts_.rows.SetBold(parts_.state.CurIndex, true);
     emit PlayPressed();
-    emit LampShown(Lamp::Playing);
+    ShowLamp(Lamp::Playing);
     SetPlayButtonTrueFalse(ButtonPlay, false);
-    emit ScrollBarMoved();
     emit KhzShown(true, parts_.audioFile.GetFormatText());
 }
 
@@ -100,16 +126,16 @@ bool Transport::OpenPlayFile() {
     KSTAudioFile2& file = parts_.audioFile;
     KSTAudioPlayer2& player = parts_.audioPlayer;
     emit RowShown(state.CurIndex);
-    file.OpenRead(PlayFile, 0, 1);
+    file.OpenRead(state_.PlayFile, 0, 1);
     state.LastIndex = state.CurIndex;
     emit NameShown(parts_.rows.Field(state.CurIndex, SubFileName));
     if (file.GetFormatId() < 0) {
         return false;
     }
-    PlayPos = 0;
+    state_.PlayPos = 0;
     const qint64 length = file.GetLengthBytes();
     if (length != 0) {
-        PlayTotal = length;
+        state_.PlayTotal = length;
     }
     player.SetFormat(file.GetWaveFormat(), file.GetChannels());
     player.Prepare();
@@ -122,17 +148,17 @@ bool Transport::OpenPlayFile() {
 
 // Changes no state: the player tells the end, also that of a run which never got a block.
 void Transport::FeedBlock() {
-    const QByteArray block = parts_.audioFile.ReadBlock(PlayBlock);
+    const QByteArray block = parts_.audioFile.ReadBlock(state_.PlayBlock);
     if (block.size() > 1) {
         parts_.audioPlayer.WriteBlock(block);
     }
 }
 
 void Transport::StopPlay() {
-    IsStopping = true;
+    state_.IsStopping = true;
     parts_.audioPlayer.StopOutput();
     parts_.audioFile.CloseFile();
-    IsPlaying = false;
+    state_.IsPlaying = false;
     emit ChangeColorEnabled(true);
     emit PauseCaption(PauseText());
     emit DisplayCleared();
@@ -142,59 +168,63 @@ void Transport::StopPlay() {
     emit ThumbVisible(false);
     parts_.rows.ClearAllBold();
     emit ButtonsReturned();
-    emit LampShown(Lamp::Stopped);
+    ShowLamp(Lamp::Stopped);
     emit ClockCleared();
     emit KhzShown(false, QString());
 }
 
 void Transport::PauseContinue() {
-    if (IsStopping) {
+    if (state_.IsStopping) {
         return;
     }
     KSTAudioPlayer2& player = parts_.audioPlayer;
-    if (!IsPaused) {
+    if (!state_.IsPaused) {
         emit PauseCaption(QStringLiteral("Continue"));
-        IsPaused = true;
+        state_.IsPaused = true;
         // The figure stands still only once the output has stopped; the sound goes on until then.
         player.StopOutput();
-        PlayPos += player.GetPlayedBytes();
+        state_.PlayPos += player.GetPlayedBytes();
         emit ChangeColorEnabled(true);
         emit PausePressed(true);
-        emit LampShown(Lamp::Paused);
+        ShowLamp(Lamp::Paused);
         SetPlayButtonTrueFalse(ButtonPlay, true);
         return;
     }
     emit PauseCaption(PauseText());
-    IsPaused = false;
+    state_.IsPaused = false;
     player.Prepare();
-    parts_.audioFile.SeekTo(PlayPos, seekFromStart);
+    if (player.GetStatus() < 0) {
+        StopPlay();
+        return;
+    }
+    parts_.audioFile.SeekTo(state_.PlayPos, seekFromStart);
     emit ChangeColorEnabled(false);
     FeedBlock();
     emit PausePressed(false);
-    emit LampShown(Lamp::Playing);
+    ShowLamp(Lamp::Playing);
     SetPlayButtonTrueFalse(ButtonPlay, false);
 }
 
 void Transport::SeekToLine(double lineWidth, int thumbWidth) {
     parts_.state.SeekDragging = false;
-    if (IsPlaying) {
+    if (state_.IsPlaying) {
         SeekToMs(SeekTargetMs(lineWidth, parts_.audioFile.GetLengthMs(), thumbWidth));
     }
 }
 
 void Transport::SeekToMs(qint64 ms) {
-    if (!IsPlaying) {
+    if (!state_.IsPlaying) {
         return;
     }
     KSTAudioPlayer2& player = parts_.audioPlayer;
     player.ClearBlocks();
     const qint64 targetMs = std::clamp<qint64>(ms, 0, std::max<qint64>(parts_.audioFile.GetLengthMs(), 0));
-    PlayPos = parts_.audioFile.SeekTo(player.BytesForMs(targetMs), seekFromStart);
+    state_.PlayPos = parts_.audioFile.SeekTo(player.BytesForMs(targetMs), seekFromStart);
     FeedBlock();
     FeedBlock();
     // The next tick may be far: none comes during a pause.
     AudioPlayer_Timer(0);
-    emit Sought(player.MsForBytes(PlayPos));
+    emit Sought(player.MsForBytes(state_.PlayPos));
 }
 
 void Transport::AudioPlayer_EndPlay() {
@@ -207,8 +237,14 @@ void Transport::AudioPlayer_EndPlay() {
 
 void Transport::AudioPlayer_Timer(qint64 playedBytes) {
     if (!parts_.state.SeekDragging) {
-        emit TimeShown(parts_.audioPlayer.MsForBytes(PlayPos + playedBytes), parts_.audioFile.GetLengthMs());
+        emit TimeShown(parts_.audioPlayer.MsForBytes(state_.PlayPos + playedBytes),
+                       parts_.audioFile.GetLengthMs());
     }
+}
+
+void Transport::ShowLamp(Lamp lamp) {
+    state_.lamp = lamp;
+    emit LampShown(lamp);
 }
 
 void Transport::SetButton(bool flag) {
@@ -220,7 +256,7 @@ void Transport::SetButton(bool flag) {
 }
 
 void Transport::SetPreNextButton() {
-    const bool enabled = IsPlaying && parts_.rows.Count() >= 2;
+    const bool enabled = state_.IsPlaying && parts_.rows.Count() >= 2;
     SetPlayButtonTrueFalse(ButtonPrevious, enabled);
     SetPlayButtonTrueFalse(ButtonNext, enabled);
 }
@@ -233,44 +269,14 @@ void Transport::SetPlayButtonTrueFalse(int index, bool enabled) {
     emit ButtonEnabled(index, enabled);
 }
 
-void Transport::ImagePlayButton_Click(int index) {
-    ProgramState& state = parts_.state;
-    switch (index) {
-    case ButtonPrevious:
-        state.CurIndex = FindLastSel(state, parts_.rows, parts_.options, parts_.clock);
-        PlayCurrentItem();
-        break;
-    case ButtonPause:
-        PauseContinue();
-        break;
-    case ButtonPlay:
-        // A pause that is still noted after a stop keeps this button without effect until Stop or the menu's
-        // Start.
-        if (IsPaused) {
-            PauseContinue();
-        } else if (!IsPlaying) {
-            PlayCurrentItem();
-        }
-        break;
-    case ButtonStop:
-        IsPaused = false;
-        StopPlay();
-        break;
-    case ButtonNext:
-        state.CurIndex = FindNextSel(state, parts_.rows, parts_.options, parts_.clock);
-        PlayCurrentItem();
-        break;
-    default:
-        break;
-    }
+void Transport::ListLoaded() {
+    const bool isResumable = state_.IsPlaying && state_.lamp == Lamp::Paused;
+    const bool canStart = !state_.IsPlaying && parts_.rows.Count() > 0;
+    SetPlayButtonTrueFalse(ButtonPlay, isResumable || canStart);
+    SetPreNextButton();
 }
 
-void Transport::ListViewPlaylist_DblClick() {
-    parts_.state.CurIndex = parts_.state.ClickedIndex;
-    PlayCurrentItem();
-}
-
-void Transport::ListViewPlaylist_Click() {
+void Transport::ListClicked() {
     const ProgramState& state = parts_.state;
     if (parts_.rows.Count() > 0) {
         if (state.CurIndex <= 0) {

@@ -1,4 +1,5 @@
-// Plays the rows of the list: the pull loop between file and player, the transport's state, and its buttons.
+// Plays the rows of the list: the pull loop between file and player, the transport's state, and which of its
+// buttons can be pressed. What a press does is said in play_buttons.h.
 #pragma once
 
 #include "app/options.h"
@@ -26,8 +27,21 @@ enum TransportButton {
 };
 inline constexpr int transportButtonCount = 6;
 
-// Lamps of ImageSmall.
+// Lamps of ImageSmall: what the user sees of the state.
 enum class Lamp { Stopped = 0, Playing = 1, Paused = 2 };
+
+// How the transport stands at the moment of the question.
+struct TransportState {
+    Lamp lamp = Lamp::Stopped;
+    bool IsPlaying = false; // a file is open and feeding; stays true while paused
+    // A pause is noted. It outlives the pause when another file is started in it; the lamp tells what is.
+    bool IsPaused = false;
+    bool IsStopping = false; // from the start of a stop to the next start of a file
+    qint64 PlayPos = 0;      // bytes played before the current run of the player
+    qint64 PlayTotal = 0;    // length of the file in bytes
+    qint64 PlayBlock = 0;    // bytes of 2000 ms
+    QString PlayFile;        // the file last started
+};
 
 // What the transport works with. All of it must outlive the transport.
 struct TransportParts {
@@ -48,20 +62,21 @@ public:
     explicit Transport(const TransportParts& parts, QObject* parent = nullptr);
 
     // --- State ---
-    bool IsPlaying = false; // a file is open and feeding; stays true while paused
-    bool IsPaused = false;
-    bool IsStopping = false; // from the start of a stop to the next start of a file
-    bool IsRecording = false;
-    qint64 PlayPos = 0;   // bytes played before the current run of the player
-    qint64 PlayTotal = 0; // length of the file in bytes
-    qint64 PlayBlock = 0; // bytes of 2000 ms
-    QString PlayFile;     // the file last started
-    bool IsButtonEnabled(int index) const { return buttonEnabled_[static_cast<size_t>(index)]; }
+    TransportState State() const { return state_; }
+    // Bytes of the file that were heard; 0 while stopped.
+    qint64 HeardBytes();
+    // The row of the file that plays or is paused; 0 while stopped, and when it has left the list.
+    int PlayingRow() const;
+    // False for an index outside 0 to 5.
+    bool IsButtonEnabled(int index) const;
 
     // --- Procedures ---
     void PlayCurrentItem();
-    void StopPlay();
+    void StopPlay(); // leaves a noted pause noted
+    // While stopped it does nothing. A resume without an output stops.
     void PauseContinue();
+    // No pause is noted any more. What is paused stays so until the next start.
+    void ForgetPause() { state_.IsPaused = false; }
     void FeedBlock();
     // Mouse up on the position thumb: goes on from the place that the width of the elapsed line stands for.
     // While paused only the place is kept.
@@ -72,12 +87,12 @@ public:
     void SetButton(bool flag);
     void SetPreNextButton();
     void SetPlayButtonTrueFalse(int index, bool enabled);
-
-    // --- What the user does ---
-    void ImagePlayButton_Click(int index);
-    void ListViewPlaylist_DblClick();
-    // After a click on a row.
-    void ListViewPlaylist_Click();
+    // Sets the buttons for the rows of a list that was opened.
+    void ListLoaded();
+    // Sets Play for the current row, as after a click on the list.
+    void ListClicked();
+    // Files were added by their dialog, also when none was chosen.
+    void FilesAdded() { SetPlayButtonTrueFalse(ButtonPlay, true); }
 
 signals:
     void NameShown(const QString& fileName);
@@ -94,7 +109,6 @@ signals:
     void KhzShown(bool show, const QString& formatText);
     void DisplayCleared();
     void RowShown(int row);
-    void ScrollBarMoved();
     void TimeShown(qint64 ms, qint64 totalMs);
     void Sought(qint64 ms); // the position has jumped to here
     void RowsChanged();     // a row went whose file is gone: the totals are to be set
@@ -103,10 +117,12 @@ private:
     bool ChooseRow();
     bool OpenPlayFile();
     void AskToDeleteRow();
+    void ShowLamp(Lamp lamp);
     void AudioPlayer_EndPlay();
     void AudioPlayer_Timer(qint64 playedBytes);
 
     TransportParts parts_;
+    TransportState state_;
     std::array<bool, transportButtonCount> buttonEnabled_ = {false, false, false, false, true, false};
 };
 

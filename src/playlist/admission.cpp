@@ -9,10 +9,6 @@
 
 namespace kestrune {
 
-namespace {
-constexpr int rowsWithScrollBar = 9;
-}
-
 bool IsPlaylistFile(const QString& name) {
     const QString ending = name.right(4).toLower();
     for (const char* known : {".ksl", ".m3u", ".pls", ".wax", ".asx", ".wvx"}) {
@@ -51,8 +47,6 @@ void Admission::AddFiletoList(const QString& path, const QString& fileName) {
         return;
     }
     emit WaitCursor(true);
-    emit ThumbRepaint();
-    const int rowsBefore = rows_.Count();
     if (IsPlaylistFile(fileName)) {
         if (listReader_ != nullptr) {
             listReader_->AppendList(file);
@@ -71,7 +65,7 @@ void Admission::AddFiletoList(const QString& path, const QString& fileName) {
     }
     emit TotalsChanged();
     RestoreIndexOrder(rows_);
-    ShowLastRow(rowsBefore);
+    emit RowShown(rows_.Count());
     emit WaitCursor(false);
 }
 
@@ -81,13 +75,11 @@ void Admission::AddFiletoListfromList(const QString& path, const QString& fileNa
     if (!FileExists(file)) {
         return;
     }
-    const int rowsBefore = rows_.Count();
     const qint64 length = bytes == 0 ? QFileInfo(file).size() : bytes;
     AddRow(path, fileName, title, FormatMinutes(seconds), length / 1024, QString());
     emit TotalsChanged();
-    ShowLastRow(rowsBefore);
+    emit RowShown(rows_.Count());
     emit WaitCursor(false);
-    emit ThumbRepaint();
 }
 
 void Admission::AddRow(const QString& path, const QString& fileName, const QString& title,
@@ -101,13 +93,6 @@ void Admission::AddRow(const QString& path, const QString& fileName, const QStri
     row.fields[SubFileName] = fileName;
     row.fields[SubFormats] = formats;
     rows_.Append(std::move(row));
-}
-
-void Admission::ShowLastRow(int rowsBefore) {
-    emit RowShown(rows_.Count());
-    if (rowsBefore > 0 && rows_.Count() >= rowsWithScrollBar) {
-        emit ThumbToBottom();
-    }
 }
 
 } // namespace kestrune

@@ -48,15 +48,12 @@ public:
 
 signals:
     void WaitCursor(bool on);
-    void ThumbRepaint();
-    void ThumbToBottom();
     void RowShown(int row);
     void TotalsChanged(); // GetFileLong
 
 private:
     void AddRow(const QString& path, const QString& fileName, const QString& title, const QString& time,
                 qint64 kilobytes, const QString& formats);
-    void ShowLastRow(int rowsBefore);
 
     PlaylistRows& rows_;
     KSTAudioInformation2& audioInfo_;

@@ -50,7 +50,6 @@ void PlaylistEditing::DelFilefromList() {
         state_.CurIndex = std::min(state_.CurIndex, rows_.Count());
         emit TotalsChanged();
     }
-    emit ThumbRepaint();
     SaveDefault();
 }
 
@@ -72,7 +71,6 @@ void PlaylistEditing::ListUpDown(bool up) {
     if (rowToShow > 0) {
         emit RowShown(rowToShow);
     }
-    emit ThumbRepaint();
 }
 
 // Returns the row to show, 0 when nothing moved. A selected row can only find another one in its way if that
@@ -155,9 +153,8 @@ void PlaylistEditing::ImageListCmd_Click(int index) {
         ListUpDown(false);
         break;
     default:
-        return;
+        break;
     }
-    emit ThumbRepaint();
 }
 
 void PlaylistEditing::DeleteKey() {

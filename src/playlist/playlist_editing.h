@@ -46,7 +46,6 @@ public:
 signals:
     void RowShown(int row);
     void RowsSwapped(int a, int b); // places that have changed their rows
-    void ThumbRepaint();            // the thumb's place may have changed, too
     void TotalsChanged();
     void NeighboursChanged(); // Previous and Next are to be set
 

@@ -126,7 +126,6 @@ void PlaylistFiles::OpenSaveMyPlaylistKSL(const QString& path, const QString& op
     for (PlaylistRow& row : DecodeKsl(bytes)) {
         row.fields[RowText].prepend(QString::number(rows_.Count() + 1) + u'.');
         rows_.Append(std::move(row));
-        emit ThumbRepaint();
     }
 }
 
@@ -253,7 +252,6 @@ void PlaylistFiles::AddDroppedFiles(const QStringList& files) {
         admission_.AddFiletoList(folder, name);
         emit WindowRepaint();
     }
-    emit ThumbRepaint();
     SaveDefault();
 }
 

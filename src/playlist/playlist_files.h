@@ -40,7 +40,6 @@ public:
     void AddDroppedFiles(const QStringList& files);
 
 signals:
-    void ThumbRepaint();
     void WindowRepaint();
     void TotalsChanged();
     void ListLoaded();        // the transport's buttons are to be set

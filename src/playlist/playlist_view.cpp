@@ -353,21 +353,12 @@ void PlaylistView::keyPressEvent(QKeyEvent* event) {
         emit AddRequested();
         break;
     case Qt::Key_Delete:
-        break; // when it is released
+        break; // the window deletes when it is released
     default:
         isUsed = false;
         break;
     }
     event->setAccepted(isUsed);
-}
-
-void PlaylistView::keyReleaseEvent(QKeyEvent* event) {
-    // A key that is held down repeats its release, too.
-    if (event->key() == Qt::Key_Delete && !event->isAutoRepeat()) {
-        emit DeleteRequested();
-    } else {
-        event->ignore();
-    }
 }
 
 void PlaylistView::focusInEvent(QFocusEvent* event) {

@@ -43,7 +43,6 @@ signals:
     void RowClicked(int row);   // after the selection has changed
     void RowActivated(int row); // double click or Enter
     void AddRequested();        // Insert
-    void DeleteRequested();     // Delete, when it is released
     void MenuRequested(const QPoint& globalPosition);
     void FilesDropped(const QStringList& files);
     void MouseMoved();
@@ -58,7 +57,6 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
-    void keyReleaseEvent(QKeyEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;

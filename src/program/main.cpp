@@ -8,6 +8,7 @@
 #include "desktop/mpris_service.h"
 #include "display/audio_display.h"
 #include "main_window/frm_main.h"
+#include "main_window/recording_tool.h"
 #include "main_window/start_up.h"
 #include "playback/display_feed.h"
 #include "program/application_events.h"
@@ -86,7 +87,7 @@ int main(int argc, char** argv) {
     Transport transport({state, rows, options, *audioFile, *audioPlayer, prompts, clock});
     PlaylistEditing editing(
         state, rows, files, prompts,
-        {[&transport] { return transport.PlayFile; }, [&transport] { transport.StopPlay(); }});
+        {[&transport] { return transport.State().PlayFile; }, [&transport] { transport.StopPlay(); }});
     TxSpectrum spectrum;
     AudioDisplay display(spectrum, clock);
     const DisplayFeed feed({transport, *audioFile, *audioPlayer, audioTransform, display, pending});
@@ -96,12 +97,14 @@ int main(int argc, char** argv) {
     tools.SetShowing(ToolWindow::ConverterfrmDialog, [&converter](QWidget* owner) { converter.Show(owner); });
     const TagEditorOpener tagEditor({state, rows, prompts, MakeAudioInformation});
     tools.SetShowing(ToolWindow::frmInfo, [&tagEditor](QWidget* owner) { tagEditor.Show(owner); });
-    MenuRouting routing(state, transport, rows, tools, prompts);
+    RecordingTool recording(tools, prompts);
+    PlayButtons buttons({state, rows, options, clock, transport, recording});
+    MenuRouting routing(state, buttons, rows, tools, prompts);
     VolumeKnob knob{KnobGeometry{}};
     ListTip listTip(clock);
     const MainPictures pictures;
-    FrmMain window({pictures, state, options, rows, admission, files, editing, transport, routing, knob,
-                    listTip, display, *audioPlayer});
+    FrmMain window({pictures, state, options, rows, admission, files, editing, transport, buttons, routing,
+                    knob, listTip, display, *audioPlayer});
     prompts.SetOwner(&window);
     tools.SetOwner(&window);
 
@@ -110,8 +113,8 @@ int main(int argc, char** argv) {
         return EXIT_SUCCESS;
     }
     const auto playingInfo = MakeAudioInformation();
-    MediaControl media({state, options, rows, admission, files, transport, knob, *audioFile, *audioPlayer,
-                        *playingInfo, [] { return QApplication::activeModalWidget() != nullptr; }});
+    MediaControl media({options, rows, admission, files, transport, buttons, knob, *audioFile, *playingInfo,
+                        [] { return QApplication::activeModalWidget() != nullptr; }});
     MprisService mpris(media);
     ConnectDesktop(media, mpris, window);
     return QApplication::exec();

@@ -1,6 +1,8 @@
 // The windows of the tools, and how one is opened.
 #pragma once
 
+#include "components/user_prompts.h"
+
 #include <QString>
 
 namespace kestrune {
@@ -27,5 +29,8 @@ public:
     // The help window; returns at once.
     virtual void ShowHelp(const QString& topic) = 0;
 };
+
+// Shows a tool, or tells that it does not exist yet. Returns when either was closed.
+void OpenTool(ToolWindow tool, ToolWindows& windows, UserPrompts& prompts);
 
 } // namespace kestrune

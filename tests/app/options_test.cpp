@@ -259,6 +259,25 @@ TEST_F(OptionsTest, ADamagedModeLeavesTheThreeEntriesUnchecked) {
     }
 }
 
+TEST_F(OptionsTest, AButtonChoosesAModeWhereNoneIsChecked) {
+    home.Write(QStringLiteral("Options.dat"), QByteArray(69, '\0'));
+    for (int mode = 0; mode < playModeCount; ++mode) {
+        options.SaveGetOptions(false, false);
+        options.ImageRepeatModeBut_Click(mode);
+        EXPECT_TRUE(options.IsModeChecked(static_cast<PlayMode>(mode))) << mode;
+    }
+    options.ImageRepeatModeBut_Click(-1);
+    options.ImageRepeatModeBut_Click(playModeCount);
+    EXPECT_TRUE(options.IsModeChecked(PlayMode::Repeat)) << "there are no such buttons";
+}
+
+TEST_F(OptionsTest, NoModeIsSavedAsNone) {
+    home.Write(QStringLiteral("Options.dat"), QByteArray(69, '\0'));
+    options.SaveGetOptions(false, false);
+    options.mOptions_Click(10);
+    EXPECT_EQ(Stored().PlayMode, 0);
+}
+
 TEST_F(OptionsTest, ADamagedDisplayChoiceKeepsThePresentOne) {
     options.mOptions1_Click(3);
     options.mOptions2_Click(4);

@@ -61,7 +61,7 @@ protected:
     PlaylistFiles files{state, options, rows, admission, prompts};
     VolumeKnob knob{KnobGeometry{}};
     bool blocked = false;
-    MediaControl control{{state, options, rows, admission, files, transport, knob, file, player, audioInfo,
+    MediaControl control{{options, rows, admission, files, transport, buttons, knob, file, audioInfo,
                           [this] { return blocked; }}};
     QList<MediaProperties> told;
     MediaState lastTold;

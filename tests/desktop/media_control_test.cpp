@@ -36,7 +36,7 @@ TEST_F(MediaCommandTest, PlayGoesOnAfterAPause) {
     EXPECT_EQ(Status(), PlaybackStatus::Paused);
     control.Play();
     EXPECT_EQ(Status(), PlaybackStatus::Playing);
-    EXPECT_EQ(transport.PlayPos, 1000);
+    EXPECT_EQ(transport.State().PlayPos, 1000);
     EXPECT_THAT(log, testing::Contains(QStringLiteral("SeekTo 1000 3")));
 }
 
@@ -49,7 +49,7 @@ TEST_F(MediaCommandTest, PlayWithAnEmptyListDoesNothing) {
 TEST_F(MediaCommandTest, PauseCountsOnlyWhilePlaying) {
     Load(1);
     control.Pause();
-    EXPECT_FALSE(transport.IsPaused);
+    EXPECT_FALSE(transport.State().IsPaused);
     Play(1);
     control.Pause();
     log.clear();
@@ -77,7 +77,7 @@ TEST_F(MediaCommandTest, StopEndsPlayingAndPause) {
     control.Pause();
     control.Stop();
     EXPECT_EQ(Status(), PlaybackStatus::Stopped);
-    EXPECT_FALSE(transport.IsPaused);
+    EXPECT_FALSE(transport.State().IsPaused);
     log.clear();
     control.Stop();
     EXPECT_THAT(log, IsEmpty());
@@ -97,7 +97,7 @@ TEST_F(MediaCommandTest, NextAndPreviousNeedAnEnabledButton) {
     Load(3);
     control.Next();
     control.Previous();
-    EXPECT_FALSE(transport.IsPlaying) << "stopped";
+    EXPECT_FALSE(transport.State().IsPlaying) << "stopped";
     rows.Remove(3);
     rows.Remove(2);
     Play(1);
@@ -115,7 +115,7 @@ TEST_F(MediaCommandTest, AfterNextInAPausePausePauses) {
     player.playedBytes = 600;
     control.Pause();
     EXPECT_EQ(Status(), PlaybackStatus::Paused);
-    EXPECT_EQ(transport.PlayPos, 600);
+    EXPECT_EQ(transport.State().PlayPos, 600);
 }
 
 TEST_F(MediaCommandTest, AfterAFailedNextInAPausePlayStarts) {
@@ -143,7 +143,7 @@ TEST_F(MediaCommandTest, NothingIsDoneWhileABoxIsOpen) {
     control.Next();
     control.Previous();
     control.SeekBy(second);
-    control.SetPosition(TrackIdOf(transport.PlayFile), second);
+    control.SetPosition(TrackIdOf(transport.State().PlayFile), second);
     control.Open(loose);
     control.Quit();
     EXPECT_THAT(log, IsEmpty());

@@ -126,8 +126,8 @@ TEST_F(MediaNewsTest, ANeighbourThatComesOrGoesIsTold) {
 }
 
 TEST_F(MediaNewsTest, NothingIsToldBeforeSomebodyWatches) {
-    MediaControl unwatched{{state, options, rows, admission, files, transport, knob, file, player, audioInfo,
-                            [] { return false; }}};
+    MediaControl unwatched{
+        {options, rows, admission, files, transport, buttons, knob, file, audioInfo, [] { return false; }}};
     bool heard = false;
     QObject::connect(&unwatched, &MediaControl::Changed, &unwatched, [&] { heard = true; });
     Load(1);

@@ -188,7 +188,7 @@ TEST_F(MprisServiceTest, ACommandIsAnsweredBeforeItIsThrough) {
     bool answeredFirst = false;
     QObject::connect(&transport, &Transport::NameShown, &transport,
                      [&] { answeredFirst = Wait([&] { return play.isFinished(); }); });
-    ASSERT_TRUE(Wait([this] { return transport.IsPlaying; }));
+    ASSERT_TRUE(Wait([this] { return transport.State().IsPlaying; }));
     EXPECT_TRUE(answeredFirst) << "a box in the middle of a command would keep the caller waiting";
 }
 

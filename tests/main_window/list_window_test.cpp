@@ -246,7 +246,7 @@ TEST_F(ListWindowTest, WithoutASoundDeviceYesStartsTheProgramAndPlaybackFailsInS
     EXPECT_TRUE(window.isVisible());
     ASSERT_NO_FATAL_FAILURE(AddTracks(1));
     DoubleClickRow(1);
-    EXPECT_FALSE(transport.IsPlaying);
+    EXPECT_FALSE(transport.State().IsPlaying);
     EXPECT_EQ(LitLamp(), 0);
     EXPECT_TRUE(prompts.messages.isEmpty());
     EXPECT_EQ(prompts.questions.size(), 1);
@@ -260,13 +260,26 @@ TEST_F(ListWindowTest, WithoutASoundDeviceNoShowsNoWindow) {
     EXPECT_FALSE(window.isVisible());
 }
 
+TEST_F(ListWindowTest, DeleteDeletesWhenTheKeyIsReleased) {
+    Start();
+    ASSERT_NO_FATAL_FAILURE(AddTracks(3));
+    ClickRow(2);
+    QTest::keyPress(List(), Qt::Key_Delete);
+    QKeyEvent repeated(QEvent::KeyRelease, Qt::Key_Delete, Qt::NoModifier, QString(), true);
+    QCoreApplication::sendEvent(List(), &repeated);
+    EXPECT_TRUE(prompts.questions.isEmpty()) << "a key that is held down repeats its release, too";
+    QTest::keyRelease(List(), Qt::Key_Delete);
+    EXPECT_EQ(prompts.questions.size(), 1);
+    EXPECT_THAT(Names(), ElementsAre("a.wav", "c.wav"));
+}
+
 TEST_F(ListWindowTest, CloseStoresTheListInIndexOrderAndDoesNotStopPlayback) {
     Start();
     ASSERT_NO_FATAL_FAILURE(AddTracks(3));
     Trigger(QStringLiteral("mnSort(1)"));
     Trigger(QStringLiteral("mnSort(1)"));
     DoubleClickRow(1);
-    ASSERT_TRUE(transport.IsPlaying);
+    ASSERT_TRUE(transport.State().IsPlaying);
     player.calls.clear();
     QFile::remove(DefaultList());
     ClickButton(QStringLiteral("ImageWin"), 0);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "main_window/frm_main.h"
+#include "main_window/recording_tool.h"
 #include "main_window/start_up.h"
 #include "support/fake_audio_file.h"
 #include "support/fake_audio_information.h"
@@ -114,7 +115,9 @@ protected:
         }
         return selected;
     }
-    QString Playing() const { return transport.IsPlaying ? transport.PlayFile.section(u'/', -1) : QString(); }
+    QString Playing() const {
+        return transport.State().IsPlaying ? transport.State().PlayFile.section(u'/', -1) : QString();
+    }
     QString DefaultList() const { return home.filePath(QStringLiteral("Default.ksl")); }
 
     QTemporaryDir home;
@@ -130,20 +133,23 @@ protected:
     Admission admission{rows, audioInfo, prompts};
     PlaylistFiles files{state, options, rows, admission, prompts};
     Transport transport{{state, rows, options, audioFile, player, prompts, clock}};
-    PlaylistEditing editing{state,
-                            rows,
-                            files,
-                            prompts,
-                            {[this] { return transport.PlayFile; }, [this] { transport.StopPlay(); }}};
+    PlaylistEditing editing{
+        state,
+        rows,
+        files,
+        prompts,
+        {[this] { return transport.State().PlayFile; }, [this] { transport.StopPlay(); }}};
     FakeSpectrum spectrum;
     AudioDisplay audioDisplay{spectrum, clock};
     FakeToolWindows tools;
-    MenuRouting routing{state, transport, rows, tools, prompts};
+    RecordingTool recording{tools, prompts};
+    PlayButtons buttons{{state, rows, options, clock, transport, recording}};
+    MenuRouting routing{state, buttons, rows, tools, prompts};
     VolumeKnob knob{KnobGeometry{}};
     ListTip listTip{clock};
     MainPictures skinPictures;
-    FrmMain window{{skinPictures, state, options, rows, admission, files, editing, transport, routing, knob,
-                    listTip, audioDisplay, player}};
+    FrmMain window{{skinPictures, state, options, rows, admission, files, editing, transport, buttons,
+                    routing, knob, listTip, audioDisplay, player}};
 };
 
 } // namespace kestrune

@@ -20,7 +20,7 @@ protected:
     void PlayOne() {
         AddTrack(QStringLiteral("a.wav"));
         transport.PlayCurrentItem();
-        ASSERT_TRUE(transport.IsPlaying);
+        ASSERT_TRUE(transport.State().IsPlaying);
     }
     bool AltAnd(char letter) {
         routing.KeyDown(18);
@@ -30,7 +30,7 @@ protected:
     }
 
     FakeToolWindows windows;
-    MenuRouting routing{state, transport, rows, windows, prompts};
+    MenuRouting routing{state, buttons, rows, windows, prompts};
     QList<int> atLabel;
     QList<int> atCursor;
 };
@@ -54,7 +54,7 @@ TEST_F(MenuRoutingTest, AltKeysPopUpTheirMenusAtTheLabel) {
 TEST_F(MenuRoutingTest, RipStopsPlaybackFirst) {
     PlayOne();
     EXPECT_TRUE(AltAnd('R'));
-    EXPECT_FALSE(transport.IsPlaying);
+    EXPECT_FALSE(transport.State().IsPlaying);
     EXPECT_THAT(windows.shown, ElementsAre(ToolWindow::RipfrmMain));
 }
 
@@ -63,7 +63,7 @@ TEST_F(MenuRoutingTest, SitesLeavePlaybackAlone) {
     EXPECT_TRUE(AltAnd('S'));
     routing.LabelMenu_Click(5);
     routing.ImageToolBar_Click(4);
-    EXPECT_TRUE(transport.IsPlaying);
+    EXPECT_TRUE(transport.State().IsPlaying);
     EXPECT_EQ(windows.shown.count(ToolWindow::frmMp3site), 3);
 }
 
@@ -88,7 +88,7 @@ TEST_F(MenuRoutingTest, BurnEntriesHandOverTheirIndex) {
         PlayOne();
         routing.mBurn_Click(index);
         EXPECT_EQ(state.BurnMode, index);
-        EXPECT_FALSE(transport.IsPlaying);
+        EXPECT_FALSE(transport.State().IsPlaying);
     }
     EXPECT_EQ(windows.shown.count(ToolWindow::CDWriterMain), 4);
 }
@@ -126,7 +126,7 @@ TEST_F(MenuRoutingTest, ToolBarButtons) {
     for (const int item : {1, 2, 3}) {
         PlayOne();
         routing.ImageToolBar_Click(item);
-        EXPECT_FALSE(transport.IsPlaying) << item;
+        EXPECT_FALSE(transport.State().IsPlaying) << item;
     }
     routing.ImageToolBar_Click(0);
     EXPECT_EQ(state.BurnMode, 0);
@@ -167,7 +167,7 @@ TEST_F(MenuRoutingTest, AToolThatIsNotThereYetIsToldInOneBox) {
     PlayOne();
     windows.exists = false;
     routing.mConvert_Click(0);
-    EXPECT_FALSE(transport.IsPlaying);
+    EXPECT_FALSE(transport.State().IsPlaying);
     ASSERT_EQ(prompts.messages.size(), 1);
     EXPECT_EQ(prompts.messages.first().text, QStringLiteral("This tool is not part of Kestrune yet."));
 }

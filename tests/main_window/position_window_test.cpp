@@ -92,7 +92,7 @@ TEST_F(PositionWindowTest, DraggingTheThumbSeeks) {
     EXPECT_THAT(player.calls, IsEmpty()) << "nothing is sought before the release";
     QTest::mouseRelease(Thumb(), Qt::LeftButton, {}, Grip());
     EXPECT_FALSE(state.SeekDragging);
-    EXPECT_EQ(transport.PlayPos, 10000);
+    EXPECT_EQ(transport.State().PlayPos, 10000);
     EXPECT_THAT(audioFile.calls, Contains(QStringLiteral("SeekTo 10000")));
     EXPECT_THAT(player.calls, testing::ElementsAre("ClearBlocks", "WriteBlock 4000", "WriteBlock 4000"));
 }
@@ -119,7 +119,7 @@ TEST_F(PositionWindowTest, AMoveBeyondTheTrackIsNotTaken) {
     QTest::mouseMove(Thumb(), QPoint(Thumb()->width() / 2 - 60, 2));
     EXPECT_EQ(ThumbLeft(), 0);
     QTest::mouseRelease(Thumb(), Qt::LeftButton, {}, Grip());
-    EXPECT_EQ(transport.PlayPos, 0);
+    EXPECT_EQ(transport.State().PlayPos, 0);
 }
 
 TEST_F(PositionWindowTest, OtherButtonsDoNotDrag) {
@@ -137,7 +137,7 @@ TEST_F(PositionWindowTest, ADragDuringAPauseIsUsedByTheResume) {
     QTest::mousePress(Thumb(), Qt::LeftButton, {}, Grip());
     QTest::mouseMove(Thumb(), QPoint(Thumb()->width() / 2 + ThumbWay() / 2, 2));
     QTest::mouseRelease(Thumb(), Qt::LeftButton, {}, Grip());
-    EXPECT_EQ(transport.PlayPos, 10000);
+    EXPECT_EQ(transport.State().PlayPos, 10000);
     EXPECT_FALSE(player.isRunning);
     audioFile.calls.clear();
     ClickButton(QStringLiteral("ImagePlayButton"), ButtonPause);

@@ -98,9 +98,9 @@ protected:
                 << button;
         }
         const int lamp = LitLamp();
-        EXPECT_EQ(lamp == 0, !transport.IsPlaying);
+        EXPECT_EQ(lamp == 0, !transport.State().IsPlaying);
         EXPECT_EQ(lamp == 1, player.isRunning);
-        EXPECT_EQ(Find(QStringLiteral("PictureStep"))->isVisible(), transport.IsPlaying);
+        EXPECT_EQ(Find(QStringLiteral("PictureStep"))->isVisible(), transport.State().IsPlaying);
         EXPECT_EQ(window.findChild<QAction*>(QStringLiteral("mnuPause"))->text() == QLatin1String("Continue"),
                   lamp == 2);
         EXPECT_FALSE(state.SeekDragging);
@@ -110,7 +110,7 @@ protected:
             modes += Button(QStringLiteral("ImageRepeatModeBut"), i)->isChecked() ? 1 : 0;
         }
         EXPECT_EQ(modes, 1);
-        if (transport.IsPlaying) {
+        if (transport.State().IsPlaying) {
             EXPECT_TRUE(transport.IsButtonEnabled(ButtonStop));
         }
     }

@@ -59,7 +59,7 @@ TEST_F(SliderAccessTest, ThePositionCanBeSetWhileAFilePlays) {
     Value(position)->setCurrentValue(50.0);
     EXPECT_EQ(Value(position)->currentValue().toDouble(), 0);
     transport.PlayCurrentItem();
-    ASSERT_TRUE(transport.IsPlaying);
+    ASSERT_TRUE(transport.State().IsPlaying);
     EXPECT_FALSE(Access(position)->state().readOnly);
     QSignalSpy sought(Find(position), SIGNAL(Sought(double)));
     Value(position)->setCurrentValue(50.0);

@@ -292,11 +292,15 @@ TEST_F(StartUpTest, ClosingStoresTheListInIndexOrder) {
 
 TEST_F(StartUpTest, ClosingDuringPlaybackDoesNotStopIt) {
     EXPECT_TRUE(Load());
-    AddRow(1, QStringLiteral("a"));
-    transport.IsPlaying = true;
+    const QString path = list.home.Write(QStringLiteral("a.mp3"));
+    list.rows.Append(MakeRow(1, QStringLiteral("a"), QStringLiteral("00:01"), QStringLiteral("0.0m"),
+                             list.home.Path() + u'/', QStringLiteral("a.mp3")));
+    audioFile.files.insert(path, {QByteArray(1000, '\1'), 1000, 1, {}, 1});
+    transport.PlayCurrentItem();
+    ASSERT_TRUE(transport.State().IsPlaying);
     const QStringList before = audioPlayer.calls;
     UnloadMainWindow(list.rows, list.files);
-    EXPECT_TRUE(transport.IsPlaying);
+    EXPECT_TRUE(transport.State().IsPlaying);
     EXPECT_EQ(audioPlayer.calls, before);
     EXPECT_TRUE(list.prompts.questions.isEmpty());
     EXPECT_TRUE(list.prompts.messages.isEmpty());

@@ -52,13 +52,13 @@ TEST_F(PlayingWindowTest, ADoubleClickOnTheRowThatPlaysChangesNothing) {
 TEST_F(PlayingWindowTest, ADoubleClickBelowTheRowsDoesNothing) {
     StartWith(2);
     DoubleClickRow(4);
-    EXPECT_FALSE(transport.IsPlaying);
+    EXPECT_FALSE(transport.State().IsPlaying);
 }
 
 TEST_F(PlayingWindowTest, ADoubleClickInAnEmptyListDoesNothing) {
     Start();
     DoubleClickRow(1);
-    EXPECT_FALSE(transport.IsPlaying);
+    EXPECT_FALSE(transport.State().IsPlaying);
 }
 
 TEST_F(PlayingWindowTest, EnterPlaysTheRowOfTheKeyboard) {
@@ -76,7 +76,7 @@ TEST_F(PlayingWindowTest, AClickMakesTheRowCurrentAndEnablesPlay) {
     EXPECT_EQ(state.ClickedIndex, 3);
     EXPECT_THAT(Selected(), ElementsAre(3));
     ASSERT_TRUE(IsEnabled(ButtonPlay));
-    EXPECT_FALSE(transport.IsPlaying);
+    EXPECT_FALSE(transport.State().IsPlaying);
     Press(ButtonPlay);
     EXPECT_EQ(Playing(), "c.wav");
 }
@@ -87,7 +87,7 @@ TEST_F(PlayingWindowTest, ThePauseButtonPausesAndGoesOn) {
     player.playedBytes = 3000;
     Press(ButtonPause);
     EXPECT_EQ(LitLamp(), 2);
-    EXPECT_TRUE(transport.IsPaused);
+    EXPECT_TRUE(transport.State().IsPaused);
     EXPECT_FALSE(player.isRunning);
     EXPECT_TRUE(IsEnabled(ButtonPlay));
     EXPECT_EQ(window.findChild<QAction*>(QStringLiteral("mnuPause"))->text(), "Continue");
@@ -113,13 +113,23 @@ TEST_F(PlayingWindowTest, TheStopButtonStops) {
     StartWith(2);
     DoubleClickRow(1);
     Press(ButtonStop);
-    EXPECT_FALSE(transport.IsPlaying);
+    EXPECT_FALSE(transport.State().IsPlaying);
     EXPECT_EQ(LitLamp(), 0);
     EXPECT_FALSE(IsEnabled(ButtonStop));
     EXPECT_FALSE(IsEnabled(ButtonNext));
     EXPECT_TRUE(IsEnabled(ButtonPlay));
     EXPECT_FALSE(Find(QStringLiteral("PictureStep"))->isVisible());
     EXPECT_FALSE(rows.IsBold(1));
+}
+
+TEST_F(PlayingWindowTest, TheRecordButtonAsksForItsWindow) {
+    StartWith(2);
+    Press(ButtonRecord);
+    EXPECT_THAT(tools.shown, ElementsAre(ToolWindow::frmRecord));
+    tools.exists = false;
+    Press(ButtonRecord);
+    EXPECT_EQ(prompts.messages.size(), 1);
+    EXPECT_FALSE(transport.State().IsPlaying);
 }
 
 TEST_F(PlayingWindowTest, NextAndPreviousGoRoundTheList) {
@@ -170,7 +180,7 @@ TEST_F(PlayingWindowTest, AGoneFileIsAskedForAndRemoved) {
     DoubleClickRow(2);
     EXPECT_EQ(prompts.questions.size(), 1);
     EXPECT_EQ(rows.Count(), 1);
-    EXPECT_FALSE(transport.IsPlaying);
+    EXPECT_FALSE(transport.State().IsPlaying);
     EXPECT_EQ(LitLamp(), 0);
 }
 
@@ -196,7 +206,7 @@ TEST_F(PlayingWindowTest, TheMenuPausesAndStops) {
     EXPECT_EQ(LitLamp(), 1);
     Trigger(QStringLiteral("mnuStop"));
     EXPECT_EQ(LitLamp(), 0);
-    EXPECT_FALSE(transport.IsPlaying);
+    EXPECT_FALSE(transport.State().IsPlaying);
 }
 
 TEST_F(PlayingWindowTest, AfterAStopByTheMenuDuringAPausePlayAndPauseWork) {
@@ -205,11 +215,34 @@ TEST_F(PlayingWindowTest, AfterAStopByTheMenuDuringAPausePlayAndPauseWork) {
     Press(ButtonPause);
     Trigger(QStringLiteral("mnuStop"));
     EXPECT_EQ(LitLamp(), 0);
-    EXPECT_FALSE(transport.IsPaused);
+    EXPECT_FALSE(transport.State().IsPaused);
     Press(ButtonPlay);
     EXPECT_EQ(LitLamp(), 1);
     Press(ButtonPause);
     EXPECT_EQ(LitLamp(), 2);
+}
+
+TEST_F(PlayingWindowTest, AListThatIsOpenedDuringAPauseLeavesPlayEnabled) {
+    StartWith(2);
+    DoubleClickRow(1);
+    player.playedBytes = 3000;
+    Press(ButtonPause);
+    files.OpenSavePlayList(QStringLiteral("SAVE"), true);
+    files.OpenSavePlayList(QStringLiteral("OPEN"), true);
+    ASSERT_TRUE(IsEnabled(ButtonPlay));
+    Press(ButtonPlay);
+    EXPECT_EQ(LitLamp(), 1);
+    EXPECT_THAT(audioFile.calls, Contains(QStringLiteral("SeekTo 3000")));
+    files.OpenSavePlayList(QStringLiteral("OPEN"), true);
+    EXPECT_FALSE(IsEnabled(ButtonPlay)) << "it plays already";
+}
+
+TEST_F(PlayingWindowTest, AListThatIsOpenedWhileStoppedEnablesPlay) {
+    StartWith(1);
+    ASSERT_FALSE(IsEnabled(ButtonPlay));
+    files.OpenSavePlayList(QStringLiteral("SAVE"), true);
+    files.OpenSavePlayList(QStringLiteral("OPEN"), true);
+    EXPECT_TRUE(IsEnabled(ButtonPlay));
 }
 
 TEST_F(PlayingWindowTest, AClickOnPlayShowsItsMenu) {
@@ -301,6 +334,22 @@ TEST_P(ModeButtonTest, TheMenuEntryDoesTheSame) {
     ExpectOnly(GetParam());
     Trigger(QStringLiteral("mOptions(%1)").arg(GetParam() + 3));
     ExpectOnly(GetParam());
+}
+
+// A first run has stored no mode yet, and a damaged file may hold any number.
+TEST_P(ModeButtonTest, AStoredModeThatIsNoneLightsNothingAndChecksNothing) {
+    Start();
+    for (const char stored : {'\x00', '\x02', '\x06', '\xFF'}) {
+        ClickButton(QStringLiteral("ImageRepeatModeBut"), GetParam());
+        ExpectOnly(GetParam());
+        QFile record(home.filePath(QStringLiteral("Options.dat")));
+        ASSERT_TRUE(record.open(QIODevice::ReadWrite));
+        record.seek(2);
+        record.putChar(stored);
+        record.close();
+        Trigger(QStringLiteral("mOptions(9)"));
+        ExpectOnly(-1);
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Modes, ModeButtonTest, testing::Values(0, 1, 2));

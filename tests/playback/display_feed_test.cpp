@@ -87,12 +87,12 @@ TEST_F(DisplayFeedTest, AFileOfOneChannelShowsOnBothSidesOfAStereoDisplay) {
 
 TEST_F(DisplayFeedTest, StandsStillOverTheEndOfAFile) {
     Start(2);
-    const qint64 last = transport.PlayTotal - 256;
+    const qint64 last = transport.State().PlayTotal - 256;
     Tick(last);
     EXPECT_EQ(display.blocks.size(), 1);
     log.clear();
     Tick(last + 1);
-    Tick(transport.PlayTotal);
+    Tick(transport.State().PlayTotal);
     EXPECT_EQ(display.blocks.size(), 1);
     EXPECT_EQ(pending.runs, 1);
     EXPECT_EQ(log.size(), 2) << "the clock goes on";
@@ -100,7 +100,10 @@ TEST_F(DisplayFeedTest, StandsStillOverTheEndOfAFile) {
 
 TEST_F(DisplayFeedTest, WhatWasPlayedBeforeTheRunCountsToo) {
     Start(2);
-    transport.PlayPos = transport.PlayTotal - 256 - 100;
+    player.playedBytes = transport.State().PlayTotal - 256 - 100;
+    transport.PauseContinue();
+    transport.PauseContinue();
+    display.blocks.clear();
     Tick(100);
     EXPECT_EQ(display.blocks.size(), 1);
     Tick(101);
@@ -135,7 +138,7 @@ TEST_F(DisplayFeedTest, StopMayBePressedWhileATickYields) {
     Start(2);
     pending.onRun = [this] { transport.StopPlay(); };
     Tick(0);
-    EXPECT_FALSE(transport.IsPlaying);
+    EXPECT_FALSE(transport.State().IsPlaying);
     ASSERT_FALSE(display.blocks.isEmpty());
     EXPECT_TRUE(display.blocks.last().isEmpty());
 }

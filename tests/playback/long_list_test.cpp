@@ -83,7 +83,7 @@ TEST_F(LongListTest, ASeekToTheEndGoesToTheNextFile) {
     transport.SeekToLine(186, 12);
     player.Advance(1000);
     EXPECT_EQ(state.LastIndex, 2);
-    EXPECT_TRUE(transport.IsPlaying);
+    EXPECT_TRUE(transport.State().IsPlaying);
 }
 
 TEST_F(LongListTest, AResumeAtTheEndGoesToTheNextFile) {
@@ -144,7 +144,7 @@ TEST_F(LongListTest, ADeviceThatVanishesEndsPlayback) {
     player.Advance(1000);
     player.Vanish();
     player.Advance(100);
-    EXPECT_FALSE(transport.IsPlaying);
+    EXPECT_FALSE(transport.State().IsPlaying);
     EXPECT_EQ(lamp, Lamp::Stopped);
     EXPECT_TRUE(transport.IsButtonEnabled(ButtonPlay));
 }

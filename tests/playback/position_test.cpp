@@ -135,10 +135,10 @@ TEST_F(SeekingTest, ClearsSeeksAndFeedsTwoBlocks) {
     transport.SeekToLine(93, thumb);
     EXPECT_THAT(log, ElementsAre("ClearBlocks", "SeekTo 10000 3", "ReadBlock 4000", "WriteBlock 4000",
                                  "ReadBlock 4000", "WriteBlock 4000", "Time 5000 10000", "Sought 5000"));
-    EXPECT_EQ(transport.PlayPos, 10000);
+    EXPECT_EQ(transport.State().PlayPos, 10000);
     EXPECT_FALSE(state.SeekDragging);
     ASSERT_EQ(player.blocks.size(), 2);
-    const QByteArray pcm = file.files.value(transport.PlayFile).pcm;
+    const QByteArray pcm = file.files.value(transport.State().PlayFile).pcm;
     EXPECT_EQ(player.blocks[0] + player.blocks[1], pcm.mid(10000, 8000));
 }
 
@@ -146,7 +146,7 @@ TEST_F(SeekingTest, ThePositionIsWhereTheFileCameTo) {
     AddTrack(QStringLiteral("a.wav"), 10000, 1000, 2);
     Play(1);
     transport.SeekToLine(1, thumb); // 54 ms: 216 bytes, a whole frame
-    EXPECT_EQ(transport.PlayPos, 216);
+    EXPECT_EQ(transport.State().PlayPos, 216);
 }
 
 TEST_F(SeekingTest, TheClockGoesOnFromThere) {
@@ -163,9 +163,9 @@ TEST_F(SeekingTest, ToTheEndFeedsNothing) {
     AddTracks(1);
     Play(1);
     transport.SeekToLine(186, thumb);
-    EXPECT_EQ(transport.PlayPos, 20000);
+    EXPECT_EQ(transport.State().PlayPos, 20000);
     EXPECT_THAT(player.blocks, IsEmpty());
-    EXPECT_TRUE(transport.IsPlaying);
+    EXPECT_TRUE(transport.State().IsPlaying);
 }
 
 TEST_F(SeekingTest, WhilePausedTheResumeUsesThePlace) {
@@ -174,14 +174,14 @@ TEST_F(SeekingTest, WhilePausedTheResumeUsesThePlace) {
     player.playedBytes = 600;
     transport.PauseContinue();
     transport.SeekToLine(93, thumb);
-    EXPECT_EQ(transport.PlayPos, 10000);
-    EXPECT_TRUE(transport.IsPaused);
+    EXPECT_EQ(transport.State().PlayPos, 10000);
+    EXPECT_TRUE(transport.State().IsPaused);
     EXPECT_THAT(player.blocks, IsEmpty()) << "nothing may sound during a pause";
     log.clear();
     transport.PauseContinue();
     EXPECT_THAT(log, Contains(QStringLiteral("SeekTo 10000 3")));
     ASSERT_EQ(player.blocks.size(), 1);
-    EXPECT_EQ(player.blocks.first(), file.files.value(transport.PlayFile).pcm.mid(10000, 4000));
+    EXPECT_EQ(player.blocks.first(), file.files.value(transport.State().PlayFile).pcm.mid(10000, 4000));
 }
 
 TEST_F(SeekingTest, TwiceWhilePausedUsesTheSecondPlace) {
@@ -201,7 +201,7 @@ TEST_F(SeekingTest, APauseAfterASeekCountsFromThere) {
     transport.SeekToLine(93, thumb);
     player.playedBytes = 222;
     transport.PauseContinue();
-    EXPECT_EQ(transport.PlayPos, 10222);
+    EXPECT_EQ(transport.State().PlayPos, 10222);
 }
 
 TEST_F(SeekingTest, WhileStoppedOnlyTheDragEnds) {
@@ -218,16 +218,16 @@ TEST_F(SeekingTest, ToAMillisecondIsExact) {
     transport.SeekToMs(1234);
     EXPECT_THAT(log, ElementsAre("ClearBlocks", "SeekTo 2468 3", "ReadBlock 4000", "WriteBlock 4000",
                                  "ReadBlock 4000", "WriteBlock 4000", "Time 1234 10000", "Sought 1234"));
-    EXPECT_EQ(transport.PlayPos, 2468);
+    EXPECT_EQ(transport.State().PlayPos, 2468);
 }
 
 TEST_F(SeekingTest, ToAMillisecondStaysInTheFile) {
     AddTracks(1);
     Play(1);
     transport.SeekToMs(std::numeric_limits<qint64>::max());
-    EXPECT_EQ(transport.PlayPos, 20000);
+    EXPECT_EQ(transport.State().PlayPos, 20000);
     transport.SeekToMs(-5);
-    EXPECT_EQ(transport.PlayPos, 0);
+    EXPECT_EQ(transport.State().PlayPos, 0);
     EXPECT_EQ(log.last(), "Sought 0");
 }
 
@@ -239,7 +239,7 @@ TEST_F(SeekingTest, TheClockFollowsDuringAPause) {
     transport.SeekToMs(7000);
     EXPECT_THAT(log, Contains(QStringLiteral("Time 7000 10000")));
     EXPECT_THAT(player.blocks, IsEmpty());
-    EXPECT_TRUE(transport.IsPaused);
+    EXPECT_TRUE(transport.State().IsPaused);
 }
 
 TEST_F(SeekingTest, ByAnotherHandLeavesADragAlone) {

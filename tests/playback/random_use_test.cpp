@@ -32,7 +32,7 @@ protected:
             positionBytes += bytes;
         }
         // The next files may have started without a sample of theirs being heard.
-        for (int i = 0; transport.IsPlaying && row != state.LastIndex; ++i) {
+        for (int i = 0; transport.State().IsPlaying && row != state.LastIndex; ++i) {
             ASSERT_EQ(positionBytes, Content(row).size()) << "row " << row << " was left before its end";
             ASSERT_LE(i, rows.Count());
             row = After(row);
@@ -41,7 +41,7 @@ protected:
     }
 
     void CheckButtons() const {
-        const bool playing = transport.IsPlaying;
+        const bool playing = transport.State().IsPlaying;
         const bool paused = lamp == Lamp::Paused;
         EXPECT_EQ(transport.IsButtonEnabled(ButtonPause), playing);
         EXPECT_EQ(transport.IsButtonEnabled(ButtonStop), playing);
@@ -51,9 +51,9 @@ protected:
         EXPECT_EQ(transport.IsButtonEnabled(ButtonPlay), !playing || paused);
         EXPECT_EQ(lamp == Lamp::Stopped, !playing);
         EXPECT_EQ(caption, paused ? QStringLiteral("Continue") : QStringLiteral("Pause"));
-        EXPECT_EQ(transport.IsStopping, !playing);
+        EXPECT_EQ(transport.State().IsStopping, !playing);
         if (paused) {
-            EXPECT_TRUE(transport.IsPaused);
+            EXPECT_TRUE(transport.State().IsPaused);
         }
         for (int i = 1; i <= rows.Count(); ++i) {
             ASSERT_EQ(rows.IsBold(i), playing && i == state.LastIndex) << i;
@@ -68,31 +68,32 @@ protected:
         }
     }
     void Pause() {
-        const bool goesOn = lamp == Lamp::Playing && transport.IsPaused;
-        const bool isPausing = lamp == Lamp::Playing && !transport.IsPaused;
-        transport.ImagePlayButton_Click(ButtonPause);
+        const bool goesOn = lamp == Lamp::Playing && transport.State().IsPaused;
+        const bool isPausing = lamp == Lamp::Playing && !transport.State().IsPaused;
+        buttons.ImagePlayButton_Click(ButtonPause);
         if (isPausing) {
-            EXPECT_EQ(transport.PlayPos, positionBytes);
+            EXPECT_EQ(transport.State().PlayPos, positionBytes);
         }
         if (goesOn) {
             // A file that was started during a pause begins anew at the first click.
-            positionBytes = transport.PlayPos;
+            positionBytes = transport.State().PlayPos;
         }
     }
     void Seek(int lineWidth) {
         transport.SeekToLine(lineWidth, thumb);
         const qint64 lengthMs = file.GetLengthMs();
         const qint64 targetMs = qRound64(static_cast<double>(lineWidth) * lengthMs / barWidth);
-        EXPECT_EQ(transport.PlayPos, std::min<qint64>(player.BytesForMs(targetMs), Content(row).size()));
-        positionBytes = transport.PlayPos;
+        EXPECT_EQ(transport.State().PlayPos,
+                  std::min<qint64>(player.BytesForMs(targetMs), Content(row).size()));
+        positionBytes = transport.State().PlayPos;
     }
     void Restarted() {
         row = state.LastIndex;
         positionBytes = 0;
     }
     void Use(std::mt19937& chance) {
-        if (!transport.IsPlaying) {
-            transport.ImagePlayButton_Click(ButtonPlay);
+        if (!transport.State().IsPlaying) {
+            buttons.ImagePlayButton_Click(ButtonPlay);
             Restarted();
             return;
         }
@@ -107,12 +108,12 @@ protected:
             Seek(static_cast<int>(chance() % (barWidth + 1)));
             break;
         case 4:
-            transport.ImagePlayButton_Click(ButtonNext);
+            buttons.ImagePlayButton_Click(ButtonNext);
             EXPECT_EQ(state.LastIndex, expectedNext);
             Restarted();
             break;
         default:
-            transport.ImagePlayButton_Click(ButtonStop);
+            buttons.ImagePlayButton_Click(ButtonStop);
             break;
         }
     }

@@ -2,9 +2,11 @@
 #pragma once
 
 #include "backends/sound/simulated_player.h"
+#include "playback/play_buttons.h"
 #include "playback/transport.h"
 #include "support/fake_audio_file.h"
 #include "support/fake_clock.h"
+#include "support/fake_recording.h"
 #include "support/fake_user_prompts.h"
 
 #include <QFile>
@@ -57,6 +59,8 @@ protected:
     FakeUserPrompts prompts;
     FakeClock clock;
     Transport transport{{state, rows, options, file, player, prompts, clock}};
+    FakeRecording recording;
+    PlayButtons buttons{{state, rows, options, clock, transport, recording}};
     QList<QByteArray> contents;
     Lamp lamp = Lamp::Stopped;
     QString caption = QStringLiteral("Pause");

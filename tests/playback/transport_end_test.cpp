@@ -27,7 +27,7 @@ TEST_F(EndOfFileTest, StopsBeforeTheSelectionMovesToTheNextRow) {
     EXPECT_LT(stopped, selected);
     EXPECT_LT(selected, opened);
     EXPECT_EQ(state.CurIndex, 2);
-    EXPECT_TRUE(transport.IsPlaying);
+    EXPECT_TRUE(transport.State().IsPlaying);
     EXPECT_THAT(Selected(), ElementsAre(2));
 }
 
@@ -44,7 +44,7 @@ TEST_F(EndOfFileTest, ContinuousGoesOnForEver) {
     Play(1);
     for (int end = 0; end < 300; ++end) {
         emit player.EndPlay();
-        ASSERT_TRUE(transport.IsPlaying);
+        ASSERT_TRUE(transport.State().IsPlaying);
         ASSERT_EQ(state.LastIndex, (end + 1) % 3 + 1);
     }
 }
@@ -86,7 +86,7 @@ TEST_P(OneRowTest, RepeatsInEveryMode) {
     CheckMode(GetParam());
     Play(1);
     emit player.EndPlay();
-    EXPECT_TRUE(transport.IsPlaying);
+    EXPECT_TRUE(transport.State().IsPlaying);
     EXPECT_THAT(log, testing::Contains(QStringLiteral("OpenRead a.wav 0 1")));
     EXPECT_THAT(Bold(), ElementsAre(1));
 }
@@ -105,7 +105,7 @@ TEST_P(EndByGoneFileTest, AsksAndPlaybackEndsThere) {
     emit player.EndPlay();
     ASSERT_EQ(prompts.questions.size(), 1);
     EXPECT_EQ(prompts.questions.first().text, goneQuestion);
-    EXPECT_FALSE(transport.IsPlaying);
+    EXPECT_FALSE(transport.State().IsPlaying);
     EXPECT_EQ(lamp, 0);
     EXPECT_EQ(rows.Count(), GetParam() ? 2 : 3);
 }
@@ -117,7 +117,7 @@ TEST_F(EndOfFileTest, AFileThatCannotBeDecodedEndsPlayback) {
     file.files[PathOf(QStringLiteral("b.wav"))].formatId = -1;
     Play(1);
     emit player.EndPlay();
-    EXPECT_FALSE(transport.IsPlaying);
+    EXPECT_FALSE(transport.State().IsPlaying);
     EXPECT_EQ(lamp, 0);
     EXPECT_EQ(state.CurIndex, 2);
 }
@@ -127,7 +127,7 @@ TEST_F(EndOfFileTest, AnOutputThatFailsEndsPlayback) {
     Play(1);
     player.prepareResult = Outcome::DeviceFailed;
     emit player.EndPlay();
-    EXPECT_FALSE(transport.IsPlaying);
+    EXPECT_FALSE(transport.State().IsPlaying);
     EXPECT_EQ(lamp, 0);
 }
 
@@ -136,7 +136,7 @@ TEST_F(EndOfFileTest, AnEmptyListEndsPlayback) {
     Play(1);
     rows.Clear();
     emit player.EndPlay();
-    EXPECT_FALSE(transport.IsPlaying);
+    EXPECT_FALSE(transport.State().IsPlaying);
     EXPECT_THAT(prompts.questions, IsEmpty());
 }
 
@@ -144,7 +144,7 @@ TEST_F(EndOfFileTest, AFileWithoutSamplesIsOpenedAndWritesNothing) {
     AddTrack(QStringLiteral("empty.wav"), 0);
     state.CurIndex = 1;
     transport.PlayCurrentItem();
-    EXPECT_TRUE(transport.IsPlaying);
+    EXPECT_TRUE(transport.State().IsPlaying);
     EXPECT_THAT(player.blocks, IsEmpty());
 }
 

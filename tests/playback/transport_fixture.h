@@ -1,10 +1,12 @@
 // A transport over fakes, with one record of everything that it does, in order.
 #pragma once
 
+#include "playback/play_buttons.h"
 #include "playback/transport.h"
 #include "support/fake_audio_file.h"
 #include "support/fake_audio_player.h"
 #include "support/fake_clock.h"
+#include "support/fake_recording.h"
 #include "support/fake_user_prompts.h"
 
 #include <QFile>
@@ -115,7 +117,7 @@ protected:
     void Play(int row) {
         state.CurIndex = row;
         transport.PlayCurrentItem();
-        ASSERT_TRUE(transport.IsPlaying);
+        ASSERT_TRUE(transport.State().IsPlaying);
         ASSERT_EQ(state.LastIndex, row);
         log.clear();
     }
@@ -151,7 +153,7 @@ protected:
         return enabled;
     }
     QString PathOf(const QString& name) const { return folder.filePath(name); }
-    QString Playing() const { return transport.PlayFile.section(u'/', -1); }
+    QString Playing() const { return transport.State().PlayFile.section(u'/', -1); }
     // The log without the single buttons.
     QStringList Steps() const {
         QStringList steps;
@@ -174,6 +176,8 @@ protected:
     FakeUserPrompts prompts;
     FakeClock clock;
     Transport transport{{state, rows, options, file, player, prompts, clock}};
+    FakeRecording recording;
+    PlayButtons buttons{{state, rows, options, clock, transport, recording}};
     QString pauseCaption = QStringLiteral("Pause");
     int lamp = 0;
 
@@ -203,7 +207,6 @@ private:
         note(&Transport::KhzShown, "Khz");
         note(&Transport::DisplayCleared, "DisplayCleared");
         note(&Transport::RowShown, "Row");
-        note(&Transport::ScrollBarMoved, "ScrollBar");
         note(&Transport::TimeShown, "Time");
         note(&Transport::Sought, "Sought");
         note(&Transport::RowsChanged, "RowsChanged");

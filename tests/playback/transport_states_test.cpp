@@ -13,7 +13,7 @@ class ButtonTest : public TransportFixture {};
 TEST_F(ButtonTest, PreviousPlaysTheRowBefore) {
     AddTracks(3);
     Play(2);
-    transport.ImagePlayButton_Click(ButtonPrevious);
+    buttons.ImagePlayButton_Click(ButtonPrevious);
     EXPECT_EQ(state.CurIndex, 1);
     EXPECT_EQ(Playing(), "a.wav");
 }
@@ -21,14 +21,14 @@ TEST_F(ButtonTest, PreviousPlaysTheRowBefore) {
 TEST_F(ButtonTest, PreviousOnRowOnePlaysTheLastRow) {
     AddTracks(3);
     Play(1);
-    transport.ImagePlayButton_Click(ButtonPrevious);
+    buttons.ImagePlayButton_Click(ButtonPrevious);
     EXPECT_EQ(Playing(), "c.wav");
 }
 
 TEST_F(ButtonTest, NextPlaysTheRowBehind) {
     AddTracks(3);
     Play(1);
-    transport.ImagePlayButton_Click(ButtonNext);
+    buttons.ImagePlayButton_Click(ButtonNext);
     EXPECT_EQ(state.CurIndex, 2);
     EXPECT_EQ(Playing(), "b.wav");
 }
@@ -36,7 +36,7 @@ TEST_F(ButtonTest, NextPlaysTheRowBehind) {
 TEST_F(ButtonTest, NextOnTheLastRowPlaysRowOne) {
     AddTracks(3);
     Play(3);
-    transport.ImagePlayButton_Click(ButtonNext);
+    buttons.ImagePlayButton_Click(ButtonNext);
     EXPECT_EQ(Playing(), "a.wav");
 }
 
@@ -44,25 +44,25 @@ TEST_F(ButtonTest, NextGoesByTheRowLastStartedAndNotByTheRowClicked) {
     AddTracks(5);
     Play(2);
     state.CurIndex = 5;
-    transport.ImagePlayButton_Click(ButtonNext);
+    buttons.ImagePlayButton_Click(ButtonNext);
     EXPECT_EQ(Playing(), "c.wav");
 }
 
 TEST_F(ButtonTest, PausePausesAndGoesOn) {
     AddTracks(1);
     Play(1);
-    transport.ImagePlayButton_Click(ButtonPause);
-    EXPECT_TRUE(transport.IsPaused);
-    transport.ImagePlayButton_Click(ButtonPause);
-    EXPECT_FALSE(transport.IsPaused);
+    buttons.ImagePlayButton_Click(ButtonPause);
+    EXPECT_TRUE(transport.State().IsPaused);
+    buttons.ImagePlayButton_Click(ButtonPause);
+    EXPECT_FALSE(transport.State().IsPaused);
 }
 
 TEST_F(ButtonTest, PlayStartsWhatIsStopped) {
     AddTracks(2);
     state.CurIndex = 2;
-    transport.ImagePlayButton_Click(ButtonPlay);
+    buttons.ImagePlayButton_Click(ButtonPlay);
     EXPECT_EQ(Playing(), "b.wav");
-    EXPECT_TRUE(transport.IsPlaying);
+    EXPECT_TRUE(transport.State().IsPlaying);
 }
 
 TEST_F(ButtonTest, PlayGoesOnWithWhatIsPaused) {
@@ -72,31 +72,31 @@ TEST_F(ButtonTest, PlayGoesOnWithWhatIsPaused) {
     transport.PauseContinue();
     state.CurIndex = 2;
     log.clear();
-    transport.ImagePlayButton_Click(ButtonPlay);
+    buttons.ImagePlayButton_Click(ButtonPlay);
     EXPECT_THAT(log, Contains(QStringLiteral("SeekTo 500 3")));
     EXPECT_EQ(Playing(), "a.wav");
-    EXPECT_FALSE(transport.IsPaused);
+    EXPECT_FALSE(transport.State().IsPaused);
 }
 
 TEST_F(ButtonTest, PlayDoesNothingWhilePlaying) {
     AddTracks(2);
     Play(1);
     state.CurIndex = 2;
-    transport.ImagePlayButton_Click(ButtonPlay);
+    buttons.ImagePlayButton_Click(ButtonPlay);
     EXPECT_THAT(log, IsEmpty());
 }
 
 TEST_F(ButtonTest, PlayOnAnEmptyListDoesNothing) {
-    transport.ImagePlayButton_Click(ButtonPlay);
+    buttons.ImagePlayButton_Click(ButtonPlay);
     EXPECT_THAT(log, IsEmpty());
-    EXPECT_FALSE(transport.IsPlaying);
+    EXPECT_FALSE(transport.State().IsPlaying);
 }
 
 TEST_F(ButtonTest, StopStops) {
     AddTracks(1);
     Play(1);
-    transport.ImagePlayButton_Click(ButtonStop);
-    EXPECT_FALSE(transport.IsPlaying);
+    buttons.ImagePlayButton_Click(ButtonStop);
+    EXPECT_FALSE(transport.State().IsPlaying);
     EXPECT_THAT(log, Contains(QStringLiteral("StopOutput")));
 }
 
@@ -106,10 +106,10 @@ TEST_F(ButtonTest, StopClearsThePauseBeforeItStops) {
     transport.PauseContinue();
     bool wasPaused = true;
     QObject::connect(&transport, &Transport::DisplayCleared, &transport,
-                     [this, &wasPaused] { wasPaused = transport.IsPaused; });
-    transport.ImagePlayButton_Click(ButtonStop);
+                     [this, &wasPaused] { wasPaused = transport.State().IsPaused; });
+    buttons.ImagePlayButton_Click(ButtonStop);
     EXPECT_FALSE(wasPaused);
-    EXPECT_FALSE(transport.IsPaused);
+    EXPECT_FALSE(transport.State().IsPaused);
     EXPECT_EQ(pauseCaption, "Pause");
 }
 
@@ -118,38 +118,38 @@ TEST_F(ButtonTest, PlayAfterAStopOfAPausedFileStartsAtItsBeginning) {
     Play(1);
     player.playedBytes = 500;
     transport.PauseContinue();
-    transport.ImagePlayButton_Click(ButtonStop);
+    buttons.ImagePlayButton_Click(ButtonStop);
     log.clear();
-    transport.ImagePlayButton_Click(ButtonPlay);
-    EXPECT_TRUE(transport.IsPlaying);
-    EXPECT_EQ(transport.PlayPos, 0);
+    buttons.ImagePlayButton_Click(ButtonPlay);
+    EXPECT_TRUE(transport.State().IsPlaying);
+    EXPECT_EQ(transport.State().PlayPos, 0);
     EXPECT_THAT(log, Contains(QStringLiteral("OpenRead a.wav 0 1")));
 }
 
 TEST_F(ButtonTest, NextAndPreviousOnAnEmptyListDoNothing) {
-    transport.ImagePlayButton_Click(ButtonNext);
-    transport.ImagePlayButton_Click(ButtonPrevious);
-    EXPECT_FALSE(transport.IsPlaying);
+    buttons.ImagePlayButton_Click(ButtonNext);
+    buttons.ImagePlayButton_Click(ButtonPrevious);
+    EXPECT_FALSE(transport.State().IsPlaying);
     EXPECT_THAT(log, IsEmpty());
 }
 
 TEST_F(ButtonTest, NumbersOutsideTheSixDoNothing) {
     AddTracks(2);
     Play(1);
-    transport.ImagePlayButton_Click(-1);
-    transport.ImagePlayButton_Click(transportButtonCount);
+    buttons.ImagePlayButton_Click(-1);
+    buttons.ImagePlayButton_Click(transportButtonCount);
     EXPECT_THAT(log, IsEmpty());
 }
 
 class StateTest : public TransportFixture {
 protected:
     void ExpectStopped() {
-        EXPECT_FALSE(transport.IsPlaying);
+        EXPECT_FALSE(transport.State().IsPlaying);
         EXPECT_EQ(lamp, 0);
         EXPECT_EQ(pauseCaption, "Pause");
     }
     void ExpectPlaying(const char* name) {
-        EXPECT_TRUE(transport.IsPlaying);
+        EXPECT_TRUE(transport.State().IsPlaying);
         EXPECT_EQ(lamp, 1);
         EXPECT_EQ(Playing(), name);
         EXPECT_TRUE(player.isRunning);
@@ -159,8 +159,8 @@ protected:
         EXPECT_FALSE(transport.IsButtonEnabled(ButtonRecord));
     }
     void ExpectPaused() {
-        EXPECT_TRUE(transport.IsPlaying);
-        EXPECT_TRUE(transport.IsPaused);
+        EXPECT_TRUE(transport.State().IsPlaying);
+        EXPECT_TRUE(transport.State().IsPaused);
         EXPECT_EQ(lamp, 2);
         EXPECT_EQ(pauseCaption, "Continue");
         EXPECT_FALSE(player.isRunning);
@@ -169,7 +169,7 @@ protected:
     }
     void Pause(qint64 playedBytes) {
         player.playedBytes = playedBytes;
-        transport.ImagePlayButton_Click(ButtonPause);
+        buttons.ImagePlayButton_Click(ButtonPause);
         ExpectPaused();
         log.clear();
     }
@@ -178,49 +178,48 @@ protected:
 TEST_F(StateTest, StoppedToPlayingByPlay) {
     AddTracks(2);
     state.CurIndex = 2;
-    transport.ImagePlayButton_Click(ButtonPlay);
+    buttons.ImagePlayButton_Click(ButtonPlay);
     ExpectPlaying("b.wav");
 }
 
 TEST_F(StateTest, StoppedToPlayingByNext) {
     AddTracks(2);
     state.CurIndex = 1;
-    transport.ImagePlayButton_Click(ButtonNext);
+    buttons.ImagePlayButton_Click(ButtonNext);
     ExpectPlaying("b.wav");
 }
 
 TEST_F(StateTest, StoppedToPlayingByPrevious) {
     AddTracks(2);
     state.CurIndex = 2;
-    transport.ImagePlayButton_Click(ButtonPrevious);
+    buttons.ImagePlayButton_Click(ButtonPrevious);
     ExpectPlaying("a.wav");
 }
 
 TEST_F(StateTest, StoppedToPlayingByDoubleClick) {
     AddTracks(2);
-    state.ClickedIndex = 2;
-    transport.ListViewPlaylist_DblClick();
+    buttons.ListViewPlaylist_DblClick(2);
     ExpectPlaying("b.wav");
 }
 
 TEST_F(StateTest, StoppedStaysWhereTheFileIsGone) {
     AddRow(QStringLiteral("gone.wav"));
     prompts.answers = {false};
-    transport.ImagePlayButton_Click(ButtonPlay);
+    buttons.ImagePlayButton_Click(ButtonPlay);
     ExpectStopped();
 }
 
 TEST_F(StateTest, StoppedStaysWhereTheFileCannotBeDecoded) {
     AddTracks(1);
     file.files[PathOf(QStringLiteral("a.wav"))].formatId = -1;
-    transport.ImagePlayButton_Click(ButtonPlay);
+    buttons.ImagePlayButton_Click(ButtonPlay);
     ExpectStopped();
 }
 
 TEST_F(StateTest, StoppedStaysWhereTheOutputFails) {
     AddTracks(1);
     player.deviceCount = 0;
-    transport.ImagePlayButton_Click(ButtonPlay);
+    buttons.ImagePlayButton_Click(ButtonPlay);
     ExpectStopped();
     EXPECT_EQ(log.last(), "CloseFile");
 }
@@ -229,14 +228,14 @@ TEST_F(StateTest, PlayingToPaused) {
     AddTracks(2);
     Play(1);
     Pause(400);
-    EXPECT_EQ(transport.PlayPos, 400);
+    EXPECT_EQ(transport.State().PlayPos, 400);
 }
 
 TEST_F(StateTest, PausedToPlayingByPause) {
     AddTracks(2);
     Play(1);
     Pause(400);
-    transport.ImagePlayButton_Click(ButtonPause);
+    buttons.ImagePlayButton_Click(ButtonPause);
     ExpectPlaying("a.wav");
     EXPECT_LT(log.indexOf(QStringLiteral("Prepare")), log.indexOf(QStringLiteral("SeekTo 400 3")));
 }
@@ -245,7 +244,7 @@ TEST_F(StateTest, PausedToPlayingByPlay) {
     AddTracks(2);
     Play(1);
     Pause(400);
-    transport.ImagePlayButton_Click(ButtonPlay);
+    buttons.ImagePlayButton_Click(ButtonPlay);
     ExpectPlaying("a.wav");
     EXPECT_THAT(log, Contains(QStringLiteral("SeekTo 400 3")));
 }
@@ -253,7 +252,7 @@ TEST_F(StateTest, PausedToPlayingByPlay) {
 TEST_F(StateTest, PlayingToStopped) {
     AddTracks(2);
     Play(1);
-    transport.ImagePlayButton_Click(ButtonStop);
+    buttons.ImagePlayButton_Click(ButtonStop);
     ExpectStopped();
 }
 
@@ -261,9 +260,9 @@ TEST_F(StateTest, PausedToStopped) {
     AddTracks(2);
     Play(1);
     Pause(400);
-    transport.ImagePlayButton_Click(ButtonStop);
+    buttons.ImagePlayButton_Click(ButtonStop);
     ExpectStopped();
-    EXPECT_FALSE(transport.IsPaused);
+    EXPECT_FALSE(transport.State().IsPaused);
 }
 
 TEST_F(StateTest, PlayingThroughStoppedToPlayingAtTheEndOfAFile) {
@@ -278,7 +277,7 @@ TEST_F(StateTest, PlayingThroughStoppedToPlayingAtTheEndOfAFile) {
 TEST_F(StateTest, PlayingThroughStoppedToPlayingByNext) {
     AddTracks(3);
     Play(1);
-    transport.ImagePlayButton_Click(ButtonNext);
+    buttons.ImagePlayButton_Click(ButtonNext);
     EXPECT_THAT(log, Contains(QStringLiteral("Lamp 0")));
     ExpectPlaying("b.wav");
 }
@@ -286,7 +285,7 @@ TEST_F(StateTest, PlayingThroughStoppedToPlayingByNext) {
 TEST_F(StateTest, PlayingThroughStoppedToPlayingByPrevious) {
     AddTracks(3);
     Play(1);
-    transport.ImagePlayButton_Click(ButtonPrevious);
+    buttons.ImagePlayButton_Click(ButtonPrevious);
     EXPECT_THAT(log, Contains(QStringLiteral("Lamp 0")));
     ExpectPlaying("c.wav");
 }
@@ -294,8 +293,7 @@ TEST_F(StateTest, PlayingThroughStoppedToPlayingByPrevious) {
 TEST_F(StateTest, PlayingThroughStoppedToPlayingByDoubleClickOnAnotherRow) {
     AddTracks(3);
     Play(1);
-    state.ClickedIndex = 3;
-    transport.ListViewPlaylist_DblClick();
+    buttons.ListViewPlaylist_DblClick(3);
     EXPECT_THAT(log, Contains(QStringLiteral("Lamp 0")));
     ExpectPlaying("c.wav");
 }
@@ -303,8 +301,7 @@ TEST_F(StateTest, PlayingThroughStoppedToPlayingByDoubleClickOnAnotherRow) {
 TEST_F(StateTest, DoubleClickOnTheRowThatPlaysChangesNothing) {
     AddTracks(3);
     Play(2);
-    state.ClickedIndex = 2;
-    transport.ListViewPlaylist_DblClick();
+    buttons.ListViewPlaylist_DblClick(2);
     EXPECT_THAT(log, IsEmpty());
 }
 
@@ -312,8 +309,7 @@ TEST_F(StateTest, DoubleClickOnTheRowThatIsPausedChangesNothing) {
     AddTracks(3);
     Play(2);
     Pause(400);
-    state.ClickedIndex = 2;
-    transport.ListViewPlaylist_DblClick();
+    buttons.ListViewPlaylist_DblClick(2);
     EXPECT_THAT(log, IsEmpty());
     ExpectPaused();
 }
@@ -325,23 +321,23 @@ TEST_P(PausedNextTest, PlaysWithThePauseStillNoted) {
     AddTracks(2);
     Play(1);
     Pause(400);
-    transport.ImagePlayButton_Click(GetParam());
+    buttons.ImagePlayButton_Click(GetParam());
     EXPECT_THAT(log, Contains(QStringLiteral("Lamp 0")));
     ExpectPlaying("b.wav");
-    EXPECT_TRUE(transport.IsPaused);
+    EXPECT_TRUE(transport.State().IsPaused);
     EXPECT_EQ(pauseCaption, "Pause");
-    EXPECT_EQ(transport.PlayPos, 0);
+    EXPECT_EQ(transport.State().PlayPos, 0);
 }
 
 TEST_P(PausedNextTest, TheNextPauseClickTakesTheResumingBranch) {
     AddTracks(2);
     Play(1);
     Pause(400);
-    transport.ImagePlayButton_Click(GetParam());
+    buttons.ImagePlayButton_Click(GetParam());
     log.clear();
     player.playedBytes = 900;
-    transport.ImagePlayButton_Click(ButtonPause);
-    EXPECT_FALSE(transport.IsPaused);
+    buttons.ImagePlayButton_Click(ButtonPause);
+    EXPECT_FALSE(transport.State().IsPaused);
     EXPECT_THAT(log, Contains(QStringLiteral("Prepare")));
     EXPECT_THAT(log, Contains(QStringLiteral("SeekTo 0 3")));
     EXPECT_THAT(log, Not(Contains(QStringLiteral("StopOutput"))));
@@ -352,12 +348,12 @@ TEST_P(PausedNextTest, TheClickAfterThatPauses) {
     AddTracks(2);
     Play(1);
     Pause(400);
-    transport.ImagePlayButton_Click(GetParam());
-    transport.ImagePlayButton_Click(ButtonPause);
+    buttons.ImagePlayButton_Click(GetParam());
+    buttons.ImagePlayButton_Click(ButtonPause);
     player.playedBytes = 900;
-    transport.ImagePlayButton_Click(ButtonPause);
+    buttons.ImagePlayButton_Click(ButtonPause);
     ExpectPaused();
-    EXPECT_EQ(transport.PlayPos, 900);
+    EXPECT_EQ(transport.State().PlayPos, 900);
 }
 
 INSTANTIATE_TEST_SUITE_P(Buttons, PausedNextTest, testing::Values(ButtonNext, ButtonPrevious));
@@ -367,13 +363,13 @@ TEST_F(StateTest, AfterAPausedFileWasLeftForOneThatCannotBeDecodedPlayWaitsForSt
     file.files[PathOf(QStringLiteral("b.wav"))].formatId = -1;
     Play(1);
     Pause(400);
-    transport.ImagePlayButton_Click(ButtonNext);
+    buttons.ImagePlayButton_Click(ButtonNext);
     ExpectStopped();
     state.CurIndex = 3;
-    transport.ImagePlayButton_Click(ButtonPlay);
+    buttons.ImagePlayButton_Click(ButtonPlay);
     ExpectStopped();
-    transport.ImagePlayButton_Click(ButtonStop);
-    transport.ImagePlayButton_Click(ButtonPlay);
+    buttons.ImagePlayButton_Click(ButtonStop);
+    buttons.ImagePlayButton_Click(ButtonPlay);
     ExpectPlaying("c.wav");
 }
 

@@ -16,7 +16,7 @@ class StartingTest : public TransportFixture {};
 
 TEST_F(StartingTest, EmptyListDoesNothing) {
     transport.PlayCurrentItem();
-    EXPECT_FALSE(transport.IsPlaying);
+    EXPECT_FALSE(transport.State().IsPlaying);
     EXPECT_THAT(log, IsEmpty());
     EXPECT_THAT(prompts.questions, IsEmpty());
 }
@@ -24,7 +24,7 @@ TEST_F(StartingTest, EmptyListDoesNothing) {
 TEST_F(StartingTest, NoCurrentRowStartsRowOne) {
     AddTracks(3);
     transport.PlayCurrentItem();
-    EXPECT_TRUE(transport.IsPlaying);
+    EXPECT_TRUE(transport.State().IsPlaying);
     EXPECT_EQ(state.CurIndex, 1);
     EXPECT_EQ(Playing(), "a.wav");
 }
@@ -76,10 +76,10 @@ TEST_F(StartingTest, DoesItsStepsInOrder) {
     AddTracks(2);
     state.CurIndex = 2;
     transport.PlayCurrentItem();
-    EXPECT_THAT(Steps(), ElementsAre("Row 2", "OpenRead b.wav 0 1", "Name b.wav", "SetFormat 1000 1",
-                                     "Prepare", "ChangeColor 0", "ReadBlock 4000", "WriteBlock 4000",
-                                     "Thumb 1", "PositionReset", "Row 2", "PlayPressed", "Lamp 1",
-                                     "ScrollBar", "Khz 1 PCM, 1,000 Hz, 16 KBPS, Mono"));
+    EXPECT_THAT(Steps(),
+                ElementsAre("Row 2", "OpenRead b.wav 0 1", "Name b.wav", "SetFormat 1000 1", "Prepare",
+                            "ChangeColor 0", "ReadBlock 4000", "WriteBlock 4000", "Thumb 1", "PositionReset",
+                            "Row 2", "PlayPressed", "Lamp 1", "Khz 1 PCM, 1,000 Hz, 16 KBPS, Mono"));
     EXPECT_EQ(state.LastIndex, 2);
     EXPECT_THAT(Bold(), ElementsAre(2));
     EXPECT_FALSE(transport.IsButtonEnabled(ButtonPlay));
@@ -87,17 +87,19 @@ TEST_F(StartingTest, DoesItsStepsInOrder) {
 
 TEST_F(StartingTest, SetsItsFigures) {
     AddTrack(QStringLiteral("a.wav"), 3000, 44100, 2);
-    transport.PlayPos = 77;
+    Play(AddTrack(QStringLiteral("b.wav")));
+    transport.SeekToMs(1000);
+    ASSERT_GT(transport.State().PlayPos, 0);
     state.CurIndex = 1;
     transport.PlayCurrentItem();
-    EXPECT_EQ(transport.PlayPos, 0);
-    EXPECT_EQ(transport.PlayTotal, 3 * 176400);
-    EXPECT_EQ(transport.PlayBlock, 2 * 176400);
-    EXPECT_EQ(transport.PlayFile, PathOf(QStringLiteral("a.wav")));
-    EXPECT_FALSE(transport.IsStopping);
-    EXPECT_FALSE(transport.IsPaused);
+    EXPECT_EQ(transport.State().PlayPos, 0);
+    EXPECT_EQ(transport.State().PlayTotal, 3 * 176400);
+    EXPECT_EQ(transport.State().PlayBlock, 2 * 176400);
+    EXPECT_EQ(transport.State().PlayFile, PathOf(QStringLiteral("a.wav")));
+    EXPECT_FALSE(transport.State().IsStopping);
+    EXPECT_FALSE(transport.State().IsPaused);
     ASSERT_EQ(player.blocks.size(), 1);
-    EXPECT_EQ(player.blocks.first(), file.files.value(transport.PlayFile).pcm.left(2 * 176400));
+    EXPECT_EQ(player.blocks.first(), file.files.value(transport.State().PlayFile).pcm.left(2 * 176400));
 }
 
 TEST_F(StartingTest, UnknownLengthKeepsTheTotalOfTheFileBefore) {
@@ -106,7 +108,7 @@ TEST_F(StartingTest, UnknownLengthKeepsTheTotalOfTheFileBefore) {
     Play(1);
     state.CurIndex = 2;
     transport.PlayCurrentItem();
-    EXPECT_EQ(transport.PlayTotal, 10000);
+    EXPECT_EQ(transport.State().PlayTotal, 10000);
 }
 
 TEST_F(StartingTest, FileThatPlaysAlreadyChangesNothing) {
@@ -115,7 +117,7 @@ TEST_F(StartingTest, FileThatPlaysAlreadyChangesNothing) {
     state.CurIndex = 1;
     transport.PlayCurrentItem();
     EXPECT_THAT(log, IsEmpty());
-    EXPECT_TRUE(transport.IsPlaying);
+    EXPECT_TRUE(transport.State().IsPlaying);
 }
 
 TEST_F(StartingTest, SameFileInAnotherRowChangesNothing) {
@@ -135,7 +137,7 @@ TEST_F(StartingTest, FileStartsAgainAfterAStop) {
     transport.StopPlay();
     log.clear();
     transport.PlayCurrentItem();
-    EXPECT_TRUE(transport.IsPlaying);
+    EXPECT_TRUE(transport.State().IsPlaying);
     EXPECT_THAT(log, testing::Contains(QStringLiteral("OpenRead a.wav 0 1")));
 }
 
@@ -151,7 +153,7 @@ TEST_F(StartingTest, AnotherFileIsStoppedFirst) {
     EXPECT_LT(stopped, closed);
     EXPECT_LT(closed, opened);
     EXPECT_THAT(Bold(), ElementsAre(2));
-    EXPECT_EQ(transport.PlayFile, PathOf(QStringLiteral("b.wav")));
+    EXPECT_EQ(transport.State().PlayFile, PathOf(QStringLiteral("b.wav")));
 }
 
 class GoneFileTest : public TransportFixture {
@@ -164,7 +166,7 @@ protected:
         ASSERT_EQ(prompts.questions.size(), 1);
         EXPECT_EQ(prompts.questions.first().text, goneQuestion);
         EXPECT_EQ(prompts.questions.first().icon, PromptIcon::Information);
-        EXPECT_FALSE(transport.IsPlaying);
+        EXPECT_FALSE(transport.State().IsPlaying);
         EXPECT_FALSE(log.contains(QStringLiteral("OpenRead gone.wav 0 1")));
     }
 };
@@ -245,7 +247,7 @@ TEST_F(FailingStartTest, FileThatCannotBeDecodedStopsInSilence) {
     state.CurIndex = 2;
     transport.PlayCurrentItem();
     EXPECT_THAT(log, ElementsAre("Row 2", "OpenRead b.wav 0 1", "Name b.wav"));
-    EXPECT_FALSE(transport.IsPlaying);
+    EXPECT_FALSE(transport.State().IsPlaying);
     EXPECT_EQ(state.LastIndex, 2);
     EXPECT_EQ(lamp, 0);
     EXPECT_THAT(prompts.messages, IsEmpty());
@@ -259,7 +261,7 @@ TEST_F(FailingStartTest, OutputThatCannotBeOpenedClosesTheFileInSilence) {
     transport.PlayCurrentItem();
     EXPECT_THAT(log, ElementsAre("Row 1", "OpenRead a.wav 0 1", "Name a.wav", "SetFormat 1000 1", "Prepare",
                                  "CloseFile"));
-    EXPECT_FALSE(transport.IsPlaying);
+    EXPECT_FALSE(transport.State().IsPlaying);
     EXPECT_THAT(prompts.messages, IsEmpty());
     EXPECT_THAT(prompts.questions, IsEmpty());
 }
@@ -270,7 +272,7 @@ TEST_F(FailingStartTest, AStartThatFailsLeavesPauseWithoutEffectWhereSomethingPl
     Play(1);
     state.CurIndex = 2;
     transport.PlayCurrentItem();
-    ASSERT_FALSE(transport.IsPlaying);
+    ASSERT_FALSE(transport.State().IsPlaying);
     log.clear();
     transport.PauseContinue();
     EXPECT_THAT(log, IsEmpty());
@@ -282,7 +284,7 @@ TEST_F(FailingStartTest, TheNextPlayTriesAgain) {
     transport.PlayCurrentItem();
     player.prepareResult = Outcome::Ok;
     transport.PlayCurrentItem();
-    EXPECT_TRUE(transport.IsPlaying);
+    EXPECT_TRUE(transport.State().IsPlaying);
 }
 
 class FeedingTest : public TransportFixture {};
@@ -293,7 +295,7 @@ TEST_F(FeedingTest, OneBlockIsReadAndHandedOver) {
     transport.FeedBlock();
     EXPECT_THAT(log, ElementsAre("ReadBlock 4000", "WriteBlock 4000"));
     ASSERT_EQ(player.blocks.size(), 2);
-    EXPECT_EQ(player.blocks[1], file.files.value(transport.PlayFile).pcm.mid(4000, 4000));
+    EXPECT_EQ(player.blocks[1], file.files.value(transport.State().PlayFile).pcm.mid(4000, 4000));
 }
 
 TEST_F(FeedingTest, TheRequestOfThePlayerFeedsOneBlock) {
@@ -329,9 +331,9 @@ TEST_F(FeedingTest, TheEndOfTheFileWritesNothingAndChangesNoState) {
     Play(1);
     transport.FeedBlock();
     EXPECT_THAT(log, ElementsAre("ReadBlock 4000"));
-    EXPECT_TRUE(transport.IsPlaying);
-    EXPECT_FALSE(transport.IsStopping);
-    EXPECT_EQ(transport.PlayPos, 0);
+    EXPECT_TRUE(transport.State().IsPlaying);
+    EXPECT_FALSE(transport.State().IsStopping);
+    EXPECT_EQ(transport.State().PlayPos, 0);
 }
 
 class StoppingTest : public TransportFixture {};
@@ -343,8 +345,8 @@ TEST_F(StoppingTest, DoesItsStepsInOrder) {
     EXPECT_THAT(Steps(), ElementsAre("StopOutput", "CloseFile", "ChangeColor 1", "Caption Pause",
                                      "DisplayCleared", "PositionReset", "Thumb 0", "ButtonsReturned",
                                      "Lamp 0", "ClockCleared", "Khz 0 "));
-    EXPECT_TRUE(transport.IsStopping);
-    EXPECT_FALSE(transport.IsPlaying);
+    EXPECT_TRUE(transport.State().IsStopping);
+    EXPECT_FALSE(transport.State().IsPlaying);
     EXPECT_THAT(Bold(), IsEmpty());
     EXPECT_THAT(Buttons(), ElementsAre(false, false, true, false, true, false));
 }
@@ -367,7 +369,7 @@ TEST_F(StoppingTest, APauseClickInTheMiddleOfAStopDoesNothing) {
     });
     transport.StopPlay();
     EXPECT_EQ(clicks, 1);
-    EXPECT_FALSE(transport.IsPaused);
+    EXPECT_FALSE(transport.State().IsPaused);
     EXPECT_EQ(pauseCaption, "Pause");
     EXPECT_EQ(lamp, 0);
 }
@@ -391,9 +393,9 @@ TEST_F(PausingTest, PausingDoesItsStepsInOrder) {
     transport.PauseContinue();
     EXPECT_THAT(log, ElementsAre("Caption Continue", "StopOutput", "ChangeColor 1", "PausePressed 1",
                                  "Lamp 2", "Button 2 1"));
-    EXPECT_EQ(transport.PlayPos, 1234);
-    EXPECT_TRUE(transport.IsPaused);
-    EXPECT_TRUE(transport.IsPlaying);
+    EXPECT_EQ(transport.State().PlayPos, 1234);
+    EXPECT_TRUE(transport.State().IsPaused);
+    EXPECT_TRUE(transport.State().IsPlaying);
 }
 
 TEST_F(PausingTest, ResumingDoesItsStepsInOrder) {
@@ -406,10 +408,10 @@ TEST_F(PausingTest, ResumingDoesItsStepsInOrder) {
     EXPECT_THAT(log,
                 ElementsAre("Caption Pause", "Prepare", "SeekTo 1234 3", "ChangeColor 0", "ReadBlock 4000",
                             "WriteBlock 4000", "PausePressed 0", "Lamp 1", "Button 2 0"));
-    EXPECT_FALSE(transport.IsPaused);
-    EXPECT_TRUE(transport.IsPlaying);
+    EXPECT_FALSE(transport.State().IsPaused);
+    EXPECT_TRUE(transport.State().IsPlaying);
     ASSERT_EQ(player.blocks.size(), 1);
-    EXPECT_EQ(player.blocks.first(), file.files.value(transport.PlayFile).pcm.mid(1234, 4000));
+    EXPECT_EQ(player.blocks.first(), file.files.value(transport.State().PlayFile).pcm.mid(1234, 4000));
 }
 
 TEST_F(PausingTest, EachPauseAddsWhatItsRunPlayed) {
@@ -420,9 +422,47 @@ TEST_F(PausingTest, EachPauseAddsWhatItsRunPlayed) {
         player.playedBytes = playedBytes;
         transport.PauseContinue();
         expectedBytes += playedBytes;
-        EXPECT_EQ(transport.PlayPos, expectedBytes);
+        EXPECT_EQ(transport.State().PlayPos, expectedBytes);
         transport.PauseContinue();
     }
+}
+
+// The device was pulled out during the pause.
+TEST_F(PausingTest, AResumeWithoutAnOutputEndsStopped) {
+    AddTracks(2);
+    Play(1);
+    player.playedBytes = 1234;
+    transport.PauseContinue();
+    player.prepareResult = Outcome::DeviceFailed;
+    log.clear();
+    transport.PauseContinue();
+    EXPECT_THAT(Steps().first(2), ElementsAre("Caption Pause", "Prepare"));
+    EXPECT_FALSE(Steps().contains(QStringLiteral("Lamp 1")));
+    EXPECT_FALSE(Steps().contains(QStringLiteral("ReadBlock 4000")));
+    EXPECT_FALSE(transport.State().IsPlaying);
+    EXPECT_FALSE(transport.State().IsPaused);
+    EXPECT_EQ(lamp, 0);
+    EXPECT_EQ(pauseCaption, "Pause");
+    EXPECT_THAT(Buttons(), ElementsAre(false, false, true, false, true, false));
+    EXPECT_LT(file.GetFormatId(), 0) << "the file is closed";
+    EXPECT_THAT(Bold(), IsEmpty());
+    EXPECT_THAT(prompts.messages, IsEmpty());
+    EXPECT_THAT(prompts.questions, IsEmpty());
+}
+
+TEST_F(PausingTest, AfterAResumeWithoutAnOutputPlayStartsOnceOneIsThere) {
+    AddTracks(1);
+    Play(1);
+    transport.PauseContinue();
+    player.prepareResult = Outcome::DeviceFailed;
+    buttons.ImagePlayButton_Click(ButtonPlay);
+    ASSERT_FALSE(transport.State().IsPlaying);
+    buttons.ImagePlayButton_Click(ButtonPlay);
+    ASSERT_FALSE(transport.State().IsPlaying);
+    player.prepareResult = Outcome::Ok;
+    buttons.ImagePlayButton_Click(ButtonPlay);
+    EXPECT_TRUE(transport.State().IsPlaying);
+    EXPECT_EQ(lamp, 1);
 }
 
 TEST_F(PausingTest, AfterAStopItDoesNothing) {
@@ -432,7 +472,7 @@ TEST_F(PausingTest, AfterAStopItDoesNothing) {
     log.clear();
     transport.PauseContinue();
     EXPECT_THAT(log, IsEmpty());
-    EXPECT_FALSE(transport.IsPaused);
+    EXPECT_FALSE(transport.State().IsPaused);
 }
 
 } // namespace

@@ -175,31 +175,6 @@ TEST_F(AdmissionTest, TheListStandsInIndexOrderAndKeepsItsDirection) {
     EXPECT_EQ(Column(list.rows, RowText), (Texts{"1.c", "2.a", "3.b", "4.b"}));
 }
 
-TEST_F(AdmissionTest, TheThumbGoesToTheBottomFromTheNinthRowOn) {
-    list.AddMusic(QStringLiteral("a.mp3"));
-    std::vector<int> rowsAtMove;
-    QObject::connect(&list.admission, &Admission::ThumbToBottom, &list.admission,
-                     [&] { rowsAtMove.push_back(list.rows.Count()); });
-    for (int i = 0; i < 10; ++i) {
-        Admit(QStringLiteral("a.mp3"));
-    }
-    EXPECT_EQ(rowsAtMove, (std::vector<int>{9, 10}));
-}
-
-TEST_F(AdmissionTest, TheThumbStaysWhenTheListWasEmptyBefore) {
-    list.AddMusic(QStringLiteral("a.mp3"));
-    QByteArray many = "#EXTM3U\n";
-    for (int i = 0; i < 12; ++i) {
-        many += "#EXTINF:1,t\na.mp3\n";
-    }
-    list.music.Write(QStringLiteral("many.m3u"), many);
-    int fromEmpty = 0;
-    QObject::connect(&list.admission, &Admission::ThumbToBottom, &list.admission, [&] { ++fromEmpty; });
-    Admit(QStringLiteral("many.m3u"));
-    // Rows 9 to 12 were each added to a list that was not empty; the playlist as a whole was not.
-    EXPECT_EQ(fromEmpty, 4);
-}
-
 TEST_F(AdmissionTest, TheLastRowIsShownAndTheWaitCursorIsCleared) {
     list.AddMusic(QStringLiteral("a.mp3"));
     list.music.Write(QStringLiteral("bad.mp3"));

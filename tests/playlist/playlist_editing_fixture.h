@@ -16,8 +16,6 @@ protected:
     EditingTest() {
         QObject::connect(&editing, &PlaylistEditing::RowShown, &editing,
                          [this](int row) { Note(QStringLiteral("Row %1").arg(row)); });
-        QObject::connect(&editing, &PlaylistEditing::ThumbRepaint, &editing,
-                         [this] { Note(QStringLiteral("Thumb")); });
         QObject::connect(&editing, &PlaylistEditing::TotalsChanged, &editing,
                          [this] { Note(QStringLiteral("Totals %1").arg(list.rows.Count())); });
         QObject::connect(&editing, &PlaylistEditing::NeighboursChanged, &editing,

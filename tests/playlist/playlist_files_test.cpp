@@ -140,16 +140,6 @@ TEST_F(PlaylistFilesTest, ANativeListNeitherProbesNorTestsItsFiles) {
     EXPECT_TRUE(list.probe.calls.isEmpty());
 }
 
-TEST_F(PlaylistFilesTest, TheThumbIsRepaintedAfterEachNativeRow) {
-    AddTwoRows();
-    SaveDefault();
-    std::vector<int> counts;
-    QObject::connect(&list.files, &PlaylistFiles::ThumbRepaint, &list.files,
-                     [&] { counts.push_back(list.rows.Count()); });
-    list.files.OpenSavePlayList(QStringLiteral("OPEN"), true);
-    EXPECT_EQ(counts, (std::vector<int>{1, 2}));
-}
-
 // A file of one older record, with the format text of 200 bytes and no type.
 QByteArray OlderFile(const QByteArray& header) {
     const auto field = [](const char* text, int width) {

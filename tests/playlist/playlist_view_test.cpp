@@ -102,19 +102,6 @@ TEST_F(PlaylistViewTest, TheHintIsTheTipForTenSecondsAndThenAClicksFormat) {
 
 // --- Keys ---
 
-TEST_F(PlaylistViewTest, DeleteAsksWhenTheKeyIsReleased) {
-    Show();
-    int asked = 0;
-    QObject::connect(&list, &PlaylistView::DeleteRequested, &list, [&] { ++asked; });
-    QTest::keyPress(&list, Qt::Key_Delete);
-    EXPECT_EQ(asked, 0);
-    QKeyEvent repeated(QEvent::KeyRelease, Qt::Key_Delete, Qt::NoModifier, QString(), true);
-    QCoreApplication::sendEvent(&list, &repeated);
-    EXPECT_EQ(asked, 0);
-    QTest::keyRelease(&list, Qt::Key_Delete);
-    EXPECT_EQ(asked, 1);
-}
-
 TEST_F(PlaylistViewTest, CtrlMovesTheMarkAndCtrlSpaceSelects) {
     Fill(9);
     Show();
