@@ -22,7 +22,7 @@ std::unique_ptr<KSTAudioFile2> MakeAudioFile() {
 
 Outcome CodecFile::OpenRead(const QString& file, qint32 /*first*/, qint32 /*second*/) {
     CloseOutput();
-    const Outcome outcome = input_.Open(file, headerless_);
+    const Outcome outcome = input_.Open(file, heldHeaderless_.value_or(headerless_));
     if (outcome != Outcome::Ok) {
         qCWarning(logCodecs) << "cannot read" << file << "outcome" << static_cast<int>(outcome);
     }

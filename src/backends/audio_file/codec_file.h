@@ -81,6 +81,7 @@ public:
 
     void SetBlockOption(qint32 option, qint32 value) override;
     void SetFlag(qint32 value) override;
+    void HoldInputFormats(bool hold) override;
 
 private:
     // Makes `format` the current one if `valid`, else leaves none.
@@ -101,7 +102,8 @@ private:
     std::optional<OutputFormat> mp2_;
     std::optional<OutputFormat> vorbis_;
     HeaderlessFormats headerless_;
-    SampleShape sourceShape_; // of the file that is or will be written
+    std::optional<HeaderlessFormats> heldHeaderless_; // in the place of those, while they are held
+    SampleShape sourceShape_;                         // of the file that is or will be written
     bool wholeFiles_ = false;
     // Made with the first file that is written while whole files are. Each uses those above it.
     std::unique_ptr<EncodingPool> pool_;

@@ -174,6 +174,14 @@ Outcome CodecFile::SelectFormat() {
     return Outcome::NotSupported;
 }
 
+void CodecFile::HoldInputFormats(bool hold) {
+    if (!hold) {
+        heldHeaderless_.reset();
+    } else if (!heldHeaderless_) {
+        heldHeaderless_ = headerless_;
+    }
+}
+
 void CodecFile::SetBlockOption(qint32 /*option*/, qint32 /*value*/) {}
 
 } // namespace kestrune
