@@ -74,6 +74,9 @@ public:
     static constexpr qint32 wholeFilesAgain = -2;
     virtual void SetBlockOption(qint32 option, qint32 value) = 0;
     virtual void SetFlag(qint32 value) = 0;
+    // While true, headerless files go on to be read as they were before: what the SetFormat calls leave
+    // meanwhile counts for reading from the next false on. For writing it counts at once.
+    virtual void HoldInputFormats(bool hold) = 0;
 };
 
 } // namespace kestrune

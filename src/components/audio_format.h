@@ -36,6 +36,9 @@ struct Mp3Options {
     qint32 frequency = 44100; // Hz
     qint32 channels = 2;
     qint32 bitrate = 128; // kbit/s
+    // The least one of a rate that varies, where `bitrate` only says about how much comes of it; 0:
+    // `bitrate`.
+    qint32 leastVbrBitrate = 0;
     bool operator==(const Mp3Options&) const = default;
 };
 

@@ -38,9 +38,14 @@ void ConversionRun::Image1_Click() {
         return;
     }
     ++runDepth_;
+    // What the steps back set is not for the rows that follow: equal ones give equal files.
+    parts_.inputFile.HoldInputFormats(true);
     Start();
     --runDepth_;
     if (runDepth_ == 0) {
+        parts_.inputFile.HoldInputFormats(false);
+        // Nothing is read again: what was kept for that is let go.
+        parts_.inputFile.SetFlag(KSTAudioFile2::wholeFiles);
         emit RunEnded();
     }
 }

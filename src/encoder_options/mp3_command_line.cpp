@@ -357,10 +357,14 @@ void CommandLineReader::SetMethod(qint32 method) {
 
 // The bit rate that stood there was meant for a constant one.
 void CommandLineReader::SetLeastRate() {
-    if (!setsMethod_ || namesRate_ || options_.vbrMethod == Mp3NoVbr) {
-        return;
+    if (namesRate_ || options_.vbrMethod == Mp3NoVbr) {
+        options_.leastVbrBitrate = 0;
+    } else if (setsMethod_ && options_.vbrMethod == Mp3AverageRate) {
+        options_.bitrate = options_.abrBitrate;
+        options_.leastVbrBitrate = 0;
+    } else if (setsMethod_) {
+        FreeVariableRate(options_);
     }
-    options_.bitrate = options_.vbrMethod == Mp3AverageRate ? options_.abrBitrate : LeastMp3Kbps(options_);
 }
 
 } // namespace

@@ -91,7 +91,12 @@ void Mp3DialogRule::ChooseQuality(int quality) {
 void Mp3DialogRule::Take(const Mp3Controls& shown) {
     options_.frequency = SamplingFrequencyAt(shown.cmbFrequency);
     options_.vbrMethod = shown.cmbVBRCodingMethod - 1;
-    options_.bitrate = BitRateAt(shown.sldrBitrate);
+    const qint32 bitrate = BitRateAt(shown.sldrBitrate);
+    if (bitrate != options_.bitrate || options_.vbrMethod == Mp3NoVbr) {
+        // The least one is the one chosen here, and no longer that of a preset.
+        options_.leastVbrBitrate = 0;
+    }
+    options_.bitrate = bitrate;
     options_.maxVbrBitrate = BitRateAt(shown.sldrVbrBitrate);
     options_.athControl = shown.cmbATHControl;
     options_.channels = shown.cmbChMode == 0 ? 1 : 2;

@@ -1,5 +1,6 @@
 #include "encoder_options/mp3_presets.h"
 
+#include <algorithm>
 #include <array>
 
 namespace kestrune {
@@ -11,6 +12,8 @@ constexpr int leastRateOfMpeg1 = 32000;
 constexpr int leastKbps = 8;
 constexpr int leastKbpsOfMpeg1 = 32;
 constexpr int largestKbps = 320;
+// By quality of a variable rate: about what LAME makes of music, as rates that every list of them has.
+constexpr std::array<qint32, 10> usualKbps{256, 224, 192, 160, 160, 128, 112, 96, 96, 64};
 
 // Everything as at the start, but what tells where the settings come from, and the sample rate.
 Mp3Options FreshFrom(const Mp3Options& options) {
@@ -74,7 +77,13 @@ void ApplyVariableRate(Mp3Options& options, qint32 vbrMethod, int vbrQuality) {
     BecomeMusic(options);
     options.vbrMethod = vbrMethod;
     options.vbrQuality = static_cast<qint16>(vbrQuality);
-    options.bitrate = LeastMp3Kbps(options);
+    FreeVariableRate(options);
+}
+
+void FreeVariableRate(Mp3Options& options) {
+    const size_t quality = std::clamp<size_t>(options.vbrQuality, 0, usualKbps.size() - 1);
+    options.bitrate = usualKbps[quality];
+    options.leastVbrBitrate = LeastMp3Kbps(options);
 }
 
 void ApplyPreset(Mp3Options& options, int preset) {

@@ -27,6 +27,9 @@ void ApplyAltPreset(Mp3Options& options, int preset);
 // What the presets are made of: joint stereo at a sample rate for music, and all else as at the start.
 void ApplyAverageRate(Mp3Options& options, int kbps);
 void ApplyVariableRate(Mp3Options& options, qint32 vbrMethod, int vbrQuality);
+// Lets a rate that varies go down to the lowest that there is. `bitrate` becomes about what its quality comes
+// to: other outputs that have no rate of their own follow it.
+void FreeVariableRate(Mp3Options& options);
 // The number of channels with it.
 void SetMp3ChannelMode(Mp3Options& options, qint32 mode);
 // The lowest bit rate that the sample rate knows.

@@ -283,6 +283,39 @@ TEST_F(Mp3DialogRuleTest, APresetWithABitRateOutsideTheTableLeavesTheSliderAlone
     EXPECT_EQ(BitRateAt(after.sldrBitrate), 128);
 }
 
+// The least rate of a varying one is nothing that layer 2 could be written with.
+TEST_F(Mp3DialogRuleTest, PresetsOfVaryingRateGiveLayerTwoARateForMusic) {
+    converter.ChoosePreset(11);
+    Mp3Controls after = converter.ApplyOptions(Mp3Tab::Preset, converter.ShowOptions({}));
+    EXPECT_EQ(file.calls.last(), QStringLiteral("SetFormatMP2 44100 160 3"));
+    EXPECT_EQ(BitRateAt(after.sldrBitrate), 160);
+    EXPECT_EQ(options.leastVbrBitrate, 32);
+    for (int preset = 1; preset <= 5; ++preset) {
+        constexpr int kbps[] = {192, 192, 256, 256, 320};
+        converter.ChooseAltPreset(preset);
+        after = converter.ApplyOptions(Mp3Tab::AltPreset, after);
+        EXPECT_EQ(file.calls.last(), QStringLiteral("SetFormatMP2 44100 %1 3").arg(kbps[preset - 1]));
+        EXPECT_EQ(BitRateAt(after.sldrBitrate), kbps[preset - 1]);
+    }
+}
+
+TEST_F(Mp3DialogRuleTest, TheLeastRateOfAPresetCountsUntilABitRateIsChosen) {
+    converter.ChooseAltPreset(2);
+    Mp3Controls shown = converter.ApplyOptions(Mp3Tab::AltPreset, converter.ShowOptions({}));
+    shown.sldrQuality = 2;
+    shown.chErrorProtection = true;
+    converter.ApplyOptions(Mp3Tab::Expert, shown);
+    EXPECT_EQ(options.leastVbrBitrate, 32);
+    shown.sldrBitrate = 9;
+    converter.ApplyOptions(Mp3Tab::General, shown);
+    EXPECT_EQ(options.bitrate, 128);
+    EXPECT_EQ(options.leastVbrBitrate, 0);
+    options.leastVbrBitrate = 32;
+    shown.cmbVBRCodingMethod = 0;
+    converter.ApplyOptions(Mp3Tab::Vbr, shown);
+    EXPECT_EQ(options.leastVbrBitrate, 0);
+}
+
 TEST_F(Mp3DialogRuleTest, TheCommandLineGoesToTheOptionsAsItStands) {
     const QString line = QStringLiteral("  -b 160  --frobnicate ");
     Mp3Controls shown = converter.ShowOptions({});

@@ -71,7 +71,8 @@ TEST(Mp3PresetsTest, AlternativesVaryTheRateUpToTheHighestConstantOne) {
         EXPECT_EQ(options.vbrQuality, wanted.quality) << preset;
         EXPECT_EQ(options.channelMode, 2);
         EXPECT_EQ(options.channels, 2);
-        EXPECT_EQ(options.bitrate, 32) << "the least one";
+        EXPECT_EQ(options.leastVbrBitrate, 32);
+        EXPECT_EQ(options.bitrate, wanted.quality == 2 ? 192 : 256) << "about";
     }
     Mp3Options insane;
     ApplyAltPreset(insane, 5);
@@ -127,11 +128,16 @@ TEST(Mp3CommandLineTest, RatesAndMethods) {
 }
 
 TEST(Mp3CommandLineTest, AVaryingRateIsNotHeldByTheConstantOne) {
-    EXPECT_EQ(After("-V 2").bitrate, 32);
-    EXPECT_EQ(After("-V 2 --resample 16").bitrate, 8);
+    EXPECT_EQ(After("-V 2").leastVbrBitrate, 32);
+    EXPECT_EQ(After("-V 2").bitrate, 192) << "about";
+    EXPECT_EQ(After("-V 9").bitrate, 64);
+    EXPECT_EQ(After("-V 2 --resample 16").leastVbrBitrate, 8);
     EXPECT_EQ(After("-b 96 -V 2").bitrate, 96) << "the least one, as named";
+    EXPECT_EQ(After("-b 96 -V 2").leastVbrBitrate, 0);
+    EXPECT_EQ(After("--preset standard -b 96").leastVbrBitrate, 0);
     EXPECT_EQ(After("--vbr-old -b 64").bitrate, 64);
     EXPECT_EQ(After("--abr 100").bitrate, 100) << "which holds nothing";
+    EXPECT_EQ(After("-V 2 --abr 100").leastVbrBitrate, 0);
     EXPECT_EQ(After("-V 2 --cbr").bitrate, 128);
     EXPECT_EQ(After("-V 2 --preset 150").bitrate, 150);
     EXPECT_EQ(After("-V 2 --preset cbr 192").bitrate, 192);

@@ -132,6 +132,9 @@ public:
         calls << QStringLiteral("SetBlockOption %1 %2").arg(option).arg(value);
     }
     void SetFlag(qint32 value) override { calls << QStringLiteral("SetFlag %1").arg(value); }
+    void HoldInputFormats(bool hold) override {
+        calls << QStringLiteral("HoldInputFormats %1").arg(hold ? 1 : 0);
+    }
 
 private:
     enum class Mode { Closed, Reading, Writing };

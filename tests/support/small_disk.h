@@ -7,12 +7,12 @@
 
 namespace kestrune {
 
-// While it lives no file grows beyond 20,000 bytes: writing fails as it does on a full disk.
+// While it lives no file grows beyond so many bytes: writing fails as it does on a full disk.
 class SmallDisk {
 public:
-    SmallDisk() : handler_(std::signal(SIGXFSZ, SIG_IGN)) {
+    explicit SmallDisk(rlim_t bytes = 20000) : handler_(std::signal(SIGXFSZ, SIG_IGN)) {
         getrlimit(RLIMIT_FSIZE, &before_);
-        const rlimit small = {20000, before_.rlim_max};
+        const rlimit small = {bytes, before_.rlim_max};
         setrlimit(RLIMIT_FSIZE, &small);
     }
     ~SmallDisk() {

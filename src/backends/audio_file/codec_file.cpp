@@ -22,7 +22,7 @@ std::unique_ptr<KSTAudioFile2> MakeAudioFile() {
 
 Outcome CodecFile::OpenRead(const QString& file, qint32 /*first*/, qint32 /*second*/) {
     CloseOutput();
-    const Outcome outcome = input_.Open(file, Headerless());
+    const Outcome outcome = input_.Open(file, heldHeaderless_.value_or(Headerless()));
     if (outcome != Outcome::Ok) {
         qCWarning(logCodecs) << "cannot read" << file << "outcome" << static_cast<int>(outcome);
     }
@@ -76,6 +76,14 @@ QString CodecFile::GetFormatText() const {
 
 qint32 CodecFile::BlockDivisor() const {
     return 1;
+}
+
+void CodecFile::HoldInputFormats(bool hold) {
+    if (!hold) {
+        heldHeaderless_.reset();
+    } else if (!heldHeaderless_) {
+        heldHeaderless_ = Headerless();
+    }
 }
 
 void CodecFile::SetBlockOption(qint32 /*option*/, qint32 /*value*/) {}

@@ -9,6 +9,7 @@
 #include "components/audio_file.h"
 
 #include <memory>
+#include <optional>
 
 namespace kestrune {
 
@@ -56,6 +57,7 @@ public:
 
     void SetBlockOption(qint32 option, qint32 value) override;
     void SetFlag(qint32 value) override;
+    void HoldInputFormats(bool hold) override;
 
 private:
     Outcome Open(EncodingOutput& output, const QString& file, const OutputFormat& format);
@@ -64,7 +66,8 @@ private:
     EncodingPool* Pool();
 
     DecodeCache input_;
-    SampleShape sourceShape_; // of the file that is or will be written
+    std::optional<HeaderlessFormats> heldHeaderless_; // in the place of those chosen, while they are held
+    SampleShape sourceShape_;                         // of the file that is or will be written
     bool wholeFiles_ = false;
     // Made with the first file that is written while whole files are. Each uses those above it.
     std::unique_ptr<EncodingPool> pool_;

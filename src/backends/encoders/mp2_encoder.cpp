@@ -21,6 +21,8 @@ constexpr size_t codedBytesAtOnce = 17 * 1728;
 // The filter bank gives a sample so many later, and the end of the input only when so many followed.
 constexpr int delayFrames = 481;
 constexpr int framesOfSilence = 3 * TWOLAME_SAMPLES_PER_FRAME; // for a file without samples
+// One coded frame alone is nothing that readers take for sound.
+constexpr qint64 leastFrames = 2 * TWOLAME_SAMPLES_PER_FRAME;
 constexpr int rateOfMpeg1 = 32000;
 
 enum Channels : qint32 { Mono = 1, Stereo = 2, Joint = 3, ForcedJoint = 4, Dual = 5 };
@@ -97,13 +99,16 @@ public:
                 return Outcome::WriteFailed;
             }
         }
-        hasSamples_ = hasSamples_ || frames > 0;
+        frames_ += frames;
         return Outcome::Ok;
     }
 
     Outcome Finish() override {
         // Readers look for several frames in a row, which nothing at all would not give.
-        const int rest = hasSamples_ ? delayFrames : framesOfSilence;
+        const int rest =
+            frames_ > 0
+                ? std::max(delayFrames, static_cast<int>(leastFrames - std::min(frames_, leastFrames)))
+                : framesOfSilence;
         const std::vector<qint16> silence(static_cast<size_t>(rest) * static_cast<size_t>(format_.channels),
                                           0);
         if (!Encode(silence.data(), rest)) {
@@ -128,7 +133,7 @@ private:
     QIODevice* out_ = nullptr;
     TwolameHandle twolame_;
     std::vector<unsigned char> coded_;
-    bool hasSamples_ = false;
+    qint64 frames_ = 0; // that came
 };
 
 } // namespace

@@ -128,16 +128,45 @@ void AppendEncoderBlock(QByteArray& frame, const Mp3HeaderFacts& facts, quint32 
     AppendBig(frame, facts.soundSum);
 }
 
+// Bytes that are taken at once: the sum goes over all of a file while a window waits.
+constexpr qsizetype sumStep = 8;
+using SumTables = std::array<std::array<quint16, 256>, sumStep>;
+
+// What a byte comes to with so many zeros behind it.
+constexpr SumTables MakeSumTables() {
+    constexpr unsigned polynomial = 0xA001; // 8005 with its lowest bit first
+    SumTables tables = {};
+    for (unsigned byte = 0; byte < 256; ++byte) {
+        unsigned sum = byte;
+        for (int bit = 0; bit < 8; ++bit) {
+            sum = (sum & 1) != 0 ? sum >> 1 ^ polynomial : sum >> 1;
+        }
+        tables[0][byte] = static_cast<quint16>(sum);
+    }
+    for (size_t zeros = 1; zeros < tables.size(); ++zeros) {
+        for (size_t byte = 0; byte < 256; ++byte) {
+            const unsigned before = tables[zeros - 1][byte];
+            tables[zeros][byte] = static_cast<quint16>(before >> 8 ^ tables[0][before & 255]);
+        }
+    }
+    return tables;
+}
+
 } // namespace
 
 quint16 Mp3Sum(quint16 sum, const unsigned char* bytes, qsizetype count) {
-    constexpr unsigned polynomial = 0xA001; // 8005 with its lowest bit first
+    static constexpr SumTables tables = MakeSumTables();
+    const auto after = [&](size_t zeros, unsigned byte) { return unsigned{tables[zeros][byte & 255]}; };
     unsigned running = sum;
-    for (qsizetype at = 0; at < count; ++at) {
-        running ^= bytes[at];
-        for (int bit = 0; bit < 8; ++bit) {
-            running = (running & 1) != 0 ? running >> 1 ^ polynomial : running >> 1;
-        }
+    qsizetype at = 0;
+    for (; at + sumStep <= count; at += sumStep) {
+        running ^= bytes[at] | bytes[at + 1] << 8;
+        running = after(7, running) ^ after(6, running >> 8) ^ after(5, bytes[at + 2]) ^
+                  after(4, bytes[at + 3]) ^ after(3, bytes[at + 4]) ^ after(2, bytes[at + 5]) ^
+                  after(1, bytes[at + 6]) ^ after(0, bytes[at + 7]);
+    }
+    for (; at < count; ++at) {
+        running = running >> 8 ^ after(0, running ^ bytes[at]);
     }
     return static_cast<quint16>(running);
 }

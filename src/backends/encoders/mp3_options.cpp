@@ -63,13 +63,15 @@ void SetRates(lame_t lame, const Mp3Options& options) {
     const int frequency = options.frequency;
     lame_set_VBR(lame,
                  options.vbrMethod == noVbr ? vbr_off : lameMethods[static_cast<size_t>(options.vbrMethod)]);
-    lame_set_brate(lame, NearestKbps(frequency, options.bitrate));
+    const bool isLeastTold = options.vbrMethod != noVbr && options.leastVbrBitrate > 0;
+    const int told = NearestKbps(frequency, isLeastTold ? options.leastVbrBitrate : options.bitrate);
+    lame_set_brate(lame, told);
     if (options.vbrMethod == noVbr) {
         return;
     }
     lame_set_VBR_q(lame, options.vbrQuality);
     const int largest = NearestKbps(frequency, options.maxVbrBitrate);
-    int least = std::min(NearestKbps(frequency, options.bitrate), largest);
+    int least = std::min(told, largest);
     if (options.vbrMethod == averageRate) {
         const int average = std::clamp<int>(options.abrBitrate, 1, largestKbps);
         lame_set_VBR_mean_bitrate_kbps(lame, average);

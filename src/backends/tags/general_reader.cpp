@@ -2,6 +2,7 @@
 
 #include "backends/tags/audio_kind.h"
 #include "backends/tags/logging.h"
+#include "backends/tags/mpeg_length.h"
 
 extern "C" {
 #include <libavcodec/avcodec.h>
@@ -205,7 +206,18 @@ std::optional<AudioFacts> GeneralFacts(BoundedFile& file) {
         qCDebug(logTags) << "no audio in" << file.Path() << "read as" << format->name;
         return std::nullopt;
     }
-    return FactsOf(*input, *stream, file.SizeBytes());
+    AudioFacts facts = FactsOf(*input, *stream, file.SizeBytes());
+    if (qstrcmp(format->name, "mp3") == 0) {
+        // The library takes all that stands before and between the frames for sound.
+        const std::optional<MpegLength> length = FindAndMeasureMpeg(file);
+        if (!length) {
+            return std::nullopt;
+        }
+        facts.frames = std::min(length->frames, mostFrames);
+        facts.durationMs = DurationOfFrames(facts.frames, facts.rateHz);
+        facts.bitrateBps = length->bitrateBps;
+    }
+    return facts;
 }
 
 } // namespace kestrune

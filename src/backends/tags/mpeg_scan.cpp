@@ -1,12 +1,13 @@
 #include "backends/tags/mpeg_scan.h"
 
+#include <QtEndian>
+
 #include <array>
 
 namespace kestrune {
 
 namespace {
 
-constexpr qint64 searchBytes = 128 * 1024;
 constexpr qint64 headerBytes = 4;
 // Frames that must follow each other: where a stream should start, and behind bytes that are none of it.
 // Tables of programs hold short chains of false frames.
@@ -96,7 +97,7 @@ std::optional<MpegFrame> ParseMpegHeader(const QByteArray& bytes) {
 }
 
 std::optional<MpegFrame> FindMpegFrame(BoundedFile& file, qint64 start) {
-    const QByteArray window = file.ReadAt(start, searchBytes);
+    const QByteArray window = file.ReadAt(start, mpegSearchBytes);
     qsizetype paddingBytes = 0;
     while (paddingBytes < window.size() && window[paddingBytes] == '\0') {
         ++paddingBytes;
@@ -114,16 +115,31 @@ std::optional<MpegFrame> FindMpegFrame(BoundedFile& file, qint64 start) {
 }
 
 GaplessData ReadGaplessData(BoundedFile& file, const MpegFrame& first) {
-    GaplessData data;
+    constexpr qint64 otherMarkAt = 32; // of one that tells less
     const int sideBytes = first.mpeg1 ? (first.channels == 1 ? 17 : 32) : (first.channels == 1 ? 9 : 17);
-    const QByteArray bytes = file.ReadAt(first.offset + headerBytes + sideBytes, 160);
-    if (!(bytes.startsWith("Xing") || bytes.startsWith("Info")) || bytes.size() < 8) {
+    const QByteArray other = file.ReadAt(first.offset + headerBytes + otherMarkAt, 18);
+    GaplessData data;
+    if (first.layer != 3) {
         return data;
     }
+    if (other.startsWith("VBRI") && other.size() == 18) {
+        data.isThere = true;
+        data.bytes = qFromBigEndian<quint32>(other.constData() + 10);
+        data.codedFrames = qFromBigEndian<quint32>(other.constData() + 14);
+        return data;
+    }
+    const QByteArray bytes = file.ReadAt(first.offset + headerBytes + sideBytes, 160);
+    if (!(bytes.startsWith("Xing") || bytes.startsWith("Info")) || bytes.size() < 16) {
+        return data;
+    }
+    data.isThere = true;
     data.constantBitrate = bytes.startsWith("Info");
     const unsigned flags = ByteAt(bytes, 7); // frame count, byte count, seek table, quality
-    const int encoderAt = 8 + ((flags & 1U) != 0 ? 4 : 0) + ((flags & 2U) != 0 ? 4 : 0) +
-                          ((flags & 4U) != 0 ? 100 : 0) + ((flags & 8U) != 0 ? 4 : 0);
+    const int bytesAt = 8 + ((flags & 1U) != 0 ? 4 : 0);
+    data.codedFrames = (flags & 1U) != 0 ? qFromBigEndian<quint32>(bytes.constData() + 8) : 0;
+    data.bytes = (flags & 2U) != 0 ? qFromBigEndian<quint32>(bytes.constData() + bytesAt) : 0;
+    const int encoderAt =
+        bytesAt + ((flags & 2U) != 0 ? 4 : 0) + ((flags & 4U) != 0 ? 100 : 0) + ((flags & 8U) != 0 ? 4 : 0);
     const QByteArray encoder = bytes.mid(encoderAt, 4);
     const int delayAt = encoderAt + 21;
     if (!(encoder == "LAME" || encoder == "Lavf" || encoder == "Lavc") || bytes.size() < delayAt + 3) {
@@ -131,7 +147,8 @@ GaplessData ReadGaplessData(BoundedFile& file, const MpegFrame& first) {
     }
     const unsigned packed =
         ByteAt(bytes, delayAt) << 16U | ByteAt(bytes, delayAt + 1) << 8U | ByteAt(bytes, delayAt + 2);
-    data.trimmedFrames = static_cast<int>((packed >> 12U) + (packed & 0xFFFU));
+    data.delayFrames = static_cast<int>(packed >> 12U);
+    data.paddingFrames = static_cast<int>(packed & 0xFFFU);
     return data;
 }
 

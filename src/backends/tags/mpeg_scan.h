@@ -22,15 +22,22 @@ struct MpegFrame {
 // bit rate are not recognised. `offset` of the result is 0.
 std::optional<MpegFrame> ParseMpegHeader(const QByteArray& bytes);
 
-// Looks from `start` on, in 128 KiB, for a frame that begins a chain of its kind: behind nothing but zero
-// bytes a chain of three, or what fits before the end or closing tag of a short file; behind other bytes one
-// of twelve. Such a chain hardly comes about by chance in data of another kind.
+inline constexpr qint64 mpegSearchBytes = 128 * 1024;
+
+// Looks from `start` on, in so many bytes, for a frame that begins a chain of its kind: behind nothing but
+// zero bytes a chain of three, or what fits before the end or closing tag of a short file; behind other bytes
+// one of twelve. Such a chain hardly comes about by chance in data of another kind.
 std::optional<MpegFrame> FindMpegFrame(BoundedFile& file, qint64 start);
 
 // What the encoder left in a first frame that carries no sound.
 struct GaplessData {
+    bool isThere = false;
     bool constantBitrate = false; // the frame says that all others have one bit rate
-    int trimmedFrames = 0;        // sample frames that the encoder's delay and padding add at both ends
+    qint64 codedFrames = 0;       // that follow; 0 if not told
+    qint64 bytes = 0;             // of all, with this one; 0 if not told
+    // Sample frames that the encoder adds at both ends.
+    int delayFrames = 0;
+    int paddingFrames = 0;
 };
 
 GaplessData ReadGaplessData(BoundedFile& file, const MpegFrame& first);

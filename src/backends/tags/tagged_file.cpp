@@ -1,6 +1,7 @@
 #include "backends/tags/tagged_file.h"
 
 #include "backends/tags/audio_kind.h"
+#include "backends/tags/mpeg_length.h"
 
 #include <taglib/aifffile.h>
 #include <taglib/apefile.h>
@@ -18,7 +19,6 @@
 #include <taglib/vorbisfile.h>
 #include <taglib/wavfile.h>
 #include <taglib/wavpackfile.h>
-#include <taglib/xingheader.h>
 
 #include <algorithm>
 #include <limits>
@@ -54,21 +54,12 @@ int BpsOfKbps(int kbps) {
     return std::clamp(kbps, 0, std::numeric_limits<int>::max() / 1000) * 1000;
 }
 
-int BitrateOf(qint64 bytes, qint64 frames, int rateHz) {
-    if (frames <= 0) {
-        return 0;
-    }
-    const double bps = static_cast<double>(bytes) * 8 * rateHz / static_cast<double>(frames);
-    return static_cast<int>(std::min<double>(bps + 0.5, std::numeric_limits<int>::max()));
-}
-
 void SetPlainBitrate(AudioFacts& facts, int bits) {
     const qint64 bps = static_cast<qint64>(facts.rateHz) * facts.channels * bits;
     facts.bitrateBps = static_cast<int>(std::min<qint64>(bps, std::numeric_limits<int>::max()));
 }
 
-void SetMpeg(AudioFacts& facts, const TagLib::MPEG::Properties& mpeg, BoundedFile& file,
-             const MpegFrame& first) {
+void SetMpeg(AudioFacts& facts, BoundedFile& file, const MpegFrame& first) {
     SetCoding(facts,
               first.layer == 1   ? AV_CODEC_ID_MP1
               : first.layer == 2 ? AV_CODEC_ID_MP2
@@ -76,23 +67,9 @@ void SetMpeg(AudioFacts& facts, const TagLib::MPEG::Properties& mpeg, BoundedFil
               0);
     facts.rateHz = first.rateHz;
     facts.channels = first.channels;
-    const TagLib::MPEG::XingHeader* counted = mpeg.xingHeader();
-    if (counted != nullptr && counted->isValid() && counted->totalFrames() > 0) {
-        const GaplessData gapless = ReadGaplessData(file, first);
-        const qint64 coded = static_cast<qint64>(counted->totalFrames()) * first.samples;
-        const int average = counted->totalSize() > 0 ? BitrateOf(counted->totalSize(), coded, first.rateHz)
-                                                     : BpsOfKbps(mpeg.bitrate());
-        const std::optional<MpegFrame> second =
-            ParseMpegHeader(file.ReadAt(first.offset + first.frameBytes, 4));
-        facts.bitrateBps = gapless.constantBitrate && second ? second->bitrateBps : average;
-        SetFrames(facts, coded - gapless.trimmedFrames);
-        return;
-    }
-    facts.bitrateBps = first.bitrateBps;
-    if (facts.durationMs == 0 && first.bitrateBps > 0) {
-        // TagLib does not measure layer 1.
-        facts.durationMs = (file.SizeBytes() - first.offset) * 8000 / first.bitrateBps;
-    }
+    const std::optional<MpegLength> length = MeasureMpeg(file, first);
+    facts.bitrateBps = length ? length->bitrateBps : first.bitrateBps;
+    SetFrames(facts, length ? length->frames : 0);
 }
 
 AVCodecID AsfCoding(const TagLib::ASF::Properties& asf) {
@@ -195,7 +172,7 @@ void SetByKind(AudioFacts& facts, TagLib::File& tagged, BoundedFile& file, const
         SetMp4(facts, dynamic_cast<TagLib::MP4::Properties&>(base));
         break;
     case Container::Mpeg:
-        SetMpeg(facts, dynamic_cast<TagLib::MPEG::Properties&>(base), file, *found.mpegFrame);
+        SetMpeg(facts, file, *found.mpegFrame);
         break;
     default:
         SetOgg(facts, tagged, found.container);

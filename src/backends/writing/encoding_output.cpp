@@ -1,8 +1,12 @@
 #include "backends/writing/encoding_output.h"
 
+#include "backends/encoders/encoded_cut.h"
 #include "backends/encoders/encoder_factory.h"
+#include "components/pcm.h"
 
 #include <QIODevice>
+
+#include <algorithm>
 
 namespace kestrune {
 
@@ -11,6 +15,8 @@ namespace {
 // Blocks that may wait for their encoder. More would make Close wait longer, fewer would make the encoder
 // wait whenever the writer is late.
 constexpr qint64 blocksBehind = 4;
+// Of more, which are there once all is encoded anew, each call waits for so many.
+constexpr qint64 blocksAtOnce = 3;
 
 bool AreEqual(const QByteArray& one, const QByteArray& other) {
     return one.size() == other.size() && (one.constData() == other.constData() || one == other);
@@ -18,7 +24,7 @@ bool AreEqual(const QByteArray& one, const QByteArray& other) {
 
 } // namespace
 
-EncodingOutput::EncodingOutput(EncodingPool* pool) : pool_(pool) {}
+EncodingOutput::EncodingOutput(EncodingPool* pool) : pool_(pool), mayBeBehind_(blocksBehind) {}
 
 EncodingOutput::~EncodingOutput() {
     Close();
@@ -93,7 +99,8 @@ Outcome EncodingOutput::WriteAhead(const QByteArray& block) {
     if (outcome == Outcome::Ok) {
         outcome = pool_->WaitForBlocks(ahead_->job, wanted);
     }
-    return outcome == Outcome::Ok ? outcome : EncodeAnew();
+    // What failed would fail again: the place is full, or the encoder does not take these samples.
+    return outcome;
 }
 
 Outcome EncodingOutput::WriteInPool(const QByteArray& block) {
@@ -110,7 +117,8 @@ Outcome EncodingOutput::WriteInPool(const QByteArray& block) {
     }
     pool_->Push(job_, block);
     ++blocks_;
-    return pool_->WaitForBlocks(job_, blocks_ - blocksBehind);
+    mayBeBehind_ = std::max(mayBeBehind_ + 1 - blocksAtOnce, blocksBehind);
+    return pool_->WaitForBlocks(job_, blocks_ - mayBeBehind_);
 }
 
 Outcome EncodingOutput::EncodeAnew() {
@@ -121,6 +129,7 @@ Outcome EncodingOutput::EncodeAnew() {
     blocks_ = 0;
     pipeline_ = std::make_unique<EncodingPipeline>(MakeEncoder(format_));
     outcome_ = file_.Clear() ? pipeline_->Begin(file_.Device()) : Outcome::WriteFailed;
+    mayBeBehind_ = blocksBehind + givenBlocks * blocksAtOnce;
     for (qint64 block = 0; block < givenBlocks && outcome_ == Outcome::Ok; ++block) {
         outcome_ = WriteInPool((*given)[static_cast<size_t>(block)]);
     }
@@ -128,14 +137,49 @@ Outcome EncodingOutput::EncodeAnew() {
 }
 
 Outcome EncodingOutput::CloseAhead() {
-    // A file that was stopped ends where its writer stands, unless its encoder is further already.
-    const bool fits = source_ == ahead_->source && (blocks_ == static_cast<qint64>(ahead_->blocks->size()) ||
-                                                    pool_->EndAfter(ahead_->job, blocks_));
-    if (!fits || pool_->WaitForEnd(ahead_->job) != Outcome::Ok) {
-        const Outcome outcome = EncodeAnew();
-        return outcome == Outcome::Ok ? CloseInPool() : outcome;
+    if (blocks_ == 0 || source_ != ahead_->source) {
+        return CloseAnew();
     }
-    return Outcome::Ok;
+    // A file that was stopped ends where its writer stands. If its encoder is further already, encoding anew
+    // up to there would take as long as it took to come there.
+    const bool isWhole = blocks_ == static_cast<qint64>(ahead_->blocks->size());
+    const bool endsThere = isWhole || pool_->EndAfter(ahead_->job, blocks_);
+    if (!endsThere) {
+        pool_->EndHere(ahead_->job, PartWritten());
+    }
+    const Outcome outcome = pool_->WaitForEnd(ahead_->job);
+    return outcome == Outcome::Ok && !endsThere ? Cut() : outcome;
+}
+
+Outcome EncodingOutput::CloseAnew() {
+    const Outcome outcome = EncodeAnew();
+    return outcome == Outcome::Ok ? CloseInPool() : outcome;
+}
+
+Outcome EncodingOutput::Cut() {
+    const std::optional<qint64> bytes = CutEncoded(file_.Device(), format_, FramesWritten());
+    return bytes && file_.Shorten(*bytes) ? Outcome::Ok : CloseAnew();
+}
+
+// Of what was in memory when the file was opened, at most; with what the encoder holds back, and room for
+// headers. Where the bytes of a second are not always the same, all of it.
+double EncodingOutput::PartWritten() const {
+    const bool varies =
+        format_.kind == FormatKind::Vorbis || (format_.kind == FormatKind::Mp3 && format_.mp3.vbrMethod >= 0);
+    const double all = static_cast<double>(ahead_->blocks->size());
+    return varies ? 1 : static_cast<double>(blocks_ + blocksBehind) / all;
+}
+
+// As the file counts them.
+qint64 EncodingOutput::FramesWritten() const {
+    qint64 bytes = 0;
+    for (qint64 block = 0; block < blocks_; ++block) {
+        bytes += (*ahead_->blocks)[static_cast<size_t>(block)].size();
+    }
+    const bool isShapeTold = source_.channels == 1 || source_.channels == 2;
+    const int rateHz = source_.rateHz > 0 ? source_.rateHz : format_.rateHz;
+    const qint64 frames = bytes / frameBytes(isShapeTold ? source_.channels : format_.channels);
+    return (frames * format_.rateHz + rateHz / 2) / rateHz;
 }
 
 Outcome EncodingOutput::CloseInPool() {

@@ -27,8 +27,8 @@ public:
     // the folder is then as it was.
     Outcome Open(const QString& path, const OutputFormat& format);
     // The same for a file that is being encoded already in that format. What it comes to is taken if the
-    // blocks that are written are the ones that were encoded. When one differs, or when there are fewer and
-    // the encoder went beyond them, all is encoded anew.
+    // blocks that are written are the ones that were encoded. When there are fewer and the encoder went
+    // beyond them, it is cut as encoded_cut.h tells. When one differs, all is encoded anew.
     Outcome OpenAhead(const QString& path, const OutputFormat& format, const AheadOutput& ahead);
     // Counts until the first block.
     void SetSource(const SampleShape& source);
@@ -44,7 +44,13 @@ private:
     Outcome WriteInPool(const QByteArray& block);
     Outcome CloseAhead();
     Outcome CloseInPool();
-    // Leaves what was encoded ahead, and begins with the blocks that were written so far.
+    Outcome CloseAnew();
+    // Of what was encoded ahead, the part that was written.
+    Outcome Cut();
+    double PartWritten() const;
+    qint64 FramesWritten() const;
+    // Leaves what was encoded ahead, and begins with the blocks that were written so far: the threads are
+    // given all of them at once.
     Outcome EncodeAnew();
 
     EncodingPool* pool_;
@@ -57,6 +63,7 @@ private:
     std::unique_ptr<EncodingPipeline> pipeline_; // until the pool has it
     EncodingJobPtr job_;
     qint64 blocks_ = 0;             // given to the job, or found to be those encoded ahead
+    qint64 mayBeBehind_;            // blocks
     Outcome outcome_ = Outcome::Ok; // of encoding anew
 };
 

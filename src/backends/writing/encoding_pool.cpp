@@ -77,12 +77,11 @@ void EncodingPool::End(const EncodingJobPtr& job) {
 bool EncodingPool::EndAfter(const EncodingJobPtr& job, qint64 blocks) {
     {
         const std::lock_guard lock(mutex_);
-        // A job that is held may be at the block behind those it has encoded.
-        const qint64 taken = job->encodedBlocks_ + (job->held_ ? 1 : 0);
-        if (job->over_ || taken > blocks) {
+        // The thread that holds a job may be at a block, but also at its move.
+        if (job->over_ || job->takenBlocks_ > blocks) {
             return false;
         }
-        while (taken + static_cast<qint64>(job->waiting_.size()) > blocks) {
+        while (job->takenBlocks_ + static_cast<qint64>(job->waiting_.size()) > blocks) {
             job->waitingBytes_ -= job->waiting_.back().size();
             job->waiting_.pop_back();
         }
@@ -90,6 +89,19 @@ bool EncodingPool::EndAfter(const EncodingJobPtr& job, qint64 blocks) {
     }
     wanted_.notify_one();
     return true;
+}
+
+void EncodingPool::EndHere(const EncodingJobPtr& job, double neededPart) {
+    // Freed outside the lock, which the threads wait for.
+    std::deque<QByteArray> waiting;
+    {
+        const std::lock_guard lock(mutex_);
+        waiting.swap(job->waiting_);
+        job->waitingBytes_ = 0;
+        job->ended_ = true;
+        job->neededPart_ = neededPart;
+    }
+    wanted_.notify_one();
 }
 
 void EncodingPool::Prefer(const EncodingJobPtr& job) {
@@ -216,6 +228,7 @@ bool EncodingPool::Move(EncodingJob& job, QIODevice& target) {
         const std::lock_guard lock(mutex_);
         job.movedPart_ = static_cast<double>(copiedBytes) / all;
         moved_.notify_all();
+        return job.movedPart_ < job.neededPart_;
     });
     const std::lock_guard lock(mutex_);
     // There may have been nothing to copy. What failed is told by the outcome, and not taken for moved until
@@ -236,6 +249,7 @@ void EncodingPool::RunOnce(std::unique_lock<std::mutex>& lock, EncodingJob& job)
         block = std::move(job.waiting_.front());
         job.waiting_.pop_front();
         job.waitingBytes_ -= block.size();
+        ++job.takenBlocks_;
     }
     const qint64 bytes = block.size();
     lock.unlock();

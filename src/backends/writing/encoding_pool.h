@@ -42,7 +42,9 @@ private:
     QIODevice* target_ = nullptr; // where it is to move
     bool hasMoved_ = false;       // or is to
     double movedPart_ = 0;        // of what was in memory when it began to move, 0 to 1
+    double neededPart_ = 1;       // of the same
     Outcome outcome_ = Outcome::Ok;
+    qint64 takenBlocks_ = 0; // by a thread that encodes
     qint64 encodedBlocks_ = 0;
     qint64 waitingBytes_ = 0;
     qint64 encodedBytes_ = 0;
@@ -81,6 +83,9 @@ public:
 
     // Ends a job behind so many blocks. False, and nothing is done, if it went further already.
     bool EndAfter(const EncodingJobPtr& job, qint64 blocks);
+    // Ends a job in memory, that is moving or has moved, wherever it stands. Of what it had in memory only
+    // the first part, 0 to 1, needs to come to its place: the rest may be missing there.
+    void EndHere(const EncodingJobPtr& job, double neededPart);
 
     // True when the encoder took its format and nothing failed since.
     bool IsUnderWay(const EncodingJobPtr& job);

@@ -14,12 +14,11 @@ bool MovingDevice::MoveTo(QIODevice& place, const Progress& onProgress) {
     constexpr qint64 pieceBytes = Q_INT64_C(1) << 20;
     const QByteArray& written = memory_->data();
     bool moved = true;
-    for (qint64 at = 0; at < written.size() && moved; at += pieceBytes) {
+    bool goesOn = true;
+    for (qint64 at = 0; at < written.size() && moved && goesOn; at += pieceBytes) {
         const qint64 bytes = std::min<qint64>(pieceBytes, written.size() - at);
         moved = place.write(written.constData() + at, bytes) == bytes;
-        if (moved && onProgress) {
-            onProgress(at + bytes);
-        }
+        goesOn = !moved || !onProgress || onProgress(at + bytes);
     }
     moved = moved && place.seek(pos());
     place_ = &place;

@@ -17,8 +17,8 @@ public:
 
     // Copies what was written to `place`, which is empty, can be moved in and outlives this; from then on all
     // goes there. False if it could not take all; this is of no more use then. `onProgress` is told the bytes
-    // copied so far, every now and then.
-    using Progress = std::function<void(qint64 copiedBytes)>;
+    // copied so far, every now and then; the rest is left out once it gives false.
+    using Progress = std::function<bool(qint64 copiedBytes)>;
     bool MoveTo(QIODevice& place, const Progress& onProgress = {});
 
     qint64 size() const override;

@@ -96,25 +96,33 @@ Outcome OutputFile::OpenBeside(const QString& path) {
     return Outcome::Ok;
 }
 
+QFileDevice& OutputFile::File() {
+    return beside_ ? static_cast<QFileDevice&>(*beside_) : *file_;
+}
+
 QIODevice& OutputFile::Device() {
-    if (beside_) {
-        return *beside_;
-    }
-    return *file_;
+    return File();
 }
 
 bool OutputFile::Clear() {
-    QFileDevice& file = beside_ ? static_cast<QFileDevice&>(*beside_) : *file_;
-    return file.flush() && file.seek(0) && file.resize(0);
+    return File().flush() && File().seek(0) && File().resize(0);
+}
+
+bool OutputFile::Shorten(qint64 bytes) {
+    return File().flush() && File().resize(bytes);
 }
 
 bool OutputFile::TakePlace() {
     // Asked for first, since a file without a name gets one only then.
     const QString temporary = beside_->fileName();
-    const bool stored = beside_->flush() && beside_->error() == QFileDevice::NoError &&
-                        beside_->setPermissions(QFile::permissions(path_)) && fsync(beside_->handle()) == 0;
+    const bool stored = beside_->flush() && beside_->error() == QFileDevice::NoError;
+    // Some mounted file systems give every file the same rights, and refuse to be asked for others: that is
+    // no reason to throw a result away.
+    if (stored && !beside_->setPermissions(QFile::permissions(path_))) {
+        qCDebug(logCodecs) << "the rights of" << path_ << "could not be given on";
+    }
     // Not QFile::rename, which refuses to replace a file.
-    if (!stored ||
+    if (!stored || fsync(beside_->handle()) != 0 ||
         std::rename(QFile::encodeName(temporary).constData(), QFile::encodeName(path_).constData()) != 0) {
         return false;
     }

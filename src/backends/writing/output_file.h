@@ -8,6 +8,7 @@
 #include <memory>
 
 class QFile;
+class QFileDevice;
 class QIODevice;
 class QTemporaryFile;
 
@@ -31,6 +32,8 @@ public:
     QIODevice& Device();
     // Makes it empty again. False if that failed.
     bool Clear();
+    // Keeps only the first bytes. False if that failed.
+    bool Shorten(qint64 bytes);
     // Brings all to the disk. WriteFailed when something could not be written; then as without Commit.
     Outcome Commit();
     // Takes back what Open made.
@@ -40,6 +43,7 @@ private:
     Outcome OpenNew(const QString& path);
     Outcome OpenBeside(const QString& path);
     bool TakePlace();
+    QFileDevice& File();
 
     QString path_;                           // with links followed
     std::unique_ptr<QFile> file_;            // of a new file

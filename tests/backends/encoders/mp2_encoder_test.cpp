@@ -1,5 +1,6 @@
 #include "backends/encoders/mp2_encoder.h"
 
+#include "backends/audio_file/codec_file.h"
 #include "backends/encoders/lossy_files.h"
 
 #include <gtest/gtest.h>
@@ -122,6 +123,29 @@ TEST(Mp2EncoderTest, AFileWithoutSamplesCanBeRead) {
     const TestFolder folder;
     const QString path = folder.Write(QStringLiteral("a.mp2"), CodedAs(44100, 192, 2, Sound()));
     EXPECT_EQ(Probed(path, QStringLiteral("codec_name")), QStringLiteral("mp2"));
+}
+
+// One coded frame is too little for every reader.
+TEST(Mp2EncoderTest, TheShortestSoundsCanBeRead) {
+    const TestFolder folder;
+    const QString path = folder.Path(QStringLiteral("a.mp2"));
+    for (const int rateHz : {16000, 22050, 44100, 48000}) {
+        for (const qint64 frames : {1, 100, 671, 672}) {
+            Sound sound = Music(0.1, rateHz, 2);
+            sound.samples.resize(static_cast<size_t>(frames) * 2);
+            folder.Write(QStringLiteral("a.mp2"), CodedAs(rateHz, 128, 2, sound));
+            const QString what = QStringLiteral("%1 frames at %2 Hz").arg(frames).arg(rateHz);
+            EXPECT_EQ(Probed(path, QStringLiteral("codec_name")), QStringLiteral("mp2"))
+                << what.toStdString();
+            EXPECT_TRUE(RunTool(QStringLiteral("sox"), {path, folder.Path(QStringLiteral("a.wav"))}))
+                << what.toStdString();
+            CodecFile reader;
+            ASSERT_EQ(reader.OpenRead(path), Outcome::Ok) << what.toStdString();
+            const qint64 decoded = reader.ReadBlock(1000000).size() / 4;
+            EXPECT_GE(decoded, frames + filterDelay) << what.toStdString();
+            EXPECT_LE(decoded, 2 * 1152) << what.toStdString();
+        }
+    }
 }
 
 TEST(Mp2EncoderTest, TheSameInputGivesTheSameFile) {

@@ -156,6 +156,46 @@ TEST(EncodingPool, AMoveIsWaitedForByParts) {
     EXPECT_EQ(out.data(), QByteArray(fileBytes, 'x') + "end");
 }
 
+// A thread that holds a job need not have a block of it.
+TEST(EncodingPool, EndedInItsMoveAJobKeepsAllItsBlocks) {
+    constexpr qsizetype fileBytes = Q_INT64_C(2) << 20;
+    EncodingPool pool(1);
+    const EncodingJobPtr job = pool.AddInMemory(Piped(std::make_unique<GatedEncoder>()));
+    pool.Push(job, QByteArray(fileBytes, 'x'));
+    EXPECT_EQ(pool.WaitForBlocks(job, 1), Outcome::Ok);
+    StallingDevice out(fileBytes / 2);
+    pool.MoveTo(job, out);
+    EXPECT_EQ(pool.WaitForMove(job, 0.5), Outcome::Ok);
+    for (int block = 1; block <= 5; ++block) {
+        pool.Push(job, Block(block));
+    }
+    EXPECT_TRUE(pool.EndAfter(job, 3));
+    out.GoOn();
+    EXPECT_EQ(pool.WaitForEnd(job), Outcome::Ok);
+    EXPECT_EQ(out.data().mid(fileBytes), Block(1) + Block(2) + "end");
+}
+
+TEST(EncodingPool, EndedHereAJobMovesNoMoreThanIsNeeded) {
+    constexpr qsizetype fileBytes = Q_INT64_C(16) << 20;
+    EncodingPool pool(1);
+    const EncodingJobPtr job = pool.AddInMemory(Piped(std::make_unique<GatedEncoder>()));
+    pool.Push(job, QByteArray(fileBytes, 'x'));
+    EXPECT_EQ(pool.WaitForBlocks(job, 1), Outcome::Ok);
+    for (int block = 1; block <= 5; ++block) {
+        pool.Push(job, Block(block));
+    }
+    StallingDevice out(fileBytes / 4);
+    pool.MoveTo(job, out);
+    EXPECT_EQ(pool.WaitForMove(job, 0.25), Outcome::Ok);
+    pool.EndHere(job, 0.5);
+    out.GoOn();
+    EXPECT_EQ(pool.WaitForEnd(job), Outcome::Ok);
+    // The end stands where it would stand if nothing were left out.
+    EXPECT_EQ(out.data().left(fileBytes / 2), QByteArray(fileBytes / 2, 'x'));
+    EXPECT_EQ(out.data().at(fileBytes - 1), '\0');
+    EXPECT_EQ(out.data().mid(fileBytes), "end");
+}
+
 TEST(EncodingPool, MoveThatFailsIsTold) {
     EncodingPool pool(2);
     QBuffer closed;
@@ -392,7 +432,8 @@ TEST_F(EncodingOutputTest, AnotherSourceShapeIsEncodedAnew) {
     EXPECT_EQ(QFileInfo(path_).size() - headerBytes, AllSamples(20).size() / 2);
 }
 
-TEST_F(EncodingOutputTest, WhatFailedAheadIsEncodedAnew) {
+// The same encoder would fail over the same samples again, and a full place stays full.
+TEST_F(EncodingOutputTest, WhatFailedAheadHasFailed) {
     const EncodingJobPtr job =
         pool_.AddInMemory(Piped(std::make_unique<GatedEncoder>(std::shared_future<void>(), Outcome::Ok, 5)));
     for (const QByteArray& block : *blocks_) {
@@ -403,10 +444,12 @@ TEST_F(EncodingOutputTest, WhatFailedAheadIsEncodedAnew) {
     ASSERT_EQ(output.OpenAhead(path_, format_, {job, blocks_, {8000, 1}}), Outcome::Ok);
     output.SetSource({8000, 1});
     for (int block = 0; block < 20; ++block) {
-        EXPECT_EQ(output.Write(Block(block)), Outcome::Ok);
+        const Outcome outcome = output.Write(Block(block));
+        if (block >= 9) {
+            EXPECT_EQ(outcome, Outcome::WriteFailed) << block;
+        }
     }
-    EXPECT_EQ(output.Close(), Outcome::Ok);
-    EXPECT_EQ(ReadWholeFile(path_), Encoded(20));
+    EXPECT_EQ(output.Close(), Outcome::WriteFailed);
 }
 
 TEST_F(EncodingOutputTest, WriterIsHeldBackByASlowEncoder) {

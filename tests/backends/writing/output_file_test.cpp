@@ -1,5 +1,6 @@
 #include "backends/writing/output_file.h"
 
+#include "support/refused_rights.h"
 #include "support/small_disk.h"
 #include "support/test_files.h"
 
@@ -71,6 +72,20 @@ TEST_F(OutputFileTest, LargeFileTakesThePlaceOfAnother) {
     file_.Device().write("head");
     EXPECT_EQ(file_.Commit(), Outcome::Ok);
     EXPECT_EQ(ReadWholeFile(path_), wanted.replace(3, 4, "head"));
+}
+
+TEST_F(OutputFileTest, RefusedRightsDoNotCostTheResult) {
+    folder_.Write(QStringLiteral("a.wav"), "old");
+    ASSERT_EQ(file_.Open(path_), Outcome::Ok);
+    file_.Device().write("newer");
+    {
+        const RefusedRights refused;
+        ASSERT_NE(chmod(QFile::encodeName(path_).constData(), S_IRUSR), 0);
+        EXPECT_EQ(file_.Commit(), Outcome::Ok);
+        EXPECT_GT(RefusedRights::count, 1) << "nobody asked";
+    }
+    EXPECT_EQ(ReadWholeFile(path_), "newer");
+    EXPECT_EQ(Names(), QStringList{QStringLiteral("a.wav")});
 }
 
 TEST_F(OutputFileTest, ExistingFileIsKeptWithoutCommit) {

@@ -1,0 +1,109 @@
+// The rules of the converter over real files, in folders of their own.
+#pragma once
+
+#include "backends/audio_file/codec_file.h"
+#include "convert/converter_rules.h"
+#include "playlist/playlist_rows.h"
+#include "support/rule_support.h"
+#include "support/fake_clock.h"
+#include "support/fake_user_prompts.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <functional>
+#include <random>
+
+namespace kestrune {
+
+// Events that tell how long they had to wait.
+class TimedEvents : public PendingEvents {
+public:
+    std::function<void()> onRun;
+
+    void Begin() {
+        longestMs_ = 0;
+        clock_.start();
+    }
+    void Run() override {
+        longestMs_ = std::max(longestMs_, clock_.nsecsElapsed() / 1e6);
+        if (onRun) {
+            onRun();
+        }
+        clock_.start();
+    }
+    // With the time since the last ones.
+    double LongestMs() const { return std::max(longestMs_, clock_.nsecsElapsed() / 1e6); }
+
+private:
+    QElapsedTimer clock_;
+    double longestMs_ = 0;
+};
+
+// A tone in noise of a seed, interleaved.
+inline QByteArray ToneInNoise(int frames, int channels, quint32 seed) {
+    QByteArray bytes(qsizetype{frames} * channels * 2, Qt::Uninitialized);
+    auto* sample = reinterpret_cast<qint16*>(bytes.data());
+    std::minstd_rand random(seed);
+    for (int frame = 0; frame < frames; ++frame) {
+        for (int channel = 0; channel < channels; ++channel) {
+            const double tone = 8000 * std::sin(frame * 0.05 * (channel + 1));
+            *sample++ = static_cast<qint16>(tone + static_cast<double>(random() % 4001) - 2000);
+        }
+    }
+    return bytes;
+}
+
+class ConvertedFolder : public testing::Test {
+protected:
+    ConvertedFolder() {
+        program_.AppPath = folder_.Path();
+        QDir(folder_.Path()).mkdir(QStringLiteral("out"));
+        converter_.Load();
+        converter_.Jobs.TextOutPath_Change(folder_.Path(QStringLiteral("out")));
+        prompts_.answers << false;
+    }
+
+    // A row of the list, of samples in the format that `writer` is set to.
+    void Add(const QString& name, CodecFile& writer, const QByteArray& samples, int rateHz, int channels) {
+        EXPECT_EQ(writer.Create(folder_.Path(name)), Outcome::Ok);
+        writer.SetSourceFormat(rateHz, channels);
+        EXPECT_EQ(writer.WriteBlock(samples), Outcome::Ok);
+        EXPECT_EQ(writer.CloseFile(), Outcome::Ok);
+        converter_.Rows.Append({{name, {}, folder_.Path(), true}});
+    }
+    void AddWave(const QString& name, const QByteArray& samples, int rateHz) {
+        CodecFile writer;
+        EXPECT_EQ(writer.SetFormatPCMFreq(rateHz, 2, 16), Outcome::Ok);
+        Add(name, writer, samples, rateHz, 2);
+    }
+    void Tick(OutputBox box, bool on = true) {
+        converter_.Settings.OutputBox_Click(static_cast<int>(box), on);
+    }
+    void Start() {
+        events_.Begin();
+        converter_.Run.Image1_Click();
+    }
+    QString Path(const QString& name) const { return folder_.Path(QStringLiteral("out/") + name); }
+    QByteArray Output(const QString& name) const {
+        QFile file(Path(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    rules::Folder folder_;
+    ProgramState program_;
+    PlaylistRows playlist_;
+    CodecFile input_;
+    CodecFile output_;
+    FakeUserPrompts prompts_;
+    TimedEvents events_;
+    FakeClock clock_;
+    ConverterRules converter_{program_, playlist_, input_, output_, prompts_, events_, clock_};
+};
+
+} // namespace kestrune

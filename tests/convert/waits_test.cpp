@@ -1,0 +1,94 @@
+// How long events of the window wait when a run can't go on as it was meant to. What is looked for takes
+// seconds; the bounds are far above what is measured on a quiet machine, since tests run on busy ones.
+#include "support/small_disk.h"
+#include "convert/converted_folder.h"
+
+#include <cstdio>
+#include <optional>
+
+namespace kestrune {
+
+namespace {
+
+constexpr int rateHz = 44100;
+constexpr double longestMs = 700;
+
+class Waits : public ConvertedFolder {
+protected:
+    static constexpr int seconds = 300;
+    static constexpr int blocks = 2 * seconds; // of half a second each
+    const QByteArray samples_ = ToneInNoise(rateHz * seconds, 2, 5);
+
+    Waits() { AddWave(QStringLiteral("a.wav"), samples_, rateHz); }
+
+    // Does something at the end of the given block, counted from 1 over the whole run.
+    void AtBlock(int block, std::function<void()> action) {
+        events_.onRun = [this, block, action = std::move(action)] {
+            if (++block_ == block) {
+                action();
+            }
+        };
+    }
+    // That were waited at most, for the report.
+    double Told(const char* what) const {
+        std::printf("longest wait, %s: %.1f ms\n", what, events_.LongestMs());
+        return events_.LongestMs();
+    }
+    double SecondsOf(const QString& name) const {
+        CodecFile reader;
+        EXPECT_EQ(reader.OpenRead(Path(name)), Outcome::Ok) << name.toStdString();
+        qint64 bytes = 0;
+        for (QByteArray block = reader.ReadBlock(1 << 20); !block.isEmpty();
+             block = reader.ReadBlock(1 << 20)) {
+            bytes += block.size();
+        }
+        return static_cast<double>(bytes) / (2.0 * reader.GetChannels() * reader.GetWaveFormat());
+    }
+
+    int block_ = 0;
+};
+
+} // namespace
+
+// When the first output is written, the second is nearly encoded as well.
+TEST_F(Waits, StopInAnOutputThatIsEncodedAlready) {
+    converter_.State.Mp3Options.quality = 2;
+    ASSERT_EQ(output_.SetFormatMP3Options(converter_.State.Mp3Options), Outcome::Ok);
+    Tick(OutputBox::chMP3);
+    Tick(OutputBox::chOGG);
+    AtBlock(blocks + blocks * 9 / 10, [this] { converter_.Run.Image2_Click(); });
+    Start();
+    EXPECT_LT(Told("Stop in Ogg Vorbis"), longestMs);
+    EXPECT_NEAR(SecondsOf(QStringLiteral("a.ogg")), seconds * 0.9, 0.1);
+    EXPECT_NEAR(SecondsOf(QStringLiteral("a.mp3")), seconds, 0.1);
+}
+
+TEST_F(Waits, StopInAnExistingFileThatIsEncodedAlready) {
+    folder_.Write(QStringLiteral("out/a.mp2"), "old");
+    Tick(OutputBox::chMP3);
+    Tick(OutputBox::chMP2);
+    AtBlock(blocks + blocks * 9 / 10, [this] { converter_.Run.Image2_Click(); });
+    Start();
+    EXPECT_LT(Told("Stop in MPEG layer 2"), longestMs);
+    EXPECT_NEAR(SecondsOf(QStringLiteral("a.mp2")), seconds * 0.9, 0.1);
+}
+
+// The disk holds the first output, and most of the second, which is being encoded while it is written.
+TEST_F(Waits, FullDiskInAnOutputThatIsEncodedAhead) {
+    converter_.State.Mp3Options.quality = 0;
+    ASSERT_EQ(output_.SetFormatMP3Options(converter_.State.Mp3Options), Outcome::Ok);
+    Tick(OutputBox::chMP3);
+    Tick(OutputBox::chADPCM);
+    Tick(OutputBox::chWMA);
+    constexpr qint64 mp3Bytes = qint64{seconds} * 128000 / 8;
+    std::optional<SmallDisk> disk;
+    AtBlock(blocks, [&] { disk.emplace(mp3Bytes * 8 / 10); });
+    Start();
+    disk.reset();
+    EXPECT_LT(Told("full disk in MPEG layer 3"), longestMs);
+    // What there was room for stays, and the rest of the run goes on.
+    EXPECT_EQ(Output(QStringLiteral("a.mp3")).size(), mp3Bytes * 8 / 10);
+    EXPECT_EQ(Output(QStringLiteral("a_ADPCM.wav")).size(), mp3Bytes * 8 / 10);
+}
+
+} // namespace kestrune
