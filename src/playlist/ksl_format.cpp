@@ -57,6 +57,11 @@ QString TextOf(QByteArrayView record, Span field) {
     return DecodeText(BytesOf(record, field));
 }
 
+// In characters.
+qsizetype LargestText(const TextField& field) {
+    return field.span.width - (field.hasEndMark ? endMark.size() : 0);
+}
+
 // What a field gives of the text that stands in it.
 QString Given(const TextField& field, const QString& text) {
     if (!field.hasEndMark) {
@@ -153,7 +158,7 @@ void TakeLongTexts(const QByteArray& bytes, qsizetype at, std::vector<PlaylistRo
         const QByteArray record = RecordAt(bytes, longText.row);
         const QString text = DecodeText(longText.utf8);
         if (longText.sum == KslTextSum(record, longText.utf8) && Continues(longText, field, record) &&
-            CharacterCount(text) <= field.span.width) {
+            CharacterCount(text) <= LargestText(field)) {
             rows[static_cast<size_t>(longText.row - 1)].fields[field.row] = text;
         }
     }

@@ -1,6 +1,7 @@
 // Texts that are longer in bytes than their field in the record of a native playlist, and what stands behind
 // the records for them.
 #include "playlist/ksl_format.h"
+#include "playlist/ksl_long_texts.h"
 
 #include "support/rule_support.h"
 #include "support/earlier_ksl_reader.h"
@@ -246,16 +247,40 @@ TEST_F(KslDamage, NorAreThoseOfARowThatOnlyBeginsAlike) {
     EXPECT_EQ(Utf8(read[0].fields[SubFileName]), "");
 }
 
+// The file of one row with a text behind it whose sum is right.
+QByteArray WithText(const QByteArray& file, int field, const QByteArray& text) {
+    const QByteArray records = file.left(1994);
+    return records +
+           EncodeKslLongTexts({{1, field, text, KslTextSum(records.mid(1000), text)}}, records.size());
+}
+
 TEST_F(KslDamage, ATextThatTheRecordHoldsIsNeverReplaced) {
-    const QByteArray records = FileOf({ShortRow(1)});
-    const QByteArray text = "/elsewhere/";
-    QByteArray entry("\xFFKSLTEXT\x01\0\x06\0\x0B\0", 14);
-    const quint16 sum = qChecksum(records.mid(1000, 992) + text);
-    entry.append(static_cast<char>(sum & 0xFFU));
-    entry.append(static_cast<char>(sum >> 8U));
-    const std::vector<PlaylistRow> read = DecodeKsl(records + QByteArray(6, '\0') + entry + text);
-    ASSERT_EQ(read.size(), 1U);
-    EXPECT_EQ(Utf8(read[0].fields[SubFolder]), "/music/");
+    for (const char* text : {"/elsewhere/", "/music/", "/music///", "/music///elsewhere/", ""}) {
+        const std::vector<PlaylistRow> read = DecodeKsl(WithText(FileOf({ShortRow(1)}), 6, text));
+        ASSERT_EQ(read.size(), 1U);
+        EXPECT_EQ(Utf8(read[0].fields[SubFolder]), "/music/");
+    }
+}
+
+TEST_F(KslDamage, ATextOfMoreCharactersThanTheFieldIsNotTaken) {
+    const QByteArray file = FileOf({LongRow(1)});
+    const QString title = Letters(200, 1);
+    EXPECT_EQ(Utf8(DecodeKsl(WithText(file, 1, title.toUtf8()))[0].fields[RowText]), Utf8(title));
+    const QString tooLong = title + QString(179, u'x');
+    EXPECT_EQ(Utf8(DecodeKsl(WithText(file, 1, tooLong.toUtf8()))[0].fields[RowText]), "");
+    EXPECT_EQ(Utf8(DecodeKsl(WithText(file, 1, tooLong.chopped(1).toUtf8()))[0].fields[RowText]),
+              Utf8(tooLong.chopped(1)));
+}
+
+TEST_F(KslDamage, ATextForNoRowAndNoFieldIsPassedOver) {
+    const QByteArray records = FileOf({LongRow(1)}).left(1994);
+    for (const auto& [row, field] : QList<std::pair<int, int>>{{0, 1}, {2, 1}, {65535, 1}, {1, 0}, {1, 8}}) {
+        const QByteArray title = Letters(200, 1).toUtf8();
+        const KslLongText text{row, field, title, KslTextSum(records.mid(1000), title)};
+        const std::vector<PlaylistRow> read = DecodeKsl(records + EncodeKslLongTexts({text}, records.size()));
+        ASSERT_EQ(read.size(), 1U);
+        EXPECT_EQ(Utf8(read[0].fields[RowText]), "");
+    }
 }
 
 TEST_F(KslDamage, ACountThatIsTooLargeMakesNoRowsOfTheTexts) {
