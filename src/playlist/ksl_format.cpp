@@ -80,11 +80,17 @@ QByteArray EmptyFile(int count) {
     return bytes;
 }
 
-// True if the text has more bytes than the field, but not more characters.
+// True if the text has as many bytes as the field or more, but not more characters.
 bool IsLong(const QString& text, Span field) {
     constexpr qsizetype mostBytesOfUnit = 3;
-    return text.size() * mostBytesOfUnit > field.width && EncodeText(text).size() > field.width &&
+    return text.size() * mostBytesOfUnit >= field.width && EncodeText(text).size() >= field.width &&
            CharacterCount(text) <= field.width;
+}
+
+// What a field that counts characters gives of the text, padded as it stands there.
+QString GivenOfLong(const TextField& field, const QString& text) {
+    return field.hasEndMark ? Given(field, text + QString(field.span.width - CharacterCount(text), u' '))
+                            : text;
 }
 
 // Writes the record of a row. What of it finds no room there is added to the long texts.
@@ -99,8 +105,11 @@ void EncodeRecord(const PlaylistRow& row, int number, char* record, std::vector<
         }
         const QByteArray bytes = EncodeField(text, static_cast<int>(field.span.width));
         std::copy(bytes.begin(), bytes.end(), record + field.span.offset);
-        if (IsLong(text, field.span) && Given(field, text) != Given(field, DecodeText(bytes))) {
-            longTexts.push_back({number, fieldNumber, EncodeText(Given(field, text)), 0});
+        if (IsLong(text, field.span)) {
+            const QString given = GivenOfLong(field, text);
+            if (given != Given(field, DecodeText(bytes))) {
+                longTexts.push_back({number, fieldNumber, EncodeText(given), 0});
+            }
         }
     }
     qToLittleEndian<qint16>(row.selected ? -1 : 0, record + selectedField.offset);
@@ -146,6 +155,15 @@ bool Continues(const KslLongText& longText, const TextField& field, const QByteA
     return Given(field, TextOf(record, field.span)).isEmpty() && (longText.utf8 + "//").startsWith(begun);
 }
 
+// True if the text is one that the field gives.
+bool IsAsWritten(const KslLongText& longText, const TextField& field) {
+    const QString text = DecodeText(longText.utf8);
+    if (!IsUtf8(longText.utf8) || CharacterCount(text) > LargestText(field)) {
+        return false;
+    }
+    return !field.hasEndMark || GivenOfLong(field, text + endMark) == text;
+}
+
 // Completes the rows. A text that is damaged, or stands for another record, is passed over.
 void TakeLongTexts(const QByteArray& bytes, qsizetype at, std::vector<PlaylistRow>& rows) {
     for (const KslLongText& longText : DecodeKslLongTexts(bytes, at)) {
@@ -156,10 +174,9 @@ void TakeLongTexts(const QByteArray& bytes, qsizetype at, std::vector<PlaylistRo
         }
         const TextField& field = textFields[static_cast<size_t>(longText.field - 1)];
         const QByteArray record = RecordAt(bytes, longText.row);
-        const QString text = DecodeText(longText.utf8);
         if (longText.sum == KslTextSum(record, longText.utf8) && Continues(longText, field, record) &&
-            CharacterCount(text) <= LargestText(field)) {
-            rows[static_cast<size_t>(longText.row - 1)].fields[field.row] = text;
+            IsAsWritten(longText, field)) {
+            rows[static_cast<size_t>(longText.row - 1)].fields[field.row] = DecodeText(longText.utf8);
         }
     }
 }

@@ -4,8 +4,7 @@
 //   8 bytes  mark FF "KSLTEXT", at a multiple of 1000
 //   for each text, up to the end of the file:
 //     2  number of its row, from 1
-//     1  number of its field in the record, from 1 (title) to 7 (file name)
-//     1  0
+//     2  number of its field in the record, from 1 (title) to 7 (file name)
 //     2  its length in bytes, n
 //     2  CRC-16 (ISO 3309) of bytes 0 to 991 of the row's record, followed by the text
 //     n  the text, UTF-8, without end mark

@@ -129,6 +129,11 @@ TEST(KslLongTexts, FoldersOfAnyLengthComeBackWholeOrEmpty) {
     }
 }
 
+TEST(KslLongTexts, AFolderWithoutItsSeparatorComesBackToo) {
+    const QString folder = QStringLiteral("C:") + Letters(130);
+    EXPECT_EQ(StoredField(SubFolder, folder), Utf8(folder));
+}
+
 TEST(KslLongTexts, ALongTitleIsStillCutBeforeTheEndMarkInIt) {
     EXPECT_EQ(StoredField(RowText, Letters(150) + QStringLiteral("//rest")), Utf8(Letters(150)));
     EXPECT_EQ(StoredField(RowText, QStringLiteral("a//") + Letters(200)), "a");
