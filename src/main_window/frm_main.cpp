@@ -122,6 +122,7 @@ void FrmMain::Show() {
 
 void FrmMain::closeEvent(QCloseEvent* event) {
     UnloadMainWindow(parts_.rows, parts_.files);
+    emit Unloaded();
     event->accept();
     QCoreApplication::quit();
 }

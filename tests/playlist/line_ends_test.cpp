@@ -1,7 +1,7 @@
 // Files whose names hold a line end: in playlists of lines, they may cost nobody a row.
 #include "playlist/text_playlists.h"
 
-#include "rules/playlist_files_fixture.h"
+#include "playlist/playlist_files_fixture.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
-#include "app/folder_lock.h"
+#include "program/folder_lock.h"
 
-#include "rules/rule_support.h"
+#include "support/rule_support.h"
 
 #include <QDir>
 #include <QFileInfo>
