@@ -4,7 +4,8 @@
 As a command:  native_playlist.py PLAYLIST FILE...   writes a playlist of these sound files.
 
 Little-endian. Offset 0: number of rows, signed 16-bit. Offset 9: header text, 50 bytes, padded with blanks. Row i (from 1)
-stands at offset 1000 * i and is 994 bytes long; each text ends in "//" and is padded with blanks to its width.
+stands at offset 1000 * i and is 994 bytes long; each text ends in "//" and is padded with blanks to its width. Texts with
+more bytes than their field has, but not more characters, stand whole behind the records (docs/formats.md).
 """
 
 import dataclasses
@@ -17,6 +18,8 @@ import sys
 HEADER_TEXT = "Kestrune Playlist V5.4 50410"
 RECORD_BYTES = 994
 RECORD_STEP = 1000
+SUMMED_BYTES = 992
+LONG_TEXTS_MARK = b"\xffKSLTEXT"
 VOX_BYTES_PER_SECOND = 4000
 # Field, width in bytes, whether "//" ends it.
 FIELDS = (
@@ -50,6 +53,38 @@ class Row:
         return self.folder + self.name
 
 
+def _crc16(data):
+    value = 0xFFFF
+    for byte in data:
+        value ^= byte
+        for _ in range(8):
+            value = (value >> 1) ^ (0x8408 if value & 1 else 0)
+    return value ^ 0xFFFF
+
+
+def _read_long_texts(data, count):
+    """Texts behind the records, by number of the row and name of the field."""
+    texts = {}
+    at = RECORD_STEP * (count + 1)
+    if data[at : at + len(LONG_TEXTS_MARK)] != LONG_TEXTS_MARK:
+        return texts
+    at += len(LONG_TEXTS_MARK)
+    while at < len(data):
+        row, field, length, given = struct.unpack_from("<4H", data, at)
+        text = data[at + 8 : at + 8 + length]
+        record = data[RECORD_STEP * row : RECORD_STEP * row + SUMMED_BYTES]
+        if len(text) != length or given != _crc16(record + text):
+            raise BadPlaylist(f"damaged text of row {row}")
+        texts[row, FIELDS[field - 1][0]] = text.decode("utf-8")
+        at += 8 + length
+    return texts
+
+
+def _cut(text, width):
+    """The first bytes of the text, without a part of a character."""
+    return text.encode("utf-8")[:width].decode("utf-8", "ignore").encode("utf-8").ljust(width)
+
+
 def _read_text(field, ended):
     text = field.decode("utf-8").rstrip(" \0")
     if not ended:
@@ -73,11 +108,12 @@ def read_playlist(path):
     if count < 0 or (count and len(data) < RECORD_STEP * count + RECORD_BYTES):
         raise BadPlaylist(f"{path}: {count} rows in {len(data)} bytes")
     rows = []
+    long_texts = _read_long_texts(data, count)
     for index in range(1, count + 1):
         offset = RECORD_STEP * index
         values = {}
         for field, width, ended in FIELDS:
-            values[field] = _read_text(data[offset : offset + width], ended)
+            values[field] = long_texts.get((index, field)) or _read_text(data[offset : offset + width], ended)
             offset += width
         (selected,) = struct.unpack_from("<h", data, offset)
         rows.append(Row(selected=selected != 0, **values))
@@ -88,17 +124,30 @@ def write_playlist(path, rows):
     data = bytearray(RECORD_STEP * len(rows) + RECORD_BYTES if rows else 59)
     struct.pack_into("<h", data, 0, len(rows))
     data[9:59] = HEADER_TEXT.encode().ljust(50)
+    behind = b""
     for index, row in enumerate(rows, 1):
         offset = RECORD_STEP * index
         for field, width, ended in FIELDS:
-            text = getattr(row, field).encode("utf-8") + (b"//" if ended else b"")
+            text = getattr(row, field) + ("//" if ended else "")
             if len(text) > width:
                 raise ValueError(f"{field} of {row.path} does not fit")
-            data[offset : offset + width] = text.ljust(width)
+            data[offset : offset + width] = _cut(text, width)
             offset += width
         struct.pack_into("<h", data, offset, -1 if row.selected else 0)
+        behind += _long_texts(row, index, bytes(data[RECORD_STEP * index :][:SUMMED_BYTES]))
     with open(path, "wb") as file:
         file.write(data)
+        if behind:
+            file.write(bytes(RECORD_STEP - RECORD_BYTES) + LONG_TEXTS_MARK + behind)
+
+
+def _long_texts(row, index, record):
+    behind = b""
+    for number, (field, width, ended) in enumerate(FIELDS, 1):
+        text = getattr(row, field).encode("utf-8")
+        if len(text) + (2 if ended else 0) > width:
+            behind += struct.pack("<4H", index, number, len(text), _crc16(record + text)) + text
+    return behind
 
 
 def _length_and_rate(path):

@@ -41,6 +41,28 @@ QString DecodeText(QByteArrayView bytes) {
     return decoder.hasError() ? DecodeWindows1252(bytes) : text;
 }
 
+bool IsUtf8(QByteArrayView bytes) {
+    return bytes.isValidUtf8();
+}
+
+qsizetype CharacterCount(const QString& text) {
+    qsizetype pairs = 0;
+    for (qsizetype i = 1; i < text.size(); ++i) {
+        pairs += static_cast<qsizetype>(text[i].isLowSurrogate() && text[i - 1].isHighSurrogate());
+    }
+    return text.size() - pairs;
+}
+
+QString FirstCharacters(const QString& text, qsizetype largest) {
+    qsizetype end = 0;
+    for (qsizetype count = 0; count < largest && end < text.size(); ++count) {
+        const bool isPair =
+            text[end].isHighSurrogate() && end + 1 < text.size() && text[end + 1].isLowSurrogate();
+        end += isPair ? 2 : 1;
+    }
+    return text.left(end);
+}
+
 QByteArray EncodeUpTo(const QString& text, qsizetype largestBytes) {
     QByteArray bytes = EncodeText(text);
     if (bytes.size() > largestBytes) {

@@ -10,6 +10,12 @@ namespace kestrune {
 
 QByteArray EncodeText(const QString& text);
 QString DecodeText(QByteArrayView bytes);
+bool IsUtf8(QByteArrayView bytes);
+
+// Characters of a text, of which those beyond the first 65,536 of Unicode take two places each.
+qsizetype CharacterCount(const QString& text);
+// The first `largest` characters, or the whole text.
+QString FirstCharacters(const QString& text, qsizetype largest);
 
 // Encoded text, cut at the last whole character that fits.
 QByteArray EncodeUpTo(const QString& text, qsizetype largestBytes);

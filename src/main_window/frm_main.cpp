@@ -4,6 +4,7 @@
 #include "main_window/main_controls_builder.h"
 #include "playback/format_lamps.h"
 #include "playback/position.h"
+#include "playlist/playlist_text.h"
 #include "playlist/playlist_totals.h"
 #include "skin/hover_keeper.h"
 #include "skin/program_icon.h"
@@ -121,6 +122,7 @@ void FrmMain::Show() {
 
 void FrmMain::closeEvent(QCloseEvent* event) {
     UnloadMainWindow(parts_.rows, parts_.files);
+    emit Unloaded();
     event->accept();
     QCoreApplication::quit();
 }
@@ -311,7 +313,7 @@ void FrmMain::GetFileLong() {
 
 void FrmMain::ShowName(const QString& fileName) {
     QLabel* name = controls_.LabelName;
-    name->setText(fileName + QStringLiteral(" - "));
+    name->setText(OneLine(fileName) + QStringLiteral(" - "));
     const int left = controls_.LabelCaption->geometry().right() + 1;
     int width = name->sizeHint().width();
     const int limit = controls_.ImageWin[1]->x();

@@ -63,6 +63,7 @@ public:
 
 signals:
     void VolumeChanged();
+    void Unloaded(); // the window closes, and the list is stored
 
 protected:
     void closeEvent(QCloseEvent* event) override;

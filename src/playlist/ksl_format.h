@@ -6,7 +6,8 @@
 //
 // A record: title 380, time 20, format 197, type 3 (without end mark), size 20, folder 200, file name 172,
 // selected 2 (0 or -1). All texts but the type end in "//". Older files hold no type and a format of 200
-// bytes. Pure functions that take any bytes; any thread.
+// bytes. The widths count characters; a text of so many characters, but of more bytes, stands behind the
+// records too (ksl_long_texts.h). Pure functions that take any bytes; any thread.
 #pragma once
 
 #include "playlist/playlist_rows.h"
@@ -26,10 +27,14 @@ QByteArray EncodeKsl(const PlaylistRows& rows);
 int KslCount(const QByteArray& bytes);
 // Build number of the program that wrote the file; 0 if the header does not tell.
 int KslBuildOf(const QByteArray& bytes);
+// False for a file that a save would not only bring up to date but turn into another form: one of another
+// build, or with texts in another coding than UTF-8.
+bool IsOwnKsl(const QByteArray& bytes);
 // The file in the present layout.
 QByteArray ConvertOlderKsl(const QByteArray& bytes);
 // The rows of a file in the present layout. Their texts have no number and point in front yet. Records that
-// begin behind the end of the file are left out.
+// begin behind the end of the file are left out. Texts behind the records that are damaged, or belong to
+// other records, change nothing.
 std::vector<PlaylistRow> DecodeKsl(const QByteArray& bytes);
 
 } // namespace kestrune

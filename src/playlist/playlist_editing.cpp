@@ -11,19 +11,17 @@ namespace {
 
 struct RecordField {
     RowField field;
-    qsizetype largestBytes;
+    qsizetype characters;
 };
 
-constexpr qsizetype largestTitleBytes = 380;
+constexpr qsizetype titleCharacters = 380;
 constexpr std::array<RecordField, 6> recordFields = {
     {{SubTime, 20}, {SubType, 3}, {SubSize, 20}, {SubFolder, 200}, {SubFileName, 172}, {SubFormats, 197}}};
 
 // What comes back of a value that was stored with the end mark behind it. A mark that found no room takes
 // nothing with it.
-QString ThroughField(const QString& value, qsizetype largestBytes) {
-    const QByteArray stored = EncodeUpTo(value, largestBytes);
-    const bool isWhole = stored.size() == EncodeText(value).size();
-    const QString held = isWhole ? value : DecodeText(stored);
+QString ThroughField(const QString& value, qsizetype characters) {
+    const QString held = FirstCharacters(value, characters);
     return held.contains(QLatin1String("//")) ? KillGang0(held) : held;
 }
 
@@ -113,9 +111,9 @@ void PlaylistEditing::SwapListViewItem(int a, int b) {
     }
     PlaylistRow record = rows_.Row(a);
     PlaylistRow other = rows_.Row(b);
-    const QString title = ThroughField(KillTitleHead(record.fields[RowText]), largestTitleBytes);
+    const QString title = ThroughField(KillTitleHead(record.fields[RowText]), titleCharacters);
     for (const RecordField& part : recordFields) {
-        record.fields[part.field] = ThroughField(record.fields[part.field], part.largestBytes);
+        record.fields[part.field] = ThroughField(record.fields[part.field], part.characters);
     }
     record.fields[RowText] = NumberedText(b, title);
     other.fields[RowText] = NumberedText(a, KillTitleHead(other.fields[RowText]));

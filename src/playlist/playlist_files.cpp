@@ -106,7 +106,7 @@ void PlaylistFiles::AppendList(const QString& path) {
 
 void PlaylistFiles::OpenSaveMyPlaylistKSL(const QString& path, const QString& operation, bool clearFirst) {
     if (operation == saveOperation) {
-        ReplaceFile(path, EncodeKsl(rows_));
+        SaveKsl(path);
         return;
     }
     QByteArray bytes = ReadWholeFile(path);
@@ -116,7 +116,7 @@ void PlaylistFiles::OpenSaveMyPlaylistKSL(const QString& path, const QString& op
     if (KslBuildOf(bytes) < kslBuild) {
         bytes = ConvertOlderKsl(bytes);
         // The list loads all the same from a place that cannot be written.
-        if (!ReplaceFile(path, bytes)) {
+        if (!ReplaceKeepingOld(path, bytes)) {
             qCWarning(playlistLog) << "an older playlist stays as it is" << path;
         }
     }
@@ -126,6 +126,15 @@ void PlaylistFiles::OpenSaveMyPlaylistKSL(const QString& path, const QString& op
     for (PlaylistRow& row : DecodeKsl(bytes)) {
         row.fields[RowText].prepend(QString::number(rows_.Count() + 1) + u'.');
         rows_.Append(std::move(row));
+    }
+}
+
+// A list that another program wrote is kept once. What was stored here before need not be looked at again.
+void PlaylistFiles::SaveKsl(const QString& path) {
+    const QByteArray bytes = EncodeKsl(rows_);
+    const bool isOwn = ownLists_.contains(path) || IsOwnKsl(ReadWholeFile(path));
+    if (isOwn ? ReplaceFile(path, bytes) : ReplaceKeepingOld(path, bytes)) {
+        ownLists_.insert(path);
     }
 }
 

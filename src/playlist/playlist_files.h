@@ -8,12 +8,15 @@
 #include "playlist/text_playlists.h"
 
 #include <QObject>
+#include <QSet>
 #include <QStringList>
 
 namespace kestrune {
 
 // Window thread. A failing file operation shows nothing; a playlist that cannot be read gives no rows, and
-// one that cannot be written leaves the file as it was.
+// one that cannot be written leaves the file as it was. A native playlist of an older build or of another
+// program that is stored anew stays beside it, its name ending in ".ksl.old"; once, so the oldest is the one
+// that is kept.
 class PlaylistFiles : public QObject, public ListReader {
     Q_OBJECT
 public:
@@ -52,6 +55,7 @@ private:
     void Save(const QString& path, bool isDefault);
     void AddTextEntries(const ParsedList& list, const QString& path, bool clearFirst);
     void AddAsxEntry(const ListEntry& entry, const QString& baseFolder);
+    void SaveKsl(const QString& path);
     void SaveDefault();
 
     ProgramState& state_;
@@ -59,7 +63,8 @@ private:
     PlaylistRows& rows_;
     Admission& admission_;
     UserPrompts& prompts_;
-    QStringList openLists_; // canonical paths of the playlists that are being read, outermost first
+    QSet<QString> ownLists_; // paths of the native playlists that were stored here
+    QStringList openLists_;  // canonical paths of the playlists that are being read, outermost first
 };
 
 } // namespace kestrune

@@ -20,6 +20,13 @@ QString TitleHead(const QString& text) {
     return text.left(text.indexOf(u'.') + 1);
 }
 
+QString OneLine(QString text) {
+    for (const char16_t end : {u'\n', u'\v', u'\f', u'\r', u'\u0085', u'\u2028', u'\u2029'}) {
+        text.replace(QChar(end), u' ');
+    }
+    return text;
+}
+
 QString KillGang0(const QString& text) {
     const qsizetype mark = text.indexOf(endMark);
     return mark < 0 ? QString() : text.left(mark);

@@ -9,6 +9,8 @@ namespace kestrune {
 QString KillTitleHead(const QString& text);
 // Up to and including the first point of a row's text; empty when it holds none.
 QString TitleHead(const QString& text);
+// Each character that ends a line or a paragraph as a blank.
+QString OneLine(QString text);
 // Before the end mark "//"; empty when there is none.
 QString KillGang0(const QString& text);
 // The same for a folder, whose own last separator may stand before the mark and stays with it. A pair of

@@ -4,6 +4,8 @@
 #include "app/text_coding.h"
 #include "playlist/playlist_text.h"
 
+#include <QUrl>
+
 namespace kestrune {
 
 namespace {
@@ -67,9 +69,23 @@ bool ReadHead(LineReader& reader, const QLatin1String& head, ParsedList& list) {
     return list.isValid;
 }
 
-// A title from a tag may hold line ends, which would break the entry.
-QString OneLine(QString title) {
-    return title.replace(u'\r', u' ').replace(u'\n', u' ');
+const QLatin1String addressHead("file://");
+
+// A path as a line of a list. One with a line end in it would break its entry, and in a PLS all behind it, so
+// it stands as an address, in which a line end is spelled. Other programs read such addresses too.
+QString PathLine(const QString& path) {
+    if (!path.contains(u'\n') && !path.contains(u'\r')) {
+        return path;
+    }
+    return addressHead + QString::fromLatin1(QUrl::toPercentEncoding(path, "/"));
+}
+
+// Any other text of this look is a path below the folder of the list, like everything that does not begin
+// with a separator.
+bool IsPathAddress(const QString& text) {
+    return text.startsWith(addressHead + pathSeparator) &&
+           (text.contains(QLatin1String("%0A"), Qt::CaseInsensitive) ||
+            text.contains(QLatin1String("%0D"), Qt::CaseInsensitive));
 }
 
 } // namespace
@@ -157,7 +173,7 @@ QByteArray EncodeM3u(const PlaylistRows& rows) {
     QString text = QStringLiteral("#EXTM3U") + lineEnd;
     for (int row = 1; row <= rows.Count(); ++row) {
         text += QStringLiteral("#EXTINF:") + QString::number(GetMusicSec(rows.Field(row, SubTime))) + u',' +
-                OneLine(rows.Title(row)) + lineEnd + rows.FullPath(row) + lineEnd;
+                OneLine(rows.Title(row)) + lineEnd + PathLine(rows.FullPath(row)) + lineEnd;
     }
     return EncodeText(text);
 }
@@ -166,7 +182,7 @@ QByteArray EncodePls(const PlaylistRows& rows) {
     QString text = QStringLiteral("[playlist]") + lineEnd;
     for (int row = 1; row <= rows.Count(); ++row) {
         const QString number = QString::number(row) + u'=';
-        text += QStringLiteral("File") + number + rows.FullPath(row) + lineEnd;
+        text += QStringLiteral("File") + number + PathLine(rows.FullPath(row)) + lineEnd;
         text += QStringLiteral("Title") + number + OneLine(rows.Title(row)) + lineEnd;
         text += QStringLiteral("Length") + number + QString::number(GetMusicSec(rows.Field(row, SubTime))) +
                 lineEnd;
@@ -179,7 +195,7 @@ QByteArray EncodePls(const PlaylistRows& rows) {
 QByteArray EncodeAsx(const PlaylistRows& rows) {
     QString text = QStringLiteral("<Asx Version = \"3.0\" >") + lineEnd + lineEnd;
     for (int row = 1; row <= rows.Count(); ++row) {
-        QString path = rows.FullPath(row);
+        QString path = PathLine(rows.FullPath(row));
         path.replace(pathSeparator, u'\\');
         text += QStringLiteral("<Entry> ") + lineEnd;
         text += QStringLiteral("<Title > ") + OneLine(rows.Title(row)) + QStringLiteral("</Title>") +
@@ -195,6 +211,9 @@ QString NativeListPath(const QString& path) {
     QString native = path;
     if (!native.contains(pathSeparator)) {
         native.replace(u'\\', pathSeparator);
+    }
+    if (IsPathAddress(native)) {
+        return QUrl::fromPercentEncoding(native.mid(addressHead.size()).toUtf8());
     }
     return native;
 }

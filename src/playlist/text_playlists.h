@@ -38,7 +38,9 @@ QByteArray EncodeM3u(const PlaylistRows& rows);
 QByteArray EncodePls(const PlaylistRows& rows);
 QByteArray EncodeAsx(const PlaylistRows& rows);
 
-// A path of a playlist with backslashes turned into separators, if it holds no separator.
+// A path of a playlist with backslashes turned into separators, if it holds no separator. The writers put a
+// path with a line end in it as "file://" and the path with its bytes as %0A and the like; that is read back
+// here.
 QString NativeListPath(const QString& path);
 
 // Full path of a playlist's entry. `baseFolder` is the folder of the playlist and ends in a separator. A path

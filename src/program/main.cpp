@@ -9,10 +9,12 @@
 #include "display/audio_display.h"
 #include "main_window/frm_main.h"
 #include "main_window/recording_tool.h"
+#include "main_window/shut_down.h"
 #include "main_window/start_up.h"
 #include "playback/display_feed.h"
 #include "program/application_events.h"
 #include "program/converter_opener.h"
+#include "program/end_signals.h"
 #include "program/folder_lock.h"
 #include "program/prompt_dialogs.h"
 #include "program/system_clock.h"
@@ -23,6 +25,8 @@
 
 #include <QApplication>
 #include <QDBusConnection>
+#include <QSessionManager>
+#include <QTimer>
 #include <cstdlib>
 
 namespace kestrune {
@@ -36,6 +40,24 @@ void ConnectDesktop(MediaControl& media, MprisService& mpris, FrmMain& window) {
     QObject::connect(&media, &MediaControl::QuitRequested, &window, &QWidget::close);
     QMetaObject::invokeMethod(
         &mpris, [&mpris] { mpris.Start(QDBusConnection::sessionBus()); }, Qt::QueuedConnection);
+}
+
+// Leaves open dialogs and menus unasked. A long task that lets events through does not return for that, and
+// the system that asked does not wait for ever.
+void EndProcess() {
+    constexpr int graceMs = 1000;
+    QTimer::singleShot(graceMs, [] { std::_Exit(EXIT_SUCCESS); });
+    QCoreApplication::exit(EXIT_SUCCESS);
+}
+
+// Joins the end of the program and all that may ask for it but the window's own close button.
+void ConnectEnd(ShutDown& shutDown, EndSignals& endSignals, FrmMain& window) {
+    const auto store = [&shutDown](const QSessionManager& /*session*/) { shutDown.StoreForSessionEnd(); };
+    QObject::connect(&window, &FrmMain::Unloaded, &window, [&shutDown] { shutDown.WindowClosed(); });
+    QObject::connect(&endSignals, &EndSignals::EndRequested, &window, [&shutDown] { shutDown.End(); });
+    QObject::connect(qApp, &QGuiApplication::commitDataRequest, &window, store);
+    QObject::connect(qApp, &QGuiApplication::saveStateRequest, &window, store);
+    QObject::connect(qApp, &QCoreApplication::aboutToQuit, &window, [&shutDown] { shutDown.EventsEnded(); });
 }
 
 // The toolkit puts its pictures into memory that it shares with the X server, and before it paints there
@@ -112,6 +134,9 @@ int main(int argc, char** argv) {
             {state, options, rows, files, transport, knob, *audioFile, *audioPlayer, prompts, window})) {
         return EXIT_SUCCESS;
     }
+    ShutDown shutDown(rows, files, EndProcess);
+    EndSignals endSignals;
+    ConnectEnd(shutDown, endSignals, window);
     const auto playingInfo = MakeAudioInformation();
     MediaControl media({options, rows, admission, files, transport, buttons, knob, *audioFile, *playingInfo,
                         [] { return QApplication::activeModalWidget() != nullptr; }});

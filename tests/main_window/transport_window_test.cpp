@@ -275,6 +275,15 @@ TEST_F(PlayingWindowTest, ALongNameIsCutBeforeTheWindowButtons) {
     EXPECT_EQ(label.right() + 1, firstButton - 10);
 }
 
+TEST_F(PlayingWindowTest, ANameWithLineEndsStandsInOneLine) {
+    Start();
+    const QString name = QStringLiteral("a\nb\r\nc\u2028d.wav");
+    MakeFile(name);
+    admission.AddFiletoList(music.path() + u'/', name);
+    DoubleClickRow(1);
+    EXPECT_EQ(Find<QLabel>(QStringLiteral("LabelName"))->text().toStdString(), "a b  c d.wav - ");
+}
+
 // --- The display ---
 
 TEST_F(PlayingWindowTest, ARightClickOnTheDisplayShowsTheOptions) {

@@ -191,10 +191,13 @@ TEST(KslFields, ALongerTitleReadsBackEmpty) {
     EXPECT_EQ(StoredTitle(QString(1000, u't')), "");
 }
 
-TEST(KslFields, TheWidthCountsBytes) {
-    EXPECT_EQ(StoredTitle(QString(189, QChar(0xF6))), Utf8(QString(189, QChar(0xF6))));
-    EXPECT_EQ(StoredTitle(QString(190, QChar(0xF6))), "");
-    EXPECT_EQ(StoredTitle(QString(379, u't') + QChar(0xF6)), "");
+TEST(KslFields, TheWidthCountsCharacters) {
+    const QChar umlaut(0xF6);
+    for (const int letters : {189, 190, 378}) {
+        EXPECT_EQ(StoredTitle(QString(letters, umlaut)), Utf8(QString(letters, umlaut)));
+    }
+    EXPECT_EQ(StoredTitle(QString(379, umlaut)), "");
+    EXPECT_EQ(StoredTitle(QString(378, u't') + umlaut), "");
 }
 
 TEST(KslFields, ATitleWithTheEndMarkInsideReadsBackCutBeforeIt) {
@@ -258,6 +261,19 @@ TEST(KslBuild, WithoutTheVersionItIsZero) {
     EXPECT_EQ(KslBuildOf(Header(1, "Kestrune Playlist v5.4 50410")), 0) << "the letter has its case";
     EXPECT_EQ(KslBuildOf({}), 0);
     EXPECT_EQ(KslBuildOf(Header(1, "Kestrune Playlist V5.")), 0);
+}
+
+TEST(KslForm, IsOurOwnOnlyWithThisBuildAndTextsInUtf8) {
+    RecordTexts umlaut;
+    umlaut.fileName = "Bj\xC3\xB6rk.mp3//";
+    EXPECT_TRUE(IsOwnKsl(File(Header(2), {Record({}), Record(umlaut)})));
+    EXPECT_TRUE(IsOwnKsl(Header(0)));
+    umlaut.fileName = "Bj\xF6rk.mp3//";
+    EXPECT_FALSE(IsOwnKsl(File(Header(2), {Record({}), Record(umlaut)})));
+    EXPECT_FALSE(IsOwnKsl(File(Header(1, "Kestrune Playlist V5.1 50100"), {OlderRecord({})})));
+    EXPECT_FALSE(IsOwnKsl(File(Header(1, "Kestrune Playlist V5.5 50500"), {Record({})})));
+    EXPECT_FALSE(IsOwnKsl({}));
+    EXPECT_FALSE(IsOwnKsl("any text"));
 }
 
 TEST(KslConversion, MapsEveryFieldOfTheOlderRecord) {

@@ -140,36 +140,6 @@ TEST_F(PlaylistFilesTest, ANativeListNeitherProbesNorTestsItsFiles) {
     EXPECT_TRUE(list.probe.calls.isEmpty());
 }
 
-// A file of one older record, with the format text of 200 bytes and no type.
-QByteArray OlderFile(const QByteArray& header) {
-    const auto field = [](const char* text, int width) {
-        return QByteArray(text).leftJustified(width, ' ', true);
-    };
-    QByteArray bytes("\x01\x00\0\0\0\0\0\0\0", 9);
-    bytes += header.leftJustified(50, ' ', true) + QByteArray(941, '\0');
-    bytes += field("Older//", 380) + field("01:00//", 20) + field("format//", 200) + field("1.0m//", 20) +
-             field("/m///", 200) + field("Song.WAV//", 172) + QByteArray("\xFF\xFF", 2);
-    return bytes;
-}
-
-TEST_F(PlaylistFilesTest, AnOlderListIsConvertedInPlaceAndRead) {
-    for (const char* header :
-         {"Kestrune Playlist V5.1 50100", "Kestrune Playlist V5.4 50409", "no version"}) {
-        const QString file = list.music.Write(QStringLiteral("l.ksl"), OlderFile(header));
-        OpenByDialog(file);
-        ASSERT_EQ(list.rows.Count(), 1) << header;
-        EXPECT_EQ(Utf8(list.rows.Field(1, RowText)), "1.Older");
-        EXPECT_EQ(Utf8(list.rows.Field(1, SubType)), "wav");
-        EXPECT_EQ(Utf8(list.rows.Field(1, SubFolder)), "/m/");
-        EXPECT_EQ(Utf8(list.rows.Field(1, SubFormats)), "format");
-        EXPECT_TRUE(list.rows.IsSelected(1));
-        const std::string converted = Content(file);
-        EXPECT_EQ(converted.substr(9, 28), "Kestrune Playlist V5.4 50410");
-        EXPECT_EQ(converted.substr(1597, 3), "wav");
-        EXPECT_EQ(QDir(list.music.Path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
-    }
-}
-
 TEST_F(PlaylistFilesTest, AListOfThisBuildOrALaterOneIsNotConverted) {
     AddTwoRows();
     const QString file = list.music.Path(QStringLiteral("l.ksl"));

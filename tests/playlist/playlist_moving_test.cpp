@@ -204,13 +204,16 @@ TEST_F(SwappingTest, ATitleOf381CharactersLosesItsEnd) {
               std::string("2.").append(380, 'x'));
 }
 
-TEST_F(SwappingTest, WidthsAreBytesAndNoCharacterIsCut) {
-    // Two bytes each: 190 fill the title, the 191st goes.
-    EXPECT_EQ(Moved(RowText, QStringLiteral("1.") + QString(191, QChar(0xE9))),
-              "2." + Utf8(QString(190, QChar(0xE9))));
-    // One byte and then pairs: the character on the border goes as a whole.
-    EXPECT_EQ(Moved(RowText, QStringLiteral("1.x") + QString(190, QChar(0xE9))),
-              "2.x" + Utf8(QString(189, QChar(0xE9))));
+TEST_F(SwappingTest, WidthsAreCharactersAndNoneIsCut) {
+    EXPECT_EQ(Moved(RowText, QStringLiteral("1.") + QString(381, QChar(0xE9))),
+              "2." + Utf8(QString(380, QChar(0xE9))));
+    // A folder of 70 letters and 212 bytes.
+    const QString folder = u'/' + QString(70, QChar(0x65E5)) + u'/';
+    EXPECT_EQ(Moved(SubFolder, folder), Utf8(folder));
+    // Characters of two units each.
+    const QString clef = QString::fromUcs4(U"\U0001D11E");
+    EXPECT_EQ(Moved(SubFileName, clef.repeated(172)), Utf8(clef.repeated(172)));
+    EXPECT_EQ(Moved(SubFileName, u'x' + clef.repeated(172)), Utf8(u'x' + clef.repeated(171)));
 }
 
 TEST_F(SwappingTest, OnlyTheRowThatWasTakenUpLosesItsTail) {
