@@ -1,24 +1,12 @@
-// Puts the program together: the one place that knows both a window and a backend.
-#include "backends/audio_file/codec_file.h"
-#include "backends/sound/alsa_player.h"
-#include "backends/spectrum/tx_spectrum.h"
-#include "backends/tags/tag_information.h"
-#include "backends/transform/stereo_to_mono.h"
-#include "desktop/media_control.h"
+// Puts the program together with this machine's components and shows its window.
 #include "desktop/mpris_service.h"
-#include "display/audio_display.h"
 #include "main_window/frm_main.h"
-#include "main_window/recording_tool.h"
 #include "main_window/shut_down.h"
-#include "main_window/start_up.h"
-#include "playback/display_feed.h"
-#include "program/application_events.h"
-#include "program/converter_opener.h"
 #include "program/end_signals.h"
 #include "program/folder_lock.h"
-#include "program/prompt_dialogs.h"
-#include "program/system_clock.h"
-#include "program/tag_editor_opener.h"
+#include "program/machine_components.h"
+#include "program/main_window_parts.h"
+#include "program/program.h"
 #include "program/tool_window_dialogs.h"
 #include "skin/dialog_frame.h"
 #include "skin/skin_style.h"
@@ -88,59 +76,27 @@ int main(int argc, char** argv) {
     ApplySkinStyle(application);
     FrameAllDialogs(application);
 
+    MachineComponents components;
     ProgramState state;
-    PromptDialogs prompts;
     SetProgramState(state, QApplication::applicationDirPath());
     FolderLock lock(state.AppPath);
-    if (!IsOnlyInstance(lock, prompts)) {
+    if (!IsOnlyInstance(lock, components.Prompts())) {
         return EXIT_SUCCESS;
     }
 
-    SystemClock clock;
-    ApplicationEvents pending;
-    const auto audioPlayer = MakeAudioPlayer();
-    StereoToMonoTransform audioTransform;
-    const auto audioFile = MakeAudioFile();
-    const auto audioInfo = MakeAudioInformation();
-    PlaylistRows rows;
-    Options options(state);
-    Admission admission(rows, *audioInfo, prompts);
-    PlaylistFiles files(state, options, rows, admission, prompts);
-    Transport transport({state, rows, options, *audioFile, *audioPlayer, prompts, clock});
-    PlaylistEditing editing(
-        state, rows, files, prompts,
-        {[&transport] { return transport.State().PlayFile; }, [&transport] { transport.StopPlay(); }});
-    TxSpectrum spectrum;
-    AudioDisplay display(spectrum, clock);
-    const DisplayFeed feed({transport, *audioFile, *audioPlayer, audioTransform, display, pending});
-    QObject::connect(&feed, &DisplayFeed::Paused, &display, &AudioDisplay::FallToRest);
-    ToolWindowDialogs tools(state);
-    const ConverterOpener converter({state, rows, prompts, pending, clock, MakeAudioFile});
-    tools.SetShowing(ToolWindow::ConverterfrmDialog, [&converter](QWidget* owner) { converter.Show(owner); });
-    const TagEditorOpener tagEditor({state, rows, prompts, MakeAudioInformation});
-    tools.SetShowing(ToolWindow::frmInfo, [&tagEditor](QWidget* owner) { tagEditor.Show(owner); });
-    RecordingTool recording(tools, prompts);
-    PlayButtons buttons({state, rows, options, clock, transport, recording});
-    MenuRouting routing(state, buttons, rows, tools, prompts);
-    VolumeKnob knob{KnobGeometry{}};
-    ListTip listTip(clock);
+    ToolWindowDialogs tools;
+    Program program(components, state, tools);
     const MainPictures pictures;
-    FrmMain window({pictures, state, options, rows, admission, files, editing, transport, buttons, routing,
-                    knob, listTip, display, *audioPlayer});
-    prompts.SetOwner(&window);
-    tools.SetOwner(&window);
-
-    if (!LoadMainWindow(
-            {state, options, rows, files, transport, knob, *audioFile, *audioPlayer, prompts, window})) {
+    FrmMain window(MainWindowParts(program, pictures));
+    components.Prompts().SetOwner(&window);
+    tools.SetMainWindow({state, program.rows, components}, &window);
+    if (!program.Load(window)) {
         return EXIT_SUCCESS;
     }
-    ShutDown shutDown(rows, files, EndProcess);
+    ShutDown shutDown(program.rows, program.files, EndProcess);
     EndSignals endSignals;
     ConnectEnd(shutDown, endSignals, window);
-    const auto playingInfo = MakeAudioInformation();
-    MediaControl media({options, rows, admission, files, transport, buttons, knob, *audioFile, *playingInfo,
-                        [] { return QApplication::activeModalWidget() != nullptr; }});
-    MprisService mpris(media);
-    ConnectDesktop(media, mpris, window);
+    MprisService mpris(program.media);
+    ConnectDesktop(program.media, mpris, window);
     return QApplication::exec();
 }

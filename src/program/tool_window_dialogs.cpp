@@ -1,30 +1,34 @@
 #include "program/tool_window_dialogs.h"
 
 #include "help/help_window.h"
-#include "program/frm_splash.h"
 #include "skin/program_icon.h"
+
+#include <QApplication>
 
 namespace kestrune {
 
-ToolWindowDialogs::ToolWindowDialogs(const ProgramState& state) : state_(state) {}
-
+ToolWindowDialogs::ToolWindowDialogs() = default;
 ToolWindowDialogs::~ToolWindowDialogs() = default;
 
+void ToolWindowDialogs::SetMainWindow(const ToolParts& parts, QWidget* owner) {
+    parts_.emplace(parts);
+    owner_ = owner;
+}
+
 bool ToolWindowDialogs::Show(ToolWindow tool) {
-    const auto showing = showings_.find(tool);
-    if (showing != showings_.end()) {
-        showing->second(owner_);
-        return true;
-    }
-    if (tool != ToolWindow::frmSplash) {
+    const std::unique_ptr<OpenedTool> opened = parts_ ? MakeTool(tool, *parts_, owner_) : nullptr;
+    if (!opened) {
         return false;
     }
-    if (!frmSplash_) {
-        frmSplash_ = std::make_unique<FrmSplash>(state_);
+    QDialog& window = opened->Window();
+    window.setWindowIcon(owner_ != nullptr ? owner_->windowIcon() : ProgramIcon());
+    window.setWindowModality(Qt::ApplicationModal);
+    opened->Load();
+    window.exec();
+    if (owner_ != nullptr) {
+        // A tool may have changed rows.
+        owner_->update();
     }
-    frmSplash_->setWindowIcon(owner_ != nullptr ? owner_->windowIcon() : ProgramIcon());
-    frmSplash_->setWindowModality(Qt::ApplicationModal);
-    frmSplash_->exec();
     return true;
 }
 
@@ -34,6 +38,10 @@ void ToolWindowDialogs::ShowHelp(const QString& topic) {
         help_->setWindowIcon(ProgramIcon());
     }
     help_->ShowTopic(topic);
+}
+
+bool ToolWindowDialogs::IsUserKeptAway() const {
+    return QApplication::activeModalWidget() != nullptr;
 }
 
 } // namespace kestrune

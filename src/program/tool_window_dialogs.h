@@ -1,40 +1,35 @@
-// The windows that open over the main window, each made when it is first asked for.
+// Opens tools over the main window.
 #pragma once
 
-#include "app/program_state.h"
+#include "program/open_tools.h"
 #include "tool_window/tool_windows.h"
 
 #include <QPointer>
 #include <QWidget>
-#include <functional>
-#include <map>
 #include <memory>
+#include <optional>
 
 namespace kestrune {
 
-class FrmSplash;
 class HelpWindow;
 
 // Window thread.
 class ToolWindowDialogs : public ToolWindows {
 public:
-    // The state must outlive it.
-    explicit ToolWindowDialogs(const ProgramState& state);
+    ToolWindowDialogs();
     ~ToolWindowDialogs() override;
 
-    // The window over which they open.
-    void SetOwner(QWidget* owner) { owner_ = owner; }
-    // How a tool is shown: runs its window over the owner given and returns when it was closed.
-    using Showing = std::function<void(QWidget* owner)>;
-    void SetShowing(ToolWindow tool, Showing showing) { showings_[tool] = std::move(showing); }
+    // What the tools work with, and the window over which they open. Before the first Show.
+    void SetMainWindow(const ToolParts& parts, QWidget* owner);
+
+    // The window is application modal, over the owner and with its icon.
     bool Show(ToolWindow tool) override;
     void ShowHelp(const QString& topic) override;
+    bool IsUserKeptAway() const override;
 
 private:
-    const ProgramState& state_;
+    std::optional<ToolParts> parts_;
     QPointer<QWidget> owner_;
-    std::map<ToolWindow, Showing> showings_;
-    std::unique_ptr<FrmSplash> frmSplash_;
     std::unique_ptr<HelpWindow> help_;
 };
 

@@ -28,6 +28,8 @@ public:
     virtual bool Show(ToolWindow tool) = 0;
     // The help window; returns at once.
     virtual void ShowHelp(const QString& topic) = 0;
+    // True while a box or a tool keeps the user from the main window.
+    virtual bool IsUserKeptAway() const = 0;
 };
 
 // Shows a tool, or tells that it does not exist yet. Returns when either was closed.

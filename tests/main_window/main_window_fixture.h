@@ -1,16 +1,10 @@
 // The main window as the program puts it together, over fakes.
 #pragma once
 
-#include "main_window/frm_main.h"
-#include "main_window/recording_tool.h"
-#include "main_window/start_up.h"
-#include "support/fake_audio_file.h"
-#include "support/fake_audio_information.h"
-#include "support/fake_audio_player.h"
-#include "support/fake_clock.h"
-#include "support/fake_spectrum.h"
+#include "program/main_window_parts.h"
+#include "program/program.h"
+#include "support/fake_components.h"
 #include "support/fake_tool_windows.h"
-#include "support/fake_user_prompts.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -29,8 +23,7 @@ protected:
 
     // Loads and shows the window. To be called after the files that the start is to find were written.
     void Start() {
-        ASSERT_TRUE(LoadMainWindow(
-            {state, options, rows, files, transport, knob, audioFile, player, prompts, window}));
+        ASSERT_TRUE(program.Load(window));
         window.activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
     }
@@ -123,33 +116,27 @@ protected:
     QTemporaryDir home;
     QTemporaryDir music;
     ProgramState state;
-    Options options{state};
-    PlaylistRows rows;
-    FakeAudioFile audioFile;
-    FakeAudioPlayer player;
-    FakeAudioInformation audioInfo;
-    FakeUserPrompts prompts;
-    FakeClock clock;
-    Admission admission{rows, audioInfo, prompts};
-    PlaylistFiles files{state, options, rows, admission, prompts};
-    Transport transport{{state, rows, options, audioFile, player, prompts, clock}};
-    PlaylistEditing editing{
-        state,
-        rows,
-        files,
-        prompts,
-        {[this] { return transport.State().PlayFile; }, [this] { transport.StopPlay(); }}};
-    FakeSpectrum spectrum;
-    AudioDisplay audioDisplay{spectrum, clock};
     FakeToolWindows tools;
-    RecordingTool recording{tools, prompts};
-    PlayButtons buttons{{state, rows, options, clock, transport, recording}};
-    MenuRouting routing{state, buttons, rows, tools, prompts};
-    VolumeKnob knob{KnobGeometry{}};
-    ListTip listTip{clock};
+    FakeComponents components;
+    Program program{components, state, tools};
     MainPictures skinPictures;
-    FrmMain window{{skinPictures, state, options, rows, admission, files, editing, transport, buttons,
-                    routing, knob, listTip, audioDisplay, player}};
+    FrmMain window{MainWindowParts(program, skinPictures)};
+
+    // The parts of the program that tests look at.
+    FakeAudioFile& audioFile = *components.files.first();
+    FakeAudioPlayer& player = *components.players.first();
+    FakeAudioInformation& audioInfo = *components.information.first();
+    FakeUserPrompts& prompts = components.prompts;
+    FakeClock& clock = components.clock;
+    Options& options = program.options;
+    PlaylistRows& rows = program.rows;
+    Admission& admission = program.admission;
+    PlaylistFiles& files = program.files;
+    Transport& transport = program.transport;
+    PlaylistEditing& editing = program.editing;
+    AudioDisplay& audioDisplay = program.display;
+    MenuRouting& routing = program.routing;
+    VolumeKnob& knob = program.knob;
 };
 
 } // namespace kestrune

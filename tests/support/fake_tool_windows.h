@@ -1,7 +1,7 @@
 // Tool windows that are only noted.
 #pragma once
 
-#include "main_window/menu_routing.h"
+#include "tool_window/tool_windows.h"
 
 #include <QList>
 
@@ -14,10 +14,12 @@ public:
         return exists;
     }
     void ShowHelp(const QString& topic) override { topics.append(topic); }
+    bool IsUserKeptAway() const override { return isUserKeptAway; }
 
     QList<ToolWindow> shown;
     QStringList topics;
     bool exists = true;
+    bool isUserKeptAway = false;
 };
 
 } // namespace kestrune
