@@ -63,7 +63,7 @@ public:
     }
 
 private:
-    void Equip(ImageButton* button, const QString& name, const QString& tip, const at::Key& key, int group,
+    void Equip(ImageButton* button, const QString& name, const QString& tip, const KeyLayout& key, int group,
                int index) {
         Put(button, name, button->parentWidget() == window_ ? key.place : InSide(key.place));
         button->SetOffPicture(&pictures_.Off());
@@ -72,7 +72,7 @@ private:
         hover_.Add(group, index, button);
     }
 
-    ImageButton* Picture(const QString& name, const QString& tip, const at::Key& key, int group, int index,
+    ImageButton* Picture(const QString& name, const QString& tip, const KeyLayout& key, int group, int index,
                          QWidget* parent) {
         auto* button = new ImageButton(pictures_.Strip(), {key.hover, key.pressed}, parent);
         Equip(button, name, tip, key, group, index);

@@ -285,7 +285,7 @@ void ConverterfrmDialog::ConnectPanels() {
 
 void ConverterfrmDialog::ShowHeight() {
     const bool isLong = parts_.rules.Panels.IsLong();
-    const at::Key& key = isLong ? at::ImageUpdownLong : at::ImageUpdown;
+    const KeyLayout& key = isLong ? at::ImageUpdownLong : at::ImageUpdown;
     controls_.ImageUpdown->SetLooks({key.hover, key.pressed});
     const QString tip = isLong ? tr("Hide the events") : tr("Show the events");
     controls_.ImageUpdown->setToolTip(tip);

@@ -92,7 +92,7 @@ FormatPanel::FormatPanel(const SkinPicture& strip, HoverKeeper& hover, const Con
     ConnectSettings();
 }
 
-ImageButton* FormatPanel::Picture(const QString& name, const QString& tip, const at::Key& key, int group,
+ImageButton* FormatPanel::Picture(const QString& name, const QString& tip, const KeyLayout& key, int group,
                                   int index) {
     auto* button = new ImageButton(strip_, {key.hover, key.pressed}, this);
     button->setObjectName(name);

@@ -37,7 +37,7 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
 
 private:
-    ImageButton* Picture(const QString& name, const QString& tip, const format_panel_layout::Key& key,
+    ImageButton* Picture(const QString& name, const QString& tip, const KeyLayout& key,
                          int group, int index);
     void MakeTitle();
     void MakeRates();

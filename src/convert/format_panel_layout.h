@@ -1,25 +1,31 @@
-// Where everything of the panel of formats stands: the panel in the window, its parts in the panel. Pixels.
-// See converter_layout.h for the pictures.
+// Where everything of the panel of formats stands: the panel in the window and in the strip, its parts in the
+// panel. Pixels. Written by tools/make_skin, which draws the pictures from the same numbers: do not edit.
 #pragma once
 
-#include "convert/converter_layout.h"
+#include "skin/key_layout.h"
+
+#include <QPoint>
+#include <QRect>
+#include <QSize>
+#include <array>
 
 namespace kestrune::format_panel_layout {
-
-using converter_layout::Key;
-
-inline constexpr QPoint corner(2, 25);         // in the window
-inline constexpr QRect ground(4, 4, 370, 317); // in the strip
+// In the window.
+inline constexpr QPoint corner(2, 25);
+// In the strip.
+inline constexpr QRect ground(4, 4, 370, 317);
 inline constexpr QRect caption(12, 4, 240, 18);
-inline constexpr Key ImageSetdown = {{344, 4, 18, 18}, {384, 240}, {406, 240}};
+inline constexpr KeyLayout ImageSetdown = {{344, 4, 18, 18}, {384, 240}, {406, 240}};
 
-inline constexpr QRect opFreq(18, 28, 64, 19); // the first one
+// --- Rates and channels ---
+// The first one.
+inline constexpr QRect opFreq(18, 28, 64, 19);
 inline constexpr int freqColumns = 4;
 inline constexpr int freqStep = 64;
 inline constexpr int freqRowStep = 19;
 inline constexpr std::array<QRect, 2> opChannels = {{{288, 28, 70, 19}, {288, 47, 70, 19}}};
 
-// One line of the table of formats.
+// --- The table of formats: twelve lines of name, text and control ---
 inline constexpr int firstLine = 73;
 inline constexpr int lineStep = 20;
 inline constexpr int nameLeft = 10;
@@ -29,6 +35,8 @@ inline constexpr int textWidth = 250;
 inline constexpr int controlLeft = 310;
 inline constexpr int controlWidth = 52;
 inline constexpr int controlHeight = 18;
+inline constexpr QPoint ImageSetHover(384, 216);
+inline constexpr QPoint ImageSetPressed(460, 216);
 
 constexpr QRect Name(int line) {
     return {nameLeft, firstLine + line * lineStep, nameWidth, lineStep};
@@ -39,9 +47,8 @@ constexpr QRect Text(int line) {
 constexpr QRect Control(int line) {
     return {controlLeft, firstLine + line * lineStep + 1, controlWidth, controlHeight};
 }
-
-constexpr Key ImageSet(int line) {
-    return {Control(line), {384, 216}, {460, 216}};
+constexpr KeyLayout ImageSet(int line) {
+    return {Control(line), ImageSetHover, ImageSetPressed};
 }
 
 } // namespace kestrune::format_panel_layout

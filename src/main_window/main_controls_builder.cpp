@@ -46,7 +46,7 @@ public:
     }
 
 private:
-    ImageButton* Picture(const QString& name, const QString& tip, const layout::Key& key, int group,
+    ImageButton* Picture(const QString& name, const QString& tip, const KeyLayout& key, int group,
                          int index) {
         ButtonLooks looks{key.hover, key.pressed};
         if (key.lit.x() >= 0) {
@@ -211,8 +211,8 @@ void Builder::MakeTransport() {
 void Builder::MakeVolume() {
     KnobPictures pictures{parts_.pictures.Strip(), layout::volumeDotInStrip, {}, {}};
     for (size_t i = 0; i < layout::ImageVol.size(); ++i) {
-        pictures.markPlaces[i] = layout::ImageVol[i].place;
-        pictures.litMarks[i] = layout::ImageVol[i].lit;
+        pictures.markPlaces[i] = layout::ImageVol[i];
+        pictures.litMarks[i] = layout::ImageVolLit[i];
     }
     controls_.volumeKnob = new VolumeKnobView(parts_.knob, KnobGeometry{}, pictures, window_);
 }

@@ -32,7 +32,7 @@ QRect OnPanel(const QRect& place) {
 
 std::vector<Look> KeyLooks(const ConverterPictures& pictures) {
     std::vector<Look> looks;
-    const auto add = [&looks](const char* name, const QRect& normal, const at::Key& key,
+    const auto add = [&looks](const char* name, const QRect& normal, const KeyLayout& key,
                               const SkinPicture& ground) {
         looks.push_back({name, normal, key.hover, ground});
         looks.push_back({name, normal, key.pressed, ground});
@@ -40,13 +40,13 @@ std::vector<Look> KeyLooks(const ConverterPictures& pictures) {
             looks.push_back({name, normal, key.lit, ground});
         }
     };
-    const auto addKey = [&](const char* name, const at::Key& key) {
+    const auto addKey = [&](const char* name, const KeyLayout& key) {
         add(name, key.place, key, pictures.Short());
     };
-    for (const at::Key& key : at::folder) {
+    for (const KeyLayout& key : at::folder) {
         addKey("folder", key);
     }
-    for (const at::Key& key : at::ImageAllClear) {
+    for (const KeyLayout& key : at::ImageAllClear) {
         addKey("ImageAllClear", key);
     }
     addKey("Image1", at::Image1);
@@ -56,7 +56,7 @@ std::vector<Look> KeyLooks(const ConverterPictures& pictures) {
     addKey("ImageUpdown", at::ImageUpdown);
     add("ImageUpdown long", at::ImageUpdownLong.place, at::ImageUpdownLong, pictures.Long());
     for (const int line : {1, 2, 11}) {
-        const at::Key key = panel::ImageSet(line);
+        const KeyLayout key = panel::ImageSet(line);
         add("ImageSet", OnPanel(key.place), key, pictures.Strip());
     }
     return looks;
@@ -129,7 +129,7 @@ TEST_P(ConverterCutsTest, TheLooksOfAKeyDifferFromEachOtherAndFromTheNormalOne) 
 
 // Title keys have no plate of their own in the normal look.
 TEST_P(ConverterCutsTest, TheCrossesAreThereInBothLooks) {
-    for (const at::Key& key : {at::ImageQuit, panel::ImageSetdown}) {
+    for (const KeyLayout& key : {at::ImageQuit, panel::ImageSetdown}) {
         const QImage hover = Cut(pictures.Strip(), {key.hover, key.place.size()}, GetParam());
         const QImage pressed = Cut(pictures.Strip(), {key.pressed, key.place.size()}, GetParam());
         EXPECT_GT(PaintedPixels(hover), hover.width() * hover.height() / 2);
@@ -138,7 +138,7 @@ TEST_P(ConverterCutsTest, TheCrossesAreThereInBothLooks) {
 }
 
 TEST_P(ConverterCutsTest, ADisabledKeyDiffersFromTheNormalOneInItsGlyphAlone) {
-    for (const at::Key& key : {at::folder[0], at::folder[1]}) {
+    for (const KeyLayout& key : {at::folder[0], at::folder[1]}) {
         const QImage normal = Cut(pictures.Short(), key.place, GetParam());
         const QImage off = Cut(pictures.Off(), key.place, GetParam());
         EXPECT_NE(normal, off);

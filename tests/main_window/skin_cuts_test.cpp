@@ -29,7 +29,7 @@ QString Named(const char* name, size_t index) {
 }
 
 template <size_t count>
-void AddKeys(std::vector<Look>& looks, const char* name, const std::array<layout::Key, count>& keys) {
+void AddKeys(std::vector<Look>& looks, const char* name, const std::array<KeyLayout, count>& keys) {
     for (size_t i = 0; i < count; ++i) {
         looks.push_back({Named(name, i) + QStringLiteral(" hover"), keys[i].place, keys[i].hover});
         looks.push_back({Named(name, i) + QStringLiteral(" pressed"), keys[i].place, keys[i].pressed});
@@ -44,8 +44,8 @@ std::vector<Look> KeyLooks() {
     AddKeys(looks, "ImagePlayButton", layout::ImagePlayButton);
     AddKeys(looks, "ImageRepeatModeBut", layout::ImageRepeatModeBut);
     AddKeys(looks, "ImageListCmd", layout::ImageListCmd);
-    AddKeys(looks, "ImageChgLstBnd", std::array<layout::Key, 1>{layout::ImageChgLstBnd});
-    AddKeys(looks, "ImageColour", std::array<layout::Key, 1>{layout::ImageColour});
+    AddKeys(looks, "ImageChgLstBnd", std::array<KeyLayout, 1>{layout::ImageChgLstBnd});
+    AddKeys(looks, "ImageColour", std::array<KeyLayout, 1>{layout::ImageColour});
     return looks;
 }
 
@@ -82,7 +82,7 @@ std::vector<Piece> OtherPieces() {
         add(QLatin1String(text), {cut.left, lampTop}, {cut.width, lampHeight});
     }
     for (size_t i = 0; i < layout::ImageVol.size(); ++i) {
-        add(Named("volume mark", i), layout::ImageVol[i].lit, layout::ImageVol[i].place.size());
+        add(Named("volume mark", i), layout::ImageVolLit[i], layout::ImageVol[i].size());
     }
     for (const DigitCut& cut : DispSelTotalTime(QStringLiteral("0123456789:/"), 100).cuts) {
         add(Named("small digit", static_cast<size_t>(cut.left)), {cut.left, smallDigitTop},
@@ -151,7 +151,7 @@ TEST_P(SkinCutsTest, EveryLookLiesInThePlaceOfTheNormalOne) {
 }
 
 TEST_P(SkinCutsTest, ADisabledKeyDiffersFromTheNormalOneInItsGlyphAlone) {
-    for (const layout::Key& key : layout::ImagePlayButton) {
+    for (const KeyLayout& key : layout::ImagePlayButton) {
         const QImage normal = Cut(pictures.Window(), key.place, GetParam());
         const QImage off = Cut(pictures.Off(), key.place, GetParam());
         EXPECT_NE(normal, off);

@@ -47,7 +47,7 @@ QString Named(const char* name, size_t index) {
 
 std::vector<Row> MainKeys(const MainPictures& pictures) {
     std::vector<Row> rows;
-    const auto add = [&](const QString& name, const layout::Key& key) {
+    const auto add = [&](const QString& name, const KeyLayout& key) {
         rows.push_back({name, key.place, key.hover, key.pressed, key.lit, &pictures.Window(), &pictures.Off(),
                         &pictures.Strip()});
     };
@@ -74,11 +74,11 @@ std::vector<Row> ConverterKeys(const ConverterPictures& pictures) {
     namespace at = converter_layout;
     namespace panel = format_panel_layout;
     std::vector<Row> rows;
-    const auto add = [&](const QString& name, const at::Key& key, const SkinPicture& ground,
+    const auto add = [&](const QString& name, const KeyLayout& key, const SkinPicture& ground,
                          const SkinPicture* off) {
         rows.push_back({name, key.place, key.hover, key.pressed, key.lit, &ground, off, &pictures.Strip()});
     };
-    const auto addKey = [&](const QString& name, const at::Key& key) {
+    const auto addKey = [&](const QString& name, const KeyLayout& key) {
         add(name, key, pictures.Short(), &pictures.Off());
     };
     addKey(QStringLiteral("ImageQuit"), at::ImageQuit);
@@ -87,7 +87,7 @@ std::vector<Row> ConverterKeys(const ConverterPictures& pictures) {
         addKey(Named("ImageAllClear", i), at::ImageAllClear[i]);
     }
     addKey(QStringLiteral("Image1"), at::Image1);
-    at::Key stop = at::Image2;
+    KeyLayout stop = at::Image2;
     stop.place.moveTo(at::Image2Normal);
     add(QStringLiteral("Image2"), stop, pictures.Strip(), nullptr);
     addKey(QStringLiteral("ImageOptions"), at::ImageOptions);
@@ -95,7 +95,7 @@ std::vector<Row> ConverterKeys(const ConverterPictures& pictures) {
     add(QStringLiteral("ImageUpdown, long"), at::ImageUpdownLong, pictures.Long(), nullptr);
     for (const auto& [name, key] : {std::pair(QStringLiteral("ImageSet"), panel::ImageSet(1)),
                                     std::pair(QStringLiteral("ImageSetdown"), panel::ImageSetdown)}) {
-        at::Key onPanel = key;
+        KeyLayout onPanel = key;
         onPanel.place.translate(panel::ground.topLeft());
         add(name, onPanel, pictures.Strip(), nullptr);
     }

@@ -37,15 +37,15 @@ def wide_key(picture, x, y, width, height, look, glyph):
 
 
 def folder_key(picture, x, y, look):
-    flat_key(picture, x, y, *at.FOLDERS[0][2:], look, GLYPHS["open"])
+    flat_key(picture, x, y, *at.FOLDERS[0].size, look, GLYPHS["open"])
 
 
 def tick_key(picture, name, x, y, look):
-    flat_key(picture, x, y, *at.TICKS[name][2:], look, OWN_GLYPHS[name])
+    flat_key(picture, x, y, *at.TICKS[name].size, look, OWN_GLYPHS[name])
 
 
 def run_key(picture, name, x, y, look):
-    round_key(picture, x, y, at.START[2], look, GLYPHS[name])
+    round_key(picture, x, y, at.START.size[0], look, GLYPHS[name])
 
 
 def set_key(picture, x, y, look):
@@ -56,20 +56,21 @@ def background(height, look):
     picture = Picture(at.WIDTH, height)
     # The long window is the short one with a lower part: what both have is the same to the pixel.
     body(picture, at.WIDTH, height, *at.CORNER, random.Random(GRAIN_SEED), at.SHORT)
-    window_key(picture, "close", *at.CLOSE[:2], look)
+    window_key(picture, "close", *at.CLOSE.corner, look)
     for field in at.PATH_FIELDS:
         glass(picture, *field, 4, reflection=False)
-    for place in at.FOLDERS:
-        folder_key(picture, *place[:2], look)
+    for key in at.FOLDERS:
+        folder_key(picture, *key.corner, look)
     channel(picture, *at.TYPES, 6)
     channel(picture, *at.FORMATS, 6)
     glass(picture, *at.LIST, 6, reflection=False)
     glass(picture, *at.PROGRESS, 7)
-    for name, place in at.TICKS.items():
-        tick_key(picture, name, *place[:2], look)
-    run_key(picture, "play", *at.START[:2], look)
-    wide_key(picture, *at.OPTIONS, look, OPTIONS_GLYPH)
-    wide_key(picture, *at.HEIGHT, look, HEIGHT_GLYPHS["up" if height == at.LONG else "down"])
+    for name, key in at.TICKS.items():
+        tick_key(picture, name, *key.corner, look)
+    run_key(picture, "play", *at.START.corner, look)
+    wide_key(picture, *at.OPTIONS.place, look, OPTIONS_GLYPH)
+    height_name = "up" if height == at.LONG else "down"
+    wide_key(picture, *at.HEIGHTS[height_name].place, look, HEIGHT_GLYPHS[height_name])
     if height == at.LONG:
         glass(picture, *at.EVENTS, 6, reflection=False)
     return picture
@@ -77,7 +78,7 @@ def background(height, look):
 
 def panel(picture, x, y):
     """A plate that lies on the window, with its keys in their normal look."""
-    width, height = at.PANEL
+    width, height = at.GROUND[2:]
     picture.box(x, y, width, height, 8, fill="#0b0c0e")
     picture.box(x + 1, y + 1, width - 2, height - 2, 7, fill=picture.down(y, y + height, (0, "#3d434d"), (0.2, "#353a43"), (1, "#23262c")))
     picture.box(x + 1.5, y + 1.5, width - 3, height - 3, 6.5, stroke_width=1,
@@ -86,35 +87,35 @@ def panel(picture, x, y):
     channel(picture, x + left, y + top, wide, high, 6)
     left, top, wide, high = at.PANEL_TEXTS
     glass(picture, x + left, y + top, wide, high, 5, reflection=False)
-    for row in range(1, high // at.PANEL_ROW):
-        picture.box(x + left + 1, y + top + row * at.PANEL_ROW, wide - 2, 1, fill="#ffffff", fill_opacity=0.035)
-    window_key(picture, "close", x + at.PANEL_CLOSE[0], y + at.PANEL_CLOSE[1], "normal")
+    for row in range(1, high // at.LINE_STEP):
+        picture.box(x + left + 1, y + top + row * at.LINE_STEP, wide - 2, 1, fill="#ffffff", fill_opacity=0.035)
+    window_key(picture, "close", x + at.PANEL_CLOSE.corner[0], y + at.PANEL_CLOSE.corner[1], "normal")
     for place in at.PANEL_SETS:
         set_key(picture, x + place[0], y + place[1], "normal")
 
 
 def strip():
     picture = Picture(*at.STRIP)
-    panel(picture, *at.PANEL_IN_STRIP)
-    for look, place in at.CLOSE_LOOKS.items():
+    panel(picture, *at.GROUND[:2])
+    for look, place in at.CLOSE.looks.items():
         window_key(picture, "close", *place, look)
-    for look, place in at.FOLDER_LOOKS.items():
+    for look, place in at.FOLDERS[0].looks.items():
         folder_key(picture, *place, look)
-    for name, looks in at.TICK_LOOKS.items():
-        for look, place in looks.items():
+    for name, key in at.TICKS.items():
+        for look, place in key.looks.items():
             tick_key(picture, name, *place, look)
-    for look, place in at.START_LOOKS.items():
+    for look, place in at.START.looks.items():
         run_key(picture, "play", *place, look)
-    for look, place in at.STOP_LOOKS.items():
+    for look, place in {"normal": at.STOP_NORMAL, **at.STOP.looks}.items():
         run_key(picture, "stop", *place, look)
-    for look, place in at.OPTIONS_LOOKS.items():
-        wide_key(picture, *place, *at.OPTIONS[2:], look, OPTIONS_GLYPH)
-    for name, looks in at.HEIGHT_LOOKS.items():
-        for look, place in looks.items():
-            wide_key(picture, *place, *at.HEIGHT[2:], look, HEIGHT_GLYPHS[name])
+    for look, place in at.OPTIONS.looks.items():
+        wide_key(picture, *place, *at.OPTIONS.size, look, OPTIONS_GLYPH)
+    for name, key in at.HEIGHTS.items():
+        for look, place in key.looks.items():
+            wide_key(picture, *place, *key.size, look, HEIGHT_GLYPHS[name])
     for look, place in at.PANEL_SET_LOOKS.items():
         set_key(picture, *place, look)
-    for look, place in at.PANEL_CLOSE_LOOKS.items():
+    for look, place in at.PANEL_CLOSE.looks.items():
         window_key(picture, "close", *place, look)
     return picture
 

@@ -2,7 +2,7 @@
 
 import random
 
-import layout as at
+import main_layout as at
 from digits import STROKES, segment_digit, stroke_text
 from parts import (GLYPHS, arc, body, channel, flat_key, glass, lamp_colour, lamp_glyph, lines, round_key, wave_mark)
 from svg import ACCENT, ACCENT_LIGHT, MUTED, Picture, number

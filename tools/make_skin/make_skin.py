@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Draws the pictures of the windows: make_skin.py FOLDER, or make_skin.py --check FOLDER to compare what is there."""
+"""Draws the pictures of the windows, and writes the headers that tell the program where everything stands: make_skin.py FOLDER,
+or make_skin.py --check FOLDER to compare what is there."""
 
 import os
 import sys
@@ -7,6 +8,7 @@ import sys
 import body_keys
 import converter_layout
 import converter_window
+import main_layout
 import main_window
 
 PICTURES = {
@@ -23,16 +25,22 @@ PICTURES = {
 }
 
 
+def made(folder):
+    """Paths and texts of all that is made."""
+    for name, draw in PICTURES.items():
+        yield os.path.join(folder, name), draw().text()
+    for layout in (*converter_layout.HEADERS, main_layout.LAYOUT):
+        yield layout.path, layout.text()
+
+
 def main(arguments):
     check = arguments[:1] == ["--check"]
-    folder = arguments[-1]
     different = []
-    for name, draw in PICTURES.items():
-        path, text = os.path.join(folder, name), draw().text()
+    for path, text in made(arguments[-1]):
         if check:
             with open(path, encoding="ascii") as file:
                 if file.read() != text:
-                    different.append(name)
+                    different.append(os.path.basename(path))
         else:
             with open(path, "w", encoding="ascii") as file:
                 file.write(text)
