@@ -159,7 +159,7 @@ void OutputSettings::EncoderDialogClosed(EncoderDialog dialog) {
 void OutputSettings::ChooseTemplate() {
     FileChoice choice;
     choice.filter = QStringLiteral("Wav files (*.wav)|*.wav");
-    const QString path = parts_.prompts.ChooseFiles(choice).value(0);
+    const QString path = parts_.prompts.ChooseFiles(choice).files.value(0);
     if (path.isEmpty()) {
         return;
     }

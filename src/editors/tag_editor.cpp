@@ -104,7 +104,7 @@ void TagEditor::ImageinPath() {
         QString name;
         SplitPath(aFile_, choice.startFolder, name);
     }
-    const QString chosen = parts_.prompts.ChooseFiles(choice).value(0);
+    const QString chosen = parts_.prompts.ChooseFiles(choice).files.value(0);
     if (chosen.isEmpty()) {
         return;
     }

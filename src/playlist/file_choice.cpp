@@ -75,7 +75,7 @@ ChosenFiles ShowFileDialog(const QString& title, ProgramState& state, Options& o
     }
     FileChoice choice = FileChoiceFor(title);
     choice.startFolder = state.CurPath;
-    const QStringList files = prompts.ChooseFiles(choice);
+    const QStringList files = prompts.ChooseFiles(choice).files;
     ChosenFiles chosen;
     if (files.isEmpty()) {
         return chosen;

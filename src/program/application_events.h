@@ -3,13 +3,12 @@
 
 #include "components/pending_events.h"
 
-#include <QCoreApplication>
-
 namespace kestrune {
 
 class ApplicationEvents : public PendingEvents {
 public:
-    void Run() override { QCoreApplication::processEvents(); }
+    void Run() override;
+    bool RunFor(int ms) override;
 };
 
 } // namespace kestrune

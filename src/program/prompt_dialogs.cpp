@@ -1,6 +1,7 @@
 #include "program/prompt_dialogs.h"
 
 #include <QApplication>
+#include <QComboBox>
 #include <QDir>
 #include <QFileDialog>
 #include <QLineEdit>
@@ -27,6 +28,23 @@ QMessageBox::Icon IconOf(PromptIcon icon) {
     return QMessageBox::NoIcon;
 }
 
+QStringList SelectedFiles(const QFileDialog& dialog, bool multiple) {
+    const QStringList chosen = dialog.selectedFiles();
+    const auto* line = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    if (line == nullptr || !multiple) {
+        return chosen;
+    }
+    // Of several typed names the dialog gives only those that its list shows.
+    const QStringList typed = TypedNames(line->text(), dialog.directory().absolutePath());
+    return typed.size() > chosen.size() ? typed : chosen;
+}
+
+// The dialog itself only tells the filter's text, without the patterns that it hides.
+int FilterIndex(const QFileDialog& dialog) {
+    const auto* filters = dialog.findChild<QComboBox*>(QStringLiteral("fileTypeCombo"));
+    return filters != nullptr ? filters->currentIndex() + 1 : 0;
+}
+
 } // namespace
 
 QWidget* PromptDialogs::Front() const {
@@ -34,20 +52,19 @@ QWidget* PromptDialogs::Front() const {
     return modal != nullptr ? modal : owner_.data();
 }
 
-void PromptDialogs::Message(const QString& text, PromptIcon icon) {
-    QMessageBox box(IconOf(icon), QStringLiteral("Kestrune"), text, QMessageBox::Ok, Front());
+void PromptDialogs::Message(const QString& text, PromptIcon icon, const QString& caption) {
+    QMessageBox box(IconOf(icon), caption, text, QMessageBox::Ok, Front());
     box.setTextFormat(Qt::PlainText);
     box.exec();
 }
 
-bool PromptDialogs::AskYesNo(const QString& text, PromptIcon icon) {
-    QMessageBox box(IconOf(icon), QStringLiteral("Kestrune"), text, QMessageBox::Yes | QMessageBox::No,
-                    Front());
+bool PromptDialogs::AskYesNo(const QString& text, PromptIcon icon, const QString& caption) {
+    QMessageBox box(IconOf(icon), caption, text, QMessageBox::Yes | QMessageBox::No, Front());
     box.setTextFormat(Qt::PlainText);
     return box.exec() == QMessageBox::Yes;
 }
 
-QStringList PromptDialogs::ChooseFiles(const FileChoice& choice) {
+FileAnswer PromptDialogs::ChooseFiles(const FileChoice& choice) {
     QFileDialog dialog(Front(), choice.title, choice.startFolder);
     dialog.setOption(QFileDialog::DontUseNativeDialog);
     dialog.setOption(QFileDialog::HideNameFilterDetails);
@@ -63,14 +80,7 @@ QStringList PromptDialogs::ChooseFiles(const FileChoice& choice) {
     if (dialog.exec() != QDialog::Accepted) {
         return {};
     }
-    QStringList chosen = dialog.selectedFiles();
-    const auto* line = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-    if (line == nullptr || !choice.multiple) {
-        return chosen;
-    }
-    // Of several typed names the dialog gives only those that its list shows.
-    QStringList typed = TypedNames(line->text(), dialog.directory().absolutePath());
-    return typed.size() > chosen.size() ? typed : chosen;
+    return {SelectedFiles(dialog, choice.multiple), choice.filter.isEmpty() ? 0 : FilterIndex(dialog)};
 }
 
 QString PromptDialogs::ChooseFolder(const QString& title, const QString& startFolder) {

@@ -13,9 +13,11 @@ class PromptDialogs : public UserPrompts {
 public:
     // The window over which they open when no modal one is open; may be null.
     void SetOwner(QWidget* owner) { owner_ = owner; }
-    void Message(const QString& text, PromptIcon icon) override;
-    bool AskYesNo(const QString& text, PromptIcon icon) override;
-    QStringList ChooseFiles(const FileChoice& choice) override;
+    using UserPrompts::AskYesNo;
+    using UserPrompts::Message;
+    void Message(const QString& text, PromptIcon icon, const QString& caption) override;
+    bool AskYesNo(const QString& text, PromptIcon icon, const QString& caption) override;
+    FileAnswer ChooseFiles(const FileChoice& choice) override;
     QString ChooseFolder(const QString& title, const QString& startFolder) override;
 
 private:

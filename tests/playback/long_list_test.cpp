@@ -149,5 +149,29 @@ TEST_F(LongListTest, ADeviceThatVanishesEndsPlayback) {
     EXPECT_TRUE(transport.IsButtonEnabled(ButtonPlay));
 }
 
+TEST_F(LongListTest, ADeviceThatVanishesDuringAPauseEndsPlaybackAtTheResume) {
+    ASSERT_NO_FATAL_FAILURE(AddNoise(80000, 8000, 1));
+    ASSERT_NO_FATAL_FAILURE(AddNoise(80000, 8000, 1));
+    state.CurIndex = 1;
+    transport.PlayCurrentItem();
+    player.Advance(1000);
+    buttons.Pause();
+    player.Vanish();
+    const qsizetype heardBytes = player.heard.size();
+    buttons.Pause();
+    player.Advance(5000);
+    EXPECT_FALSE(transport.State().IsPlaying);
+    EXPECT_EQ(lamp, Lamp::Stopped);
+    EXPECT_EQ(caption, QStringLiteral("Pause"));
+    EXPECT_TRUE(transport.IsButtonEnabled(ButtonPlay));
+    EXPECT_FALSE(transport.IsButtonEnabled(ButtonPause));
+    EXPECT_EQ(player.heard.size(), heardBytes);
+    player.Return();
+    buttons.Play();
+    player.Advance(1000);
+    EXPECT_TRUE(transport.State().IsPlaying);
+    EXPECT_GT(player.heard.size(), heardBytes);
+}
+
 } // namespace
 } // namespace kestrune

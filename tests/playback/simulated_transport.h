@@ -1,13 +1,13 @@
 // A transport that really plays: files in memory, heard through the simulated player.
 #pragma once
 
-#include "backends/sound/simulated_player.h"
 #include "playback/play_buttons.h"
 #include "playback/transport.h"
 #include "support/fake_audio_file.h"
 #include "support/fake_clock.h"
 #include "support/fake_recording.h"
 #include "support/fake_user_prompts.h"
+#include "support/simulated_player.h"
 
 #include <QFile>
 #include <QTemporaryDir>

@@ -3,13 +3,16 @@
 
 #include "components/pending_events.h"
 
+#include <QList>
 #include <functional>
 
 namespace kestrune {
 
 class FakePendingEvents : public PendingEvents {
 public:
-    int runs = 0;
+    int runs = 0;          // of both kinds
+    QList<int> spansMs;    // of RunFor; nothing is waited for
+    bool isEnding = false; // the program is to end
     std::function<void()> onRun;
 
     void Run() override {
@@ -17,6 +20,11 @@ public:
         if (onRun) {
             onRun();
         }
+    }
+    bool RunFor(int ms) override {
+        spansMs.append(ms);
+        Run();
+        return !isEnding;
     }
 };
 

@@ -12,6 +12,7 @@ public:
     struct Shown {
         QString text;
         PromptIcon icon;
+        QString caption;
     };
     QList<Shown> messages;
     QList<Shown> questions;
@@ -20,15 +21,25 @@ public:
     QStringList folderTitles;         // of the folder browsers shown
     QStringList foldersToChoose;      // taken from the front; a cancel when it is empty
     QList<QStringList> filesToChoose; // taken from the front; a cancel when it is empty
+    QList<int> filtersToChoose;       // the same, for choices that have filters; the first when it is empty
 
-    void Message(const QString& text, PromptIcon icon) override { messages.append({text, icon}); }
-    bool AskYesNo(const QString& text, PromptIcon icon) override {
-        questions.append({text, icon});
+    using UserPrompts::AskYesNo;
+    using UserPrompts::Message;
+    void Message(const QString& text, PromptIcon icon, const QString& caption) override {
+        messages.append({text, icon, caption});
+    }
+    bool AskYesNo(const QString& text, PromptIcon icon, const QString& caption) override {
+        questions.append({text, icon, caption});
         return answers.isEmpty() ? true : answers.takeFirst();
     }
-    QStringList ChooseFiles(const FileChoice& choice) override {
+    FileAnswer ChooseFiles(const FileChoice& choice) override {
         choices.append(choice);
-        return filesToChoose.isEmpty() ? QStringList() : filesToChoose.takeFirst();
+        FileAnswer answer;
+        answer.files = filesToChoose.isEmpty() ? QStringList() : filesToChoose.takeFirst();
+        if (!answer.files.isEmpty() && !choice.filter.isEmpty()) {
+            answer.filterIndex = filtersToChoose.isEmpty() ? 1 : filtersToChoose.takeFirst();
+        }
+        return answer;
     }
     QString ChooseFolder(const QString& title, const QString& /*startFolder*/) override {
         folderTitles.append(title);

@@ -1,4 +1,4 @@
-#include "backends/sound/simulated_player.h"
+#include "support/simulated_player.h"
 
 #include <QPointer>
 #include <algorithm>
