@@ -22,7 +22,6 @@ NOBODY_PLAYS_S, SURELY_NOBODY_PLAYS_S = 0.1, 3.0
 
 
 def read_on(pipe, output, pace):
-    period_s = CHUNK_BYTES / BYTES_PER_SECOND / pace
     due = time.monotonic()
     silent_bytes, nobody_plays = SURELY_SILENT_BYTES, True
     while True:
@@ -32,7 +31,7 @@ def read_on(pipe, output, pace):
         output.write(chunk)
         nobody_plays = not ready
         silent_bytes = 0 if any(chunk) else silent_bytes + len(chunk)
-        due = max(due + period_s, time.monotonic())
+        due = max(due + len(chunk) / BYTES_PER_SECOND / pace, time.monotonic())
         time.sleep(max(0.0, due - time.monotonic()))
 
 
