@@ -31,7 +31,9 @@ SLOWNESS = max(1.0, float(os.environ.get("KESTRUNE_SLOWNESS", "2")))
 # A wait ends with a failure only after that many times what is told: a machine may become busier after it was measured.
 PATIENCE = 4 * SLOWNESS
 # Of what is played, to real time: on a slow machine a sound card is slower too, since its hurry is not what is tested.
-PACE = 1 / min(SLOWNESS, 4.0) if "KESTRUNE_SLOWNESS" in os.environ else 1.0
+PACE = 1 / min(SLOWNESS, 2.0) if "KESTRUNE_SLOWNESS" in os.environ else 1.0
+# For what the program takes of that time: no more than on an idle machine, which is told, unless this one is far too busy.
+LAG = max(1.0, SLOWNESS * PACE)
 # A take of a listening test in which the server had nothing to play for want of the processor says nothing.
 MOST_TAKES = 8
 RAN_DRY = re.compile(r"(?:Implicit|Actual) underrun of ")
@@ -240,7 +242,7 @@ class Stage:
         folder = os.environ.get("KESTRUNE_E2E_KEEP")
         if folder:
             os.makedirs(folder, exist_ok=True)
-            name = os.path.splitext(os.path.basename(sys.argv[0]))[0]
+            name = "_".join([os.path.splitext(os.path.basename(sys.argv[0]))[0], *sys.argv[2:]])
             self.screenshot(os.path.join(folder, name + ".png"))
             for file in os.listdir(self.folder):
                 if file.endswith((".log", ".raw")):

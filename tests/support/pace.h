@@ -20,7 +20,12 @@ inline int Patience(int idleMs) {
 
 // Of sound, to real time: a slow machine gets a slow sound card, since its hurry is not what is tested.
 inline double SoundPace() {
-    return qEnvironmentVariableIsSet("KESTRUNE_SLOWNESS") ? 1.0 / std::min(Slowness(), 4.0) : 1.0;
+    return qEnvironmentVariableIsSet("KESTRUNE_SLOWNESS") ? 1.0 / std::min(Slowness(), 2.0) : 1.0;
+}
+
+// For what the program takes of that sound: no more than on an idle machine, unless this one is far too busy.
+inline double Lag() {
+    return std::max(1.0, Slowness() * SoundPace());
 }
 
 } // namespace kestrune
