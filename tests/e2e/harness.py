@@ -30,10 +30,6 @@ _LIBC = ctypes.CDLL(None)
 SLOWNESS = max(1.0, float(os.environ.get("KESTRUNE_SLOWNESS", "2")))
 # A wait ends with a failure only after that many times what is told: a machine may become busier after it was measured.
 PATIENCE = 4 * SLOWNESS
-# Of what is played, to real time: on a slow machine a sound card is slower too, since its hurry is not what is tested.
-PACE = 1 / min(SLOWNESS, 2.0) if "KESTRUNE_SLOWNESS" in os.environ else 1.0
-# For what the program takes of that time: no more than on an idle machine, which is told, unless this one is far too busy.
-LAG = max(1.0, SLOWNESS * PACE)
 # A take of a listening test in which the server had nothing to play for want of the processor says nothing.
 MOST_TAKES = 8
 RAN_DRY = re.compile(r"(?:Implicit|Actual) underrun of ")
@@ -165,7 +161,7 @@ class Stage:
         pipe = os.path.join(self.folder, "heard.pipe")
         os.mkfifo(pipe)
         self.heard_path = os.path.join(self.folder, "heard.raw")
-        self.child([sys.executable, os.path.join(HERE, "sound_reader.py"), pipe, self.heard_path, str(PACE)],
+        self.child([sys.executable, os.path.join(HERE, "sound_reader.py"), pipe, self.heard_path],
                    log=self.log("reader"))
         wait_for(lambda: os.path.exists(self.heard_path), "the reader of what is played")
         # The log tells each time when a stream had nothing more to play.
@@ -184,7 +180,7 @@ class Stage:
     def hear(self, seconds):
         """Lets this much be played, sound or silence."""
         end_s = self.heard_seconds() + seconds
-        wait_for(lambda: self.heard_seconds() >= end_s, f"{seconds:g} s of sound or silence", seconds / PACE + 10)
+        wait_for(lambda: self.heard_seconds() >= end_s, f"{seconds:g} s of sound or silence", seconds + 10)
 
     def _note_disturbance(self):
         log = self.log("pulseaudio")

@@ -18,14 +18,4 @@ inline int Patience(int idleMs) {
     return static_cast<int>(idleMs * 4 * Slowness());
 }
 
-// Of sound, to real time: a slow machine gets a slow sound card, since its hurry is not what is tested.
-inline double SoundPace() {
-    return qEnvironmentVariableIsSet("KESTRUNE_SLOWNESS") ? 1.0 / std::min(Slowness(), 2.0) : 1.0;
-}
-
-// For what the program takes of that sound: no more than on an idle machine, unless this one is far too busy.
-inline double Lag() {
-    return std::max(1.0, Slowness() * SoundPace());
-}
-
 } // namespace kestrune

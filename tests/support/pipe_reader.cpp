@@ -1,7 +1,5 @@
 #include "support/pipe_reader.h"
 
-#include "support/pace.h"
-
 #include <QFile>
 #include <chrono>
 #include <fcntl.h>
@@ -20,6 +18,7 @@ constexpr qsizetype surelySilentBytes = PipeReader::rateHz * PipeReader::frameBy
 // For so long the server wrote nothing: when there was silence, and when there was sound.
 constexpr int nobodyPlaysMs = 100;
 constexpr int surelyNobodyPlaysMs = 3000;
+constexpr std::chrono::milliseconds caughtUp(60);
 
 bool IsSilence(const QByteArray& chunk) {
     return std::all_of(chunk.begin(), chunk.end(), [](char byte) { return byte == 0; });
@@ -63,7 +62,7 @@ bool PipeReader::IsReady(int patienceMs) const {
 }
 
 void PipeReader::ReadOn() {
-    const std::chrono::duration<double> perByte(1.0 / (SoundPace() * frameBytes * rateHz));
+    const std::chrono::duration<double> perByte(1.0 / (frameBytes * rateHz));
     auto due = Clock::now();
     qsizetype silentBytes = surelySilentBytes;
     bool nobodyPlays = true;
@@ -82,8 +81,8 @@ void PipeReader::ReadOn() {
             data.append(chunk);
             frames = data.size() / frameBytes;
         }
-        due =
-            std::max(due + std::chrono::duration_cast<Clock::duration>(perByte * chunk.size()), Clock::now());
+        due = std::max(due + std::chrono::duration_cast<Clock::duration>(perByte * chunk.size()),
+                       Clock::now() - caughtUp);
         std::this_thread::sleep_until(due);
     }
 }

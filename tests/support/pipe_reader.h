@@ -10,10 +10,10 @@
 namespace kestrune {
 
 // The pipe holds its writer back, so the server's clock is this reading: on a machine that is slow for a
-// while everything takes longer, and no frame is lost. What was late is not caught up: the server would need
-// more of a program in a short time than a sound card ever does. While nobody plays, the server writes
-// nothing; silence then takes the place of what is played, so that the clock goes on. s16le at 44100 Hz,
-// stereo.
+// while everything takes longer, and no frame is lost. Of what was late only a little is caught up, as a
+// card's own buffer does: for more the server would need more of a program in a short time than a card ever
+// does. While nobody plays, the server writes nothing; silence then takes the place of what is played, so
+// that the clock goes on. s16le at 44100 Hz, stereo.
 class PipeReader {
 public:
     static constexpr int frameBytes = 4;

@@ -172,7 +172,7 @@ void SoundServer::GoOnBetweenTwoFiles() {
     EXPECT_TRUE(SamePcm(WithoutSilence(heard), noise + noise + noise));
     const double gapMs = LongestGap(heard) * 1000.0 / rateHz;
     std::cout << "longest gap " << gapMs << " ms\n";
-    EXPECT_LT(gapMs, 100 * Lag());
+    EXPECT_LT(gapMs, 100 * Slowness());
 }
 
 TEST_P(SoundServer, GoesOnBetweenTwoFilesWithHardlyAGap) {
@@ -187,7 +187,9 @@ TEST_P(SoundServer, SurvivesAWindowThatIsLate) {
     ASSERT_EQ(player->Prepare(), Outcome::Ok);
     feeder.Feed();
     ASSERT_TRUE(Until([&] { return feeder.endedBlocks == 1; }, 4000));
-    QThread::msleep(1500);
+    for (const qint64 endMs = sound.ClockMs() + 1500; sound.ClockMs() < endMs;) {
+        QThread::msleep(20); // without taking events
+    }
     EXPECT_EQ(feeder.ends, 0);
     ASSERT_TRUE(Until([&] { return feeder.ends == 1; }, 8000));
     EXPECT_EQ(player->GetPlayedBytes(), noise.size());
