@@ -1,11 +1,17 @@
 #!/usr/bin/env bash
-# Installs what is missing, builds everything and runs every check: format, static analysis, tests, tests again under
-# the sanitizers, and each fuzz target for a while. Ends at the first failure with a status that is not 0.
+# Installs what is missing, builds everything and runs every check: format, sizes, layers, static analysis, tests, tests
+# again under the sanitizers, and each fuzz target for a while. Ends at the first failure with a status that is not 0.
+#   ./test.sh quick         only what a few minutes are enough for: format, sizes, layers, tests of rules and windows
 #   KESTRUNE_FUZZ_SECONDS   how long each fuzz target runs, 60 by default
 #   KESTRUNE_E2E_KEEP       a folder for pictures, logs and captured sound of end-to-end tests that fail
+#   KESTRUNE_SLOWNESS       how much longer things take than on an idle machine, measured at the start by default
 set -euo pipefail
 cd "$(dirname "$0")"
 exec </dev/null
+case "${1:-whole}" in
+    whole | quick) mode=${1:-whole} ;;
+    *) echo "usage: $0 [quick]" >&2; exit 2 ;;
+esac
 
 # Every process of this run carries this in its environment, which is how one left behind is found.
 export KESTRUNE_RUN_ID="test-$$-$(date +%s)"
@@ -14,12 +20,16 @@ export QT_QPA_PLATFORM=offscreen
 # The encoders that make test files take their texts in the coding of the locale.
 export LC_ALL=C.UTF-8
 export ASAN_OPTIONS="${ASAN_OPTIONS:-detect_leaks=1:strict_string_checks=1}"
+export TSAN_OPTIONS="${TSAN_OPTIONS:-history_size=4}"
 export UBSAN_OPTIONS="${UBSAN_OPTIONS:-print_stacktrace=1}"
 unset DISPLAY WAYLAND_DISPLAY
 logs=$PWD/build/logs
 mkdir -p "$logs"
 fuzzSeconds=${KESTRUNE_FUZZ_SECONDS:-60}
 fuzzersAtOnce=4
+export KESTRUNE_SLOWNESS="${KESTRUNE_SLOWNESS:-$(tools/measure_slowness)}"
+# A listening test may be taken eight times.
+testSeconds=$(awk "BEGIN { print int(900 * $KESTRUNE_SLOWNESS) }")
 section="start"
 sectionBegan=$SECONDS
 
@@ -79,12 +89,20 @@ SourceFiles() {
     git ls-files -- '*.h' '*.cpp' 2>/dev/null || find src tests fuzz benchmarks -name '*.h' -o -name '*.cpp'
 }
 
+# RunTests PRESET LOG CTEST_OPTIONS...
 RunTests() {
+    local preset=$1 log=$2
+    shift 2
+    mkdir -p "$logs"
+    ctest --test-dir "build/$preset" --output-on-failure --no-tests=error --timeout "$testSeconds" -j 2 "$@" |
+        tee "$logs/ctest-$log.log"
+}
+
+# A test's name is its target's name.
+TestTargets() {
     local preset=$1
     shift
-    mkdir -p "$logs"
-    ctest --test-dir "build/$preset" --output-on-failure --no-tests=error --timeout 420 -j 2 "$@" |
-        tee "$logs/ctest-$preset.log"
+    ctest --test-dir "build/$preset" --show-only "$@" | sed -n 's/^ *Test *#[0-9]*: *\(kestrune_\)/\1/p'
 }
 
 Fuzz() {
@@ -118,6 +136,20 @@ tools/check_layers build/release
 tools/check_layers build/release --self-test
 Done
 
+if [ "$mode" = quick ]; then
+    Section "Build of the tests of rules and windows"
+    quickTests=(-L '^(rules|windows)$')
+    mapfile -t targets < <(TestTargets release "${quickTests[@]}")
+    Quietly "$logs/build-release.log" cmake --build --preset release --target "${targets[@]}"
+    Done
+
+    Section "Tests of rules and windows"
+    RunTests release quick "${quickTests[@]}"
+    Done
+    printf '\n==== The quick checks passed in %d s\n' "$SECONDS"
+    exit 0
+fi
+
 Section "Build (release)"
 Quietly "$logs/build-release.log" cmake --build --preset release
 Done
@@ -133,13 +165,13 @@ Analyse() {
     fi
 }
 
+# BuildForSanitizers PRESET CTEST_OPTIONS...: only the tests that will be run.
 BuildForSanitizers() {
-    Quietly "$logs/configure-asan.log" cmake --preset asan || return 1
-    # A test's name is its target's name; nothing else needs building here.
-    local targets
-    mapfile -t targets < <(ctest --test-dir build/asan --show-only "${asanTests[@]}" |
-        sed -n 's/^ *Test *#[0-9]*: *//p')
-    Quietly "$logs/build-asan.log" cmake --build --preset asan --target "${targets[@]}"
+    local preset=$1 targets
+    shift
+    Quietly "$logs/configure-$preset.log" cmake --preset "$preset" || return 1
+    mapfile -t targets < <(TestTargets "$preset" "$@")
+    Quietly "$logs/build-$preset.log" cmake --build --preset "$preset" --target "${targets[@]}"
 }
 
 BuildFuzzers() {
@@ -147,20 +179,22 @@ BuildFuzzers() {
         Quietly "$logs/build-fuzz.log" cmake --build --preset fuzz --target "${fuzzTargets[@]}"
 }
 
-# What needs nothing but the processor is done while the tests of the whole program wait for sound to be played.
+# What needs nothing but the processor is done while tests wait for windows: but not beside those that listen.
 Aside() {
     renice -n 19 -p $BASHPID >/dev/null
-    Analyse && BuildForSanitizers && BuildFuzzers
+    Analyse && BuildForSanitizers asan "${asanTests[@]}" && BuildForSanitizers tsan "${tsanTests[@]}" && BuildFuzzers
 }
 
 # The encoders' own tests take long, most of it in libraries that are not built for the sanitizers.
 asanTests=(-L '^(rules|backends)$' -LE '^slow$')
+# Sound output, encoding pool, decoding ahead, the transport over simulated sound.
+tsanTests=(-L '^threads$')
 mapfile -t fuzzTargets < <(find fuzz -maxdepth 1 -name 'fuzz_*.cpp' -printf '%f\n' | sed 's/\.cpp$//' | sort)
 Aside >"$logs/aside.log" 2>&1 &
 aside=$!
 
-Section "Tests (release)"
-RunTests release
+Section "Tests (release), without those that listen"
+RunTests release release -LE '^listens$'
 Done
 
 Section "Static analysis, builds for the sanitizers and for fuzzing"
@@ -170,8 +204,16 @@ if ! wait $aside; then
 fi
 Done
 
+Section "Tests (release) that listen to what is played"
+RunTests release listening -L '^listens$' -j 3
+Done
+
 Section "Tests under the address and undefined behaviour sanitizers"
-RunTests asan "${asanTests[@]}"
+RunTests asan asan "${asanTests[@]}"
+Done
+
+Section "Tests under the thread sanitizer"
+RunTests tsan tsan "${tsanTests[@]}"
 Done
 
 Section "Fuzzing, $fuzzSeconds s for each target, $fuzzersAtOnce at once"
@@ -198,5 +240,5 @@ left=$(LeftOver)
 Done
 
 printf '\n==== All passed in %d s\n' "$SECONDS"
-grep -E 'tests passed' "$logs/ctest-asan.log" | sed 's/^/Under the sanitizers: /'
-grep -E 'tests passed' "$logs/ctest-release.log"
+grep -hE 'tests passed' "$logs/ctest-asan.log" "$logs/ctest-tsan.log" | sed 's/^/Under the sanitizers: /'
+grep -hE 'tests passed' "$logs/ctest-release.log" "$logs/ctest-listening.log"

@@ -17,7 +17,7 @@ SECONDS = 24  # what seek.py reckons with
 NOISE_PEAK = 8000
 FULL_VOLUME = 65535
 KNOB_RADIUS = 18
-LARGEST_LAG_S = 0.5  # from a turn of the knob until it is heard
+LARGEST_LAG_S = 0.5 * harness.SLOWNESS  # from a turn of the knob until it is heard
 TITLE_SPOT = (180, 12)
 
 

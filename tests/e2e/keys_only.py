@@ -31,12 +31,18 @@ class Keys:
     def still(self):
         return self.window.still(face.IDLE_PICTURE)
 
+    def press_and_see(self, key, before):
+        """The picture after a key that changes something, which a slow machine may do late."""
+        self.press(key)
+        shown = before.without(face.IDLE_PICTURE)
+        self.window.await_picture(lambda now: now.without(face.IDLE_PICTURE) != shown, f"anything to change by {key}")
+        return self.still()
+
     def without_ring(self):
         """The picture as if the keys were nowhere, taken with the keys in the list, which shows them by a mark only."""
         in_list = self.still()
-        self.press("Tab")
-        behind = self.still()
-        self.press("shift+Tab")
+        behind = self.press_and_see("Tab", in_list)
+        self.press_and_see("shift+Tab", behind)
         return in_list.with_part(behind, face.LIST)
 
     def await_lamp(self, name, dark):
@@ -79,9 +85,9 @@ def walk(keys, key, without_ring):
     """The pictures of one way round, from the control behind the list to the list."""
     found = []
     seen = {}
+    picture = keys.still()
     while True:
-        keys.press(key)
-        picture = keys.still()
+        picture = keys.press_and_see(key, picture)
         shown = picture.without(face.IDLE_PICTURE)
         if shown in seen:
             break
@@ -122,10 +128,11 @@ def check_round(keys, without_ring):
 
 
 def tab_until(keys, matches, what):
+    picture = keys.still()
     for _ in range(MOST_CONTROLS):
-        if matches(keys.still()):
+        if matches(picture):
             return
-        keys.press("Tab")
+        picture = keys.press_and_see("Tab", picture)
     raise harness.Failure(f"Tab does not reach {what}")
 
 

@@ -11,7 +11,7 @@ import harness
 import native_playlist
 import sound
 
-LONGEST_GAP_MS = 100
+LONGEST_GAP_MS = 100 * harness.SLOWNESS
 DITHER_LSB = 2
 
 

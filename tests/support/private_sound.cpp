@@ -1,19 +1,20 @@
 #include "support/private_sound.h"
 
+#include "support/pace.h"
+
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
-#include <QFileInfo>
 #include <QThread>
 
 namespace kestrune {
 
 namespace {
 
-constexpr int startPatienceMs = 10000;
+const int startPatienceMs = Patience(10000);
 constexpr int pollMs = 20;
-// More than the recorder and the server hold together.
-constexpr int onItsWayMs = 400;
+// More than the server, the pipe and the reader hold together.
+constexpr int onItsWayMs = 150;
 
 bool ServerAnswers() {
     QProcess probe;
@@ -29,6 +30,7 @@ PrivateSound::PrivateSound() {
     root.mkpath(QStringLiteral("run"));
     const QFile::Permissions own = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner;
     QFile::setPermissions(root.filePath(QStringLiteral("run")), own);
+    heard = std::make_unique<PipeReader>(root.filePath(QStringLiteral("heard.pipe")));
     SetVariable("HOME", QFile::encodeName(root.filePath(QStringLiteral("home"))));
     SetVariable("XDG_RUNTIME_DIR", QFile::encodeName(root.filePath(QStringLiteral("run"))));
     SetVariable("PULSE_SERVER", "unix:" + QFile::encodeName(root.filePath(QStringLiteral("run/native"))));
@@ -54,19 +56,19 @@ bool PrivateSound::Start() {
     const QString socket = QDir(folder.path()).filePath(QStringLiteral("run/native"));
     QFile::remove(socket);
     server.setStandardErrorFile(QDir(folder.path()).filePath(QStringLiteral("server.log")));
-    // norewinds: the monitor would lose frames whenever the sink took something back.
-    const QString sink =
-        QStringLiteral("module-null-sink sink_name=%1 format=s16le rate=44100 channels=2 norewinds=1");
-    server.start(QStringLiteral("pulseaudio"),
-                 {QStringLiteral("-n"), QStringLiteral("--daemonize=no"),
-                  QStringLiteral("--exit-idle-time=-1"), QStringLiteral("--realtime=no"),
-                  QStringLiteral("--high-priority=no"), QStringLiteral("--disable-shm=yes"),
-                  QStringLiteral("--use-pid-file=no"), QStringLiteral("--log-target=stderr"),
-                  QStringLiteral("-L"),
-                  QStringLiteral("module-native-protocol-unix auth-anonymous=1 socket=") + socket,
-                  QStringLiteral("-L"), sink.arg(QStringLiteral("out")), QStringLiteral("-L"),
-                  sink.arg(QStringLiteral("in")), QStringLiteral("-L"),
-                  QStringLiteral("module-remap-source source_name=line master=in.monitor")});
+    const QString format = QStringLiteral(" format=s16le rate=44100 channels=2");
+    const QString pipe = QDir(folder.path()).filePath(QStringLiteral("heard.pipe"));
+    // The log tells each time when a stream had nothing more to play.
+    server.start(
+        QStringLiteral("pulseaudio"),
+        {QStringLiteral("-n"), QStringLiteral("--daemonize=no"), QStringLiteral("--exit-idle-time=-1"),
+         QStringLiteral("--realtime=no"), QStringLiteral("--high-priority=no"),
+         QStringLiteral("--disable-shm=yes"), QStringLiteral("--use-pid-file=no"),
+         QStringLiteral("--log-target=stderr"), QStringLiteral("--log-level=debug"), QStringLiteral("-L"),
+         QStringLiteral("module-native-protocol-unix auth-anonymous=1 socket=") + socket,
+         QStringLiteral("-L"), QStringLiteral("module-pipe-sink sink_name=out file=") + pipe + format,
+         QStringLiteral("-L"), QStringLiteral("module-null-sink sink_name=in norewinds=1") + format,
+         QStringLiteral("-L"), QStringLiteral("module-remap-source source_name=line master=in.monitor")});
     if (!server.waitForStarted(startPatienceMs)) {
         return false;
     }
@@ -95,38 +97,18 @@ QByteArray PrivateSound::Log() const {
     return log.open(QIODevice::ReadOnly) ? log.readAll() : QByteArray();
 }
 
-Capture::Capture(const QString& toFile, const QString& fromDevice) : file(toFile), device(fromDevice) {}
-
-Capture::~Capture() {
-    if (recorder.state() != QProcess::NotRunning) {
-        recorder.kill();
-        recorder.waitForFinished(startPatienceMs);
-    }
-}
-
-bool Capture::Start(int channels) {
-    recorder.setStandardOutputFile(file);
-    recorder.start(QStringLiteral("parec"),
-                   {QStringLiteral("--device=") + device, QStringLiteral("--raw"),
-                    QStringLiteral("--format=s16le"), QStringLiteral("--rate=44100"),
-                    QStringLiteral("--channels=%1").arg(channels), QStringLiteral("--latency-msec=20")});
-    if (!recorder.waitForStarted(startPatienceMs)) {
-        return false;
-    }
-    QElapsedTimer since;
-    since.start();
-    while (since.elapsed() < startPatienceMs && QFileInfo(file).size() == 0) {
-        QThread::msleep(pollMs);
-    }
-    return QFileInfo(file).size() > 0;
+int PrivateSound::TimesRanDry() const {
+    return static_cast<int>(Log().count(" underrun of '"));
 }
 
 QByteArray Capture::Stop() {
-    QThread::msleep(onItsWayMs);
-    recorder.terminate();
-    recorder.waitForFinished(startPatienceMs);
-    QFile recorded(file);
-    return recorded.open(QIODevice::ReadOnly) ? recorded.readAll() : QByteArray();
+    const qint64 endMs = sound.ClockMs() + onItsWayMs;
+    QElapsedTimer since;
+    since.start();
+    while (sound.ClockMs() < endMs && since.elapsed() < startPatienceMs) {
+        QThread::msleep(pollMs);
+    }
+    return sound.Heard().DataFrom(beginFrame);
 }
 
 } // namespace kestrune

@@ -256,7 +256,7 @@ void OutputThread::DropRun() {
     idleSince = Clock::now();
     const qint64 neverHeardFrames = device->Drop();
     if (neverHeardFrames >= 0) {
-        core.SetUnheard(neverHeardFrames);
+        core.SetNeverHeard(neverHeardFrames);
     }
 }
 

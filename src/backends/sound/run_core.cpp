@@ -46,6 +46,11 @@ void RunCore::SetUnheard(qint64 unheardFrames) {
     heardFrames = std::clamp(pulledFrames - unheardFrames, heardFrames, pulledFrames);
 }
 
+void RunCore::SetNeverHeard(qint64 neverHeardFrames) {
+    heardFrames = std::clamp<qint64>(pulledFrames - neverHeardFrames, 0, pulledFrames);
+    levelsTakenFrames = std::min(levelsTakenFrames, heardFrames);
+}
+
 Levels RunCore::TakeLevels() {
     const std::array<int, 2> peaks = history.Peaks(levelsTakenFrames, heardFrames);
     levelsTakenFrames = heardFrames;

@@ -28,6 +28,9 @@ public:
 
     // Of the frames pulled so far, `unheardFrames` have not been heard yet. The position never goes back.
     void SetUnheard(qint64 unheardFrames);
+    // Of the frames pulled so far, these will never be heard. Other than the position of a running sound,
+    // which the clock may have carried too far, this is what the device has counted.
+    void SetNeverHeard(qint64 neverHeardFrames);
     qint64 PulledFrames() const { return pulledFrames; }
     qint64 HeardFrames() const { return heardFrames; }
     qint64 HeardBytes() const { return heardFrames * FrameSize(); }

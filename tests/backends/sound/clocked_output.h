@@ -16,8 +16,9 @@ namespace kestrune {
 // What the test and the device share; the test may use it on its own thread.
 struct ClockedOutputState {
     std::atomic<bool> hasGone = false;
-    std::atomic<int> opened = 0; // ever
-    std::atomic<int> open = 0;   // now
+    std::atomic<qint64> clockIsAheadFrames = 0; // of what was heard, while it plays
+    std::atomic<int> opened = 0;                // ever
+    std::atomic<int> open = 0;                  // now
     std::mutex mutex;
     std::vector<qint16> heard; // under the mutex; everything, of all devices behind one another
 };
@@ -46,7 +47,7 @@ public:
     }
     qint64 UnheardFrames() override {
         Play();
-        return QueuedFrames();
+        return std::max<qint64>(0, QueuedFrames() - state->clockIsAheadFrames);
     }
     qint64 Drop() override {
         Play();

@@ -181,8 +181,7 @@ TEST(ThreadedPlayer, PlaysEverySampleOnceAndKeepsTheDeviceOpen) {
     EXPECT_TRUE(Bytes(harness.state->heard) == noise + noise);
 }
 
-TEST(ThreadedPlayer, ResumesAtTheVeryFrame) {
-    ThreadedHarness harness;
+void ResumeTenTimes(ThreadedHarness& harness) {
     const QByteArray noise = SeededNoise(rateHz * 2 * 4, 7);
     Feeder feeder(harness.player, noise, 300);
     std::mt19937 random(8);
@@ -201,6 +200,17 @@ TEST(ThreadedPlayer, ResumesAtTheVeryFrame) {
     ASSERT_TRUE(ProcessUntil([&] { return feeder.ends == 1; }, 8000));
     const std::lock_guard lock(harness.state->mutex);
     EXPECT_TRUE(Bytes(harness.state->heard) == noise);
+}
+
+TEST(ThreadedPlayer, ResumesAtTheVeryFrame) {
+    ThreadedHarness harness;
+    ResumeTenTimes(harness);
+}
+
+TEST(ThreadedPlayer, ResumesAtTheVeryFrameOfASlowCardToo) {
+    ThreadedHarness harness;
+    harness.state->clockIsAheadFrames = rateHz;
+    ResumeTenTimes(harness);
 }
 
 TEST(ThreadedPlayer, BearsAnyOrderOfCalls) {
