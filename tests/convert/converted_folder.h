@@ -4,9 +4,9 @@
 #include "backends/audio_file/codec_file.h"
 #include "convert/converter_rules.h"
 #include "playlist/playlist_rows.h"
-#include "support/rule_support.h"
 #include "support/fake_clock.h"
 #include "support/fake_user_prompts.h"
+#include "support/rule_support.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -28,21 +28,31 @@ public:
 
     void Begin() {
         longestMs_ = 0;
+        runs_ = 0;
         clock_.start();
     }
     void Run() override {
-        longestMs_ = std::max(longestMs_, clock_.nsecsElapsed() / 1e6);
+        ++runs_;
+        if (const double ms = SinceLastMs(); ms > longestMs_) {
+            longestMs_ = ms;
+            longestAt_ = runs_;
+        }
         if (onRun) {
             onRun();
         }
         clock_.start();
     }
+    double SinceLastMs() const { return static_cast<double>(clock_.nsecsElapsed()) / 1e6; }
     // With the time since the last ones.
-    double LongestMs() const { return std::max(longestMs_, clock_.nsecsElapsed() / 1e6); }
+    double LongestMs() const { return std::max(longestMs_, SinceLastMs()); }
+    // Before which of them that was, counted from 1.
+    int LongestAt() const { return longestMs_ >= SinceLastMs() ? longestAt_ : runs_ + 1; }
 
 private:
     QElapsedTimer clock_;
     double longestMs_ = 0;
+    int longestAt_ = 0;
+    int runs_ = 0;
 };
 
 // A tone in noise of a seed, interleaved.

@@ -10,7 +10,7 @@ namespace kestrune {
 namespace {
 
 constexpr qint64 headerBytes = 4;
-constexpr int places = 7; // that are looked at between the first frame and the end
+constexpr int places = 5; // that are looked at between the first frame and the end
 // Holds four of the longest frames, and some twenty usual ones.
 constexpr qint64 placeBytes = 8192;
 constexpr qsizetype longestFrameBytes = 2016;
@@ -23,8 +23,9 @@ bool IsAlike(const MpegFrame& one, const MpegFrame& other) {
 }
 
 std::optional<MpegFrame> FrameIn(const QByteArray& bytes, qint64 at) {
-    return at >= 0 && at + headerBytes <= bytes.size() ? ParseMpegHeader(bytes.mid(at, headerBytes))
-                                                       : std::nullopt;
+    return at >= 0 && at + headerBytes <= bytes.size()
+               ? ParseMpegHeader(QByteArray::fromRawData(bytes.constData() + at, headerBytes))
+               : std::nullopt;
 }
 
 // Bytes of the tag that ends at `end`: ID3v1, APE or Lyrics3. 0 without one.

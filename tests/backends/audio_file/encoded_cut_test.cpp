@@ -170,7 +170,7 @@ TEST_F(EncodedCut, IsLikeTheFileOfThePart) {
         const QByteArray samples =
             BytesOf(NoiseAndTones(static_cast<int>(allFrames), channels, kind.format.rateHz, 12));
         const QByteArray whole = Encoded(kind.format, samples);
-        for (const qint64 frames : {22051, 88200, 131071}) {
+        for (const qint64 frames : {22051, 131071}) {
             ExpectLikePlain(kind, frames, samples, whole);
         }
     }
