@@ -11,6 +11,12 @@ namespace kestrune {
 QByteArray EncodeText(const QString& text);
 QString DecodeText(QByteArrayView bytes);
 
+// True for bytes that DecodeText reads as UTF-8 and not as Windows-1252.
+bool IsUtf8(QByteArrayView bytes);
+
+// Windows-1252, as DecodeText reads it; other characters become "?".
+QByteArray EncodeWindows1252(const QString& text);
+
 // Encoded text, cut at the last whole character that fits.
 QByteArray EncodeUpTo(const QString& text, qsizetype largestBytes);
 

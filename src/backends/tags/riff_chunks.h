@@ -17,7 +17,7 @@ struct RiffChunk {
     qint64 offset = 0;                // of its head, bytes from the start of the file
     qint64 sizeBytes = 0;             // of the content, without padding and never beyond the end of the file
     bool padded = false;              // a byte follows that makes the size even
-    bool cut = false;                 // the head tells more than the file holds
+    bool cut = false;                 // the head does not tell where it ends: it runs to the end of the file
     std::optional<QByteArray> change; // new content instead
 };
 
