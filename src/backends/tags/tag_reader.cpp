@@ -5,6 +5,7 @@
 #include "backends/tags/id3v1_block.h"
 #include "backends/tags/id3v2_fields.h"
 #include "backends/tags/id3v2_frames.h"
+#include "backends/tags/mp4_plan.h"
 
 #include <taglib/aifffile.h>
 #include <taglib/asffile.h>
@@ -255,6 +256,11 @@ TagFields ReadFields(TagLib::File& tagged, BoundedFile& file, TagKind kind) {
     }
     if (const auto* mp4 = dynamic_cast<TagLib::MP4::File*>(&tagged)) {
         AddFreeMp4Fields(fields, *mp4->tag());
+        // TagLib names numbers by its own list.
+        if (const qint16 genre = Mp4GenreNumber(file); genre != noGenre) {
+            fields.genre = genre;
+            fields.genreText = NameOfGenre(genre);
+        }
     }
     return fields;
 }

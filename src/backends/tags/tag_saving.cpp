@@ -7,6 +7,7 @@
 #include "backends/tags/flac_plan.h"
 #include "backends/tags/id3_plan.h"
 #include "backends/tags/logging.h"
+#include "backends/tags/mp4_plan.h"
 #include "backends/tags/tag_changes.h"
 #include "backends/tags/tag_writer.h"
 #include "backends/tags/tagged_file.h"
@@ -34,6 +35,9 @@ std::optional<SavePlan> PlanFor(BoundedFile& file, Container container, TagKind 
     }
     if (container == Container::Flac && IsPlainFlac(file)) {
         return PlanFlac(file, from, to);
+    }
+    if (container == Container::Mp4) {
+        return PlanMp4(file, from, to);
     }
     return std::nullopt;
 }

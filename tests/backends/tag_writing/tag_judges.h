@@ -22,6 +22,9 @@ QString TagByExiftool(const QString& path, const QString& name);
 // A check sum of the coded sound, taken packet by packet; empty after a failure.
 QByteArray SoundSum(const QString& path);
 
+// A check sum of the decoded sound, as 16-bit samples; empty after a failure.
+QByteArray DecodedSum(const QString& path);
+
 // All thirteen, in Latin-1.
 TagFields PlainFields();
 // All thirteen, in several scripts and beyond the 16-bit characters.
