@@ -8,10 +8,10 @@ namespace kestrune {
 
 namespace {
 
-// Room for a tag with large pictures in it.
-constexpr qint64 fullBudgetBytes = 24 * 1024 * 1024;
+// Room for a tag with many large pictures in it: FLAC allows 16 MiB to each.
+constexpr qint64 fullBudgetBytes = 256 * 1024 * 1024;
 // What a read costs at least, so that a chain of tiny ones ends too.
-constexpr qint64 leastCostBytes = 256;
+constexpr qint64 leastCostBytes = 2 * 1024;
 
 } // namespace
 

@@ -29,6 +29,8 @@ public:
     QByteArray ReadAt(qint64 position, qint64 bytes);
     // Gives the next reader of the same file a full budget.
     void RenewBudget();
+    // Another amount, until the next renewal.
+    void SetBudget(qint64 bytes) { budgetBytes_ = bytes; }
 
 private:
     QFile file_;

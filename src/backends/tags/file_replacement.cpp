@@ -110,6 +110,10 @@ Outcome FileReplacement::Begin() {
     return Outcome::Ok;
 }
 
+QString FileReplacement::PathOfNew() const {
+    return temporary_.isEmpty() ? QStringLiteral("/proc/self/fd/%1").arg(to_) : QFile::decodeName(temporary_);
+}
+
 // A rename needs a name to start from.
 bool FileReplacement::NameIt() {
     const QByteArray nameless = "/proc/self/fd/" + QByteArray::number(to_);

@@ -31,6 +31,8 @@ public:
     Outcome Fill(const FilePieces& pieces);
     // The new file, open for reading and writing; -1 before Begin. Stays this object's.
     int Descriptor() const { return to_; }
+    // A path to read it by as long as this object has it open.
+    QString PathOfNew() const;
     qint64 OldSizeBytes() const { return oldSizeBytes_; }
     // Ok, or WriteFailed: then the old file is as it was.
     Outcome Commit();

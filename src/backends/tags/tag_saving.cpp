@@ -8,6 +8,7 @@
 #include "backends/tags/id3_plan.h"
 #include "backends/tags/logging.h"
 #include "backends/tags/mp4_plan.h"
+#include "backends/tags/sound_check.h"
 #include "backends/tags/tag_changes.h"
 #include "backends/tags/tag_writer.h"
 #include "backends/tags/tagged_file.h"
@@ -42,11 +43,27 @@ std::optional<SavePlan> PlanFor(BoundedFile& file, Container container, TagKind 
     return std::nullopt;
 }
 
-Outcome Replace(const QString& path, const FilePieces& pieces) {
+// With tables of places, or written by others, the sound may be harmed by what is odd in the old file.
+bool NeedsCheck(Container container) {
+    return container == Container::Mp4;
+}
+
+Outcome Checked(const FileReplacement& replacement, const QString& path) {
+    if (HoldsSameSound(path, replacement.PathOfNew())) {
+        return Outcome::Ok;
+    }
+    qCDebug(logTags) << "saving would change the sound of" << path;
+    return Outcome::NotSupported;
+}
+
+Outcome Replace(const QString& path, Container container, const FilePieces& pieces) {
     FileReplacement replacement(path);
     Outcome outcome = replacement.Begin();
     if (outcome == Outcome::Ok) {
         outcome = replacement.Fill(pieces);
+    }
+    if (outcome == Outcome::Ok && NeedsCheck(container)) {
+        outcome = Checked(replacement, path);
     }
     return outcome == Outcome::Ok ? replacement.Commit() : outcome;
 }
@@ -79,6 +96,9 @@ Outcome ReplaceByTagLib(const QString& path, Container container, const TagField
     if (outcome == Outcome::Ok && (stream.Failed() || !OpensAgain(stream, container))) {
         outcome = Outcome::WriteFailed;
     }
+    if (outcome == Outcome::Ok) {
+        outcome = Checked(replacement, path);
+    }
     return outcome == Outcome::Ok ? replacement.Commit() : outcome;
 }
 
@@ -101,7 +121,8 @@ Outcome SaveTag(const QString& path, TagKind kind, const TagFields& fields,
         return opened;
     }
     if (const auto plan = PlanFor(file, old.container, kind, old.fields, to, cues)) {
-        return plan->outcome == Outcome::Ok && plan->pieces ? Replace(path, *plan->pieces) : plan->outcome;
+        return plan->outcome == Outcome::Ok && plan->pieces ? Replace(path, old.container, *plan->pieces)
+                                                            : plan->outcome;
     }
     return SameFields(old.fields, to) ? Outcome::Ok : ReplaceByTagLib(path, old.container, old.fields, to);
 }

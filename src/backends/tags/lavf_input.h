@@ -1,0 +1,37 @@
+// Sound files as libavformat sees them.
+#pragma once
+
+#include "backends/tags/bounded_file.h"
+
+#include <memory>
+
+struct AVFormatContext;
+struct AVIOContext;
+struct AVStream;
+
+namespace kestrune {
+
+// Reads through a bounded file of the caller, which outlives the object. Content that asks for the network, a
+// device or further files gets none of them.
+class LavfInput {
+public:
+    explicit LavfInput(BoundedFile& file);
+    ~LavfInput();
+    LavfInput(const LavfInput&) = delete;
+    LavfInput& operator=(const LavfInput&) = delete;
+
+    // Once. False if the content is of no kind of recorded sound, or holds none that can be decoded.
+    bool Open();
+
+    // After an Open that gave true.
+    AVFormatContext& Context() const { return *context_; }
+    AVStream* Sound() const { return sound_; }
+
+private:
+    AVIOContext* io_ = nullptr;
+    AVFormatContext* context_ = nullptr;
+    BoundedFile& file_;
+    AVStream* sound_ = nullptr; // the context's
+};
+
+} // namespace kestrune

@@ -1,0 +1,96 @@
+#include "backends/tags/sound_check.h"
+
+#include "backends/tags/lavf_input.h"
+
+extern "C" {
+#include <libavcodec/avcodec.h>
+#include <libavformat/avformat.h>
+}
+
+#include <cstring>
+#include <memory>
+
+namespace kestrune {
+
+namespace {
+
+// A reader that goes back and forth in a broken file comes to an end by this.
+constexpr qint64 mostTimesRead = 4;
+constexpr qint64 spareBytes = 64 * 1024 * 1024;
+
+struct FreePacket {
+    void operator()(AVPacket* packet) const { av_packet_free(&packet); }
+};
+using PacketPtr = std::unique_ptr<AVPacket, FreePacket>;
+
+// The packets of a file's sound.
+class SoundPackets {
+public:
+    explicit SoundPackets(const QString& path) : file_(path), input_(file_), packet_(av_packet_alloc()) {}
+
+    bool Open() {
+        if (!packet_ || file_.Open() != Outcome::Ok) {
+            return false;
+        }
+        file_.SetBudget(file_.SizeBytes() * mostTimesRead + spareBytes);
+        return input_.Open();
+    }
+    const AVCodecParameters& Coding() const { return *input_.Sound()->codecpar; }
+    // The next one, this object's until the next call; null at the end.
+    const AVPacket* Next() {
+        do {
+            av_packet_unref(packet_.get());
+            if (av_read_frame(&input_.Context(), packet_.get()) < 0) {
+                return nullptr;
+            }
+        } while (packet_->stream_index != input_.Sound()->index);
+        return packet_.get();
+    }
+
+private:
+    BoundedFile file_;
+    LavfInput input_;
+    PacketPtr packet_;
+};
+
+bool IsSameCoding(const AVCodecParameters& a, const AVCodecParameters& b) {
+    if (a.codec_id != b.codec_id || a.sample_rate != b.sample_rate ||
+        a.ch_layout.nb_channels != b.ch_layout.nb_channels || a.block_align != b.block_align) {
+        return false;
+    }
+    // With Vorbis the comments are among it.
+    return a.codec_id == AV_CODEC_ID_VORBIS ||
+           (a.extradata_size == b.extradata_size &&
+            (a.extradata_size == 0 ||
+             std::memcmp(a.extradata, b.extradata, static_cast<size_t>(a.extradata_size)) == 0));
+}
+
+bool IsSamePacket(const AVPacket& a, const AVPacket& b) {
+    return a.size == b.size && a.pts == b.pts &&
+           (a.size == 0 || std::memcmp(a.data, b.data, static_cast<size_t>(a.size)) == 0);
+}
+
+} // namespace
+
+bool HoldsSameSound(const QString& oldPath, const QString& newPath) {
+    SoundPackets before(oldPath);
+    if (!before.Open()) {
+        return true;
+    }
+    SoundPackets after(newPath);
+    if (!after.Open() || !IsSameCoding(before.Coding(), after.Coding())) {
+        return false;
+    }
+    while (true) {
+        const AVPacket* old = before.Next();
+        const AVPacket* now = after.Next();
+        if (old == nullptr || now == nullptr) {
+            return old == now;
+        }
+        if (!IsSamePacket(*old, *now)) {
+            return false;
+        }
+    }
+}
+
+} // namespace kestrune

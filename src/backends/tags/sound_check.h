@@ -1,0 +1,12 @@
+// Whether two files hold the same sound.
+#pragma once
+
+#include <QString>
+
+namespace kestrune {
+
+// False if libavformat finds sound in the old file and other coded sound, or none, in the new one. Reads both
+// to the end. Any thread.
+bool HoldsSameSound(const QString& oldPath, const QString& newPath);
+
+} // namespace kestrune
