@@ -1,13 +1,18 @@
 #include "backends/tags/sound_check.h"
 
+#include "backends/tags/id3v1_block.h"
 #include "backends/tags/lavf_input.h"
+
+#include <QtEndian>
 
 extern "C" {
 #include <libavcodec/avcodec.h>
 #include <libavformat/avformat.h>
 }
 
+#include <algorithm>
 #include <cstring>
+#include <limits>
 #include <memory>
 
 namespace kestrune {
@@ -70,7 +75,47 @@ bool IsSamePacket(const AVPacket& a, const AVPacket& b) {
            (a.size == 0 || std::memcmp(a.data, b.data, static_cast<size_t>(a.size)) == 0);
 }
 
+// Where the tags at the end begin (Musepack developers: APE tags, version 2).
+qint64 SoundEnd(BoundedFile& file) {
+    constexpr qint64 footerBytes = 32;
+    constexpr qsizetype sizeAt = 12;
+    constexpr qsizetype flagsAt = 20;
+    constexpr quint32 hasHead = 1U << 31U;
+    qint64 end = file.SizeBytes();
+    if (file.ReadAt(end - id3v1Bytes, 3) == "TAG") {
+        end -= id3v1Bytes;
+    }
+    const QByteArray footer = end >= footerBytes ? file.ReadAt(end - footerBytes, footerBytes) : QByteArray();
+    if (footer.startsWith("APETAGEX")) {
+        end -= qFromLittleEndian<quint32>(footer.constData() + sizeAt);
+        end -= (qFromLittleEndian<quint32>(footer.constData() + flagsAt) & hasHead) != 0 ? footerBytes : 0;
+    }
+    return end;
+}
+
 } // namespace
+
+bool DiffersOnlyInTagsBehind(const QString& oldPath, const QString& newPath) {
+    BoundedFile before(oldPath);
+    BoundedFile after(newPath);
+    if (before.Open() != Outcome::Ok || after.Open() != Outcome::Ok) {
+        return false;
+    }
+    const qint64 end = SoundEnd(before);
+    if (end < 0 || end != SoundEnd(after)) {
+        return false;
+    }
+    before.SetBudget(std::numeric_limits<qint64>::max());
+    after.SetBudget(std::numeric_limits<qint64>::max());
+    constexpr qint64 blockBytes = 1024 * 1024;
+    for (qint64 at = 0; at < end; at += blockBytes) {
+        const qint64 count = std::min(end - at, blockBytes);
+        if (before.ReadAt(at, count) != after.ReadAt(at, count)) {
+            return false;
+        }
+    }
+    return true;
+}
 
 bool HoldsSameSound(const QString& oldPath, const QString& newPath) {
     SoundPackets before(oldPath);

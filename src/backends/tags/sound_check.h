@@ -9,4 +9,7 @@ namespace kestrune {
 // to the end. Any thread.
 bool HoldsSameSound(const QString& oldPath, const QString& newPath);
 
+// False if the files differ in anything but APE and ID3v1 tags at their ends.
+bool DiffersOnlyInTagsBehind(const QString& oldPath, const QString& newPath);
+
 } // namespace kestrune

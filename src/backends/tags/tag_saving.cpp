@@ -48,8 +48,14 @@ bool NeedsCheck(Container container) {
     return container == Container::Mp4;
 }
 
-Outcome Checked(const FileReplacement& replacement, const QString& path) {
-    if (HoldsSameSound(path, replacement.PathOfNew())) {
+bool HasTagsBehind(Container container) {
+    return container == Container::Musepack || container == Container::MonkeysAudio ||
+           container == Container::WavPack;
+}
+
+Outcome Checked(const FileReplacement& replacement, const QString& path, Container container) {
+    const QString changed = replacement.PathOfNew();
+    if (HasTagsBehind(container) ? DiffersOnlyInTagsBehind(path, changed) : HoldsSameSound(path, changed)) {
         return Outcome::Ok;
     }
     qCDebug(logTags) << "saving would change the sound of" << path;
@@ -63,7 +69,7 @@ Outcome Replace(const QString& path, Container container, const FilePieces& piec
         outcome = replacement.Fill(pieces);
     }
     if (outcome == Outcome::Ok && NeedsCheck(container)) {
-        outcome = Checked(replacement, path);
+        outcome = Checked(replacement, path, container);
     }
     return outcome == Outcome::Ok ? replacement.Commit() : outcome;
 }
@@ -97,7 +103,7 @@ Outcome ReplaceByTagLib(const QString& path, Container container, const TagField
         outcome = Outcome::WriteFailed;
     }
     if (outcome == Outcome::Ok) {
-        outcome = Checked(replacement, path);
+        outcome = Checked(replacement, path, container);
     }
     return outcome == Outcome::Ok ? replacement.Commit() : outcome;
 }
