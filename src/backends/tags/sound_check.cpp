@@ -1,5 +1,6 @@
 #include "backends/tags/sound_check.h"
 
+#include "backends/tags/container.h"
 #include "backends/tags/id3v1_block.h"
 #include "backends/tags/lavf_input.h"
 
@@ -115,6 +116,32 @@ bool DiffersOnlyInTagsBehind(const QString& oldPath, const QString& newPath) {
         }
     }
     return true;
+}
+
+bool HoldsWholeMonkeysSound(const QString& path) {
+    BoundedFile file(path);
+    if (file.Open() != Outcome::Ok) {
+        return false;
+    }
+    // Since version 3.98 the head tells the sizes of all parts; older ones do not.
+    constexpr quint16 firstWithSizes = 3980;
+    constexpr qsizetype versionAt = 4;
+    constexpr qsizetype sizesAt = 8;
+    constexpr qsizetype sizes = 5; // of descriptor, head, table, copied head, sound
+    constexpr qsizetype headBytes = sizesAt + 4 * sizes;
+    const qint64 start = SkipLeadingTags(file);
+    const QByteArray head = file.ReadAt(start, headBytes);
+    if (head.size() < headBytes) {
+        return false;
+    }
+    if (qFromLittleEndian<quint16>(head.constData() + versionAt) < firstWithSizes) {
+        return true;
+    }
+    qint64 end = start;
+    for (qsizetype size = 0; size < sizes; ++size) {
+        end += qFromLittleEndian<quint32>(head.constData() + sizesAt + 4 * size);
+    }
+    return end <= SoundEnd(file);
 }
 
 bool HoldsSameSound(const QString& oldPath, const QString& newPath) {

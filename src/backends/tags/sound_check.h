@@ -12,4 +12,7 @@ bool HoldsSameSound(const QString& oldPath, const QString& newPath);
 // False if the files differ in anything but APE and ID3v1 tags at their ends.
 bool DiffersOnlyInTagsBehind(const QString& oldPath, const QString& newPath);
 
+// False for a file of Monkey's Audio that was cut: a tag would stand where the rest of the sound is missing.
+bool HoldsWholeMonkeysSound(const QString& path);
+
 } // namespace kestrune

@@ -53,9 +53,17 @@ bool HasTagsBehind(Container container) {
            container == Container::WavPack;
 }
 
+// The last packet of Monkey's Audio is read on to the end of the file, with the tag.
+bool KeepsSound(const QString& path, const QString& changed, Container container) {
+    if (HasTagsBehind(container) && !DiffersOnlyInTagsBehind(path, changed)) {
+        return false;
+    }
+    return container == Container::MonkeysAudio ? HoldsWholeMonkeysSound(path)
+                                                : HoldsSameSound(path, changed);
+}
+
 Outcome Checked(const FileReplacement& replacement, const QString& path, Container container) {
-    const QString changed = replacement.PathOfNew();
-    if (HasTagsBehind(container) ? DiffersOnlyInTagsBehind(path, changed) : HoldsSameSound(path, changed)) {
+    if (KeepsSound(path, replacement.PathOfNew(), container)) {
         return Outcome::Ok;
     }
     qCDebug(logTags) << "saving would change the sound of" << path;
