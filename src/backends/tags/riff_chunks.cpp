@@ -53,6 +53,11 @@ RiffChunk ChunkAt(BoundedFile& file, qint64 offset, const QByteArray& head, bool
     return chunk;
 }
 
+// What comes behind the chunks is no part of them only if the sound is one.
+bool IsUnderstood(const RiffForm& form) {
+    return form.endBytes == form.fileBytes || std::any_of(form.chunks.begin(), form.chunks.end(), IsSound);
+}
+
 // The new size for the whole. One that was left open stays so.
 QByteArray HeadFor(const RiffForm& form, qint64 newEndBytes, bool isCut) {
     const quint32 old = NumberAt(form.head, 4, form.bigEndian);
@@ -94,7 +99,7 @@ std::optional<RiffForm> ReadRiffForm(BoundedFile& file) {
     while (true) {
         const QByteArray head = file.ReadAt(form.endBytes, chunkHeadBytes);
         if (!IsChunkHead(head)) {
-            return form;
+            return IsUnderstood(form) ? std::make_optional(form) : std::nullopt;
         }
         if (form.chunks.size() == mostChunks) {
             return std::nullopt;

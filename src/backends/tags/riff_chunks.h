@@ -32,7 +32,8 @@ struct RiffForm {
 inline constexpr qint64 riffHeadBytes = 12;
 inline constexpr qint64 chunkHeadBytes = 8;
 
-// The chunks in the order of the file. Empty for other files, and for one with thousands of chunks.
+// The chunks in the order of the file. Empty for other files, for one with thousands of chunks, and for one
+// whose sound does not stand among them.
 std::optional<RiffForm> ReadRiffForm(BoundedFile& file);
 
 // Content of a chunk, changed or not; what the file's budget does not allow is missing.

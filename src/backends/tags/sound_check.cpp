@@ -144,7 +144,7 @@ bool HoldsWholeMonkeysSound(const QString& path) {
     return end <= SoundEnd(file);
 }
 
-bool HoldsSameSound(const QString& oldPath, const QString& newPath) {
+bool HoldsSameSound(const QString& oldPath, const QString& newPath, qint64 mostBytes) {
     SoundPackets before(oldPath);
     if (!before.Open()) {
         return true;
@@ -153,7 +153,7 @@ bool HoldsSameSound(const QString& oldPath, const QString& newPath) {
     if (!after.Open() || !IsSameCoding(before.Coding(), after.Coding())) {
         return false;
     }
-    while (true) {
+    for (qint64 bytes = 0; bytes < mostBytes;) {
         const AVPacket* old = before.Next();
         const AVPacket* now = after.Next();
         if (old == nullptr || now == nullptr) {
@@ -162,7 +162,9 @@ bool HoldsSameSound(const QString& oldPath, const QString& newPath) {
         if (!IsSamePacket(*old, *now)) {
             return false;
         }
+        bytes += old->size;
     }
+    return true;
 }
 
 } // namespace kestrune

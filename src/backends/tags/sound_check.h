@@ -2,12 +2,13 @@
 #pragma once
 
 #include <QString>
+#include <QtGlobal>
 
 namespace kestrune {
 
-// False if libavformat finds sound in the old file and other coded sound, or none, in the new one. Reads both
-// to the end. Any thread.
-bool HoldsSameSound(const QString& oldPath, const QString& newPath);
+// False if libavformat finds sound in the old file and other coded sound, or none, in the new one, within the
+// first `mostBytes` of it. Any thread.
+bool HoldsSameSound(const QString& oldPath, const QString& newPath, qint64 mostBytes);
 
 // False if the files differ in anything but APE and ID3v1 tags at their ends.
 bool DiffersOnlyInTagsBehind(const QString& oldPath, const QString& newPath);

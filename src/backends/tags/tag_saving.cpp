@@ -14,6 +14,8 @@
 #include "backends/tags/tagged_file.h"
 #include "backends/tags/writable_stream.h"
 
+#include <limits>
+
 namespace kestrune {
 
 namespace {
@@ -43,23 +45,30 @@ std::optional<SavePlan> PlanFor(BoundedFile& file, Container container, TagKind 
     return std::nullopt;
 }
 
-// With tables of places, or written by others, the sound may be harmed by what is odd in the old file.
-bool NeedsCheck(Container container) {
-    return container == Container::Mp4;
-}
-
 bool HasTagsBehind(Container container) {
     return container == Container::Musepack || container == Container::MonkeysAudio ||
            container == Container::WavPack;
 }
 
-// The last packet of Monkey's Audio is read on to the end of the file, with the tag.
+// Files whose sound is taken over as one piece of bytes: it is looked at from the start, in case that it is
+// found by what stands in front of it.
+bool StaysInOnePiece(Container container) {
+    return HoldsPair(container) || container == Container::Wave || container == Container::Aiff ||
+           container == Container::Flac;
+}
+
+// What is odd in a file can let a new tag harm the sound, or what is read as sound.
 bool KeepsSound(const QString& path, const QString& changed, Container container) {
+    constexpr qint64 startBytes = 1024 * 1024;
     if (HasTagsBehind(container) && !DiffersOnlyInTagsBehind(path, changed)) {
         return false;
     }
-    return container == Container::MonkeysAudio ? HoldsWholeMonkeysSound(path)
-                                                : HoldsSameSound(path, changed);
+    // The last packet of Monkey's Audio is read on to the end of the file, with the tag.
+    if (container == Container::MonkeysAudio) {
+        return HoldsWholeMonkeysSound(path);
+    }
+    const qint64 mostBytes = StaysInOnePiece(container) ? startBytes : std::numeric_limits<qint64>::max();
+    return HoldsSameSound(path, changed, mostBytes);
 }
 
 Outcome Checked(const FileReplacement& replacement, const QString& path, Container container) {
@@ -70,13 +79,15 @@ Outcome Checked(const FileReplacement& replacement, const QString& path, Contain
     return Outcome::NotSupported;
 }
 
-Outcome Replace(const QString& path, Container container, const FilePieces& pieces) {
+Outcome Replace(const QString& path, Container container, TagKind kind, const FilePieces& pieces) {
     FileReplacement replacement(path);
     Outcome outcome = replacement.Begin();
     if (outcome == Outcome::Ok) {
         outcome = replacement.Fill(pieces);
     }
-    if (outcome == Outcome::Ok && NeedsCheck(container)) {
+    // Behind the sound ID3v1 changes nothing but the rest of a frame that was cut off.
+    const bool behind = HoldsPair(container) && kind == TagKind::Id3v1;
+    if (outcome == Outcome::Ok && !behind) {
         outcome = Checked(replacement, path, container);
     }
     return outcome == Outcome::Ok ? replacement.Commit() : outcome;
@@ -135,8 +146,9 @@ Outcome SaveTag(const QString& path, TagKind kind, const TagFields& fields,
         return opened;
     }
     if (const auto plan = PlanFor(file, old.container, kind, old.fields, to, cues)) {
-        return plan->outcome == Outcome::Ok && plan->pieces ? Replace(path, old.container, *plan->pieces)
-                                                            : plan->outcome;
+        return plan->outcome == Outcome::Ok && plan->pieces
+                   ? Replace(path, old.container, kind, *plan->pieces)
+                   : plan->outcome;
     }
     return SameFields(old.fields, to) ? Outcome::Ok : ReplaceByTagLib(path, old.container, old.fields, to);
 }
