@@ -133,12 +133,25 @@ QString AsfText(const TagLib::ASF::Tag& tag, const char* name) {
     return values.isEmpty() ? QString() : FromTagLib(values.front().toString());
 }
 
+// Some writers tell these among the other texts.
+void TakeAsfTwin(QString& text, const TagLib::ASF::Tag& tag, std::initializer_list<const char*> names) {
+    for (const char* name : names) {
+        if (text.isEmpty()) {
+            text = AsfText(tag, name);
+        }
+    }
+}
+
 void AddAsfFields(TagFields& fields, const TagLib::ASF::Tag& tag) {
     fields.copyright = FromTagLib(tag.copyright());
     fields.encodedBy = AsfText(tag, "WM/EncodedBy");
     fields.composer = AsfText(tag, "WM/Composer");
     fields.originalArtist = AsfText(tag, "WM/OriginalArtist");
     fields.url = AsfText(tag, "WM/AuthorURL");
+    TakeAsfTwin(fields.title, tag, {"Title", "title", "WM/Title"});
+    TakeAsfTwin(fields.artist, tag, {"Author", "author", "artist", "WM/Author"});
+    TakeAsfTwin(fields.comment, tag, {"Description", "comment", "WM/Description"});
+    TakeAsfTwin(fields.copyright, tag, {"Copyright", "copyright", "WM/Copyright"});
 }
 
 QString FirstOf(const TagLib::PropertyMap& values, std::initializer_list<const char*> names) {

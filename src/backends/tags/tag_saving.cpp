@@ -6,6 +6,7 @@
 #include "backends/tags/file_replacement.h"
 #include "backends/tags/flac_plan.h"
 #include "backends/tags/id3_plan.h"
+#include "backends/tags/id3v1_block.h"
 #include "backends/tags/logging.h"
 #include "backends/tags/mp4_plan.h"
 #include "backends/tags/sound_check.h"
@@ -50,29 +51,43 @@ bool HasTagsBehind(Container container) {
            container == Container::WavPack;
 }
 
-// Files whose sound is taken over as one piece of bytes: it is looked at from the start, in case that it is
-// found by what stands in front of it.
-bool StaysInOnePiece(Container container) {
-    return HoldsPair(container) || container == Container::Wave || container == Container::Aiff ||
-           container == Container::Flac;
+struct Saved {
+    Container container;
+    TagKind kind;
+};
+
+// How much of the sound is looked at. Where it is taken over as one piece of bytes, that is the start, in
+// case that it is found by what stands in front of it. An ID3v1 tag can stand where the rest of a frame would
+// that was cut off.
+qint64 BytesToCheck(const Saved& saved) {
+    constexpr qint64 startBytes = 1024 * 1024;
+    const bool inOnePiece = (HoldsPair(saved.container) && saved.kind == TagKind::Id3v2) ||
+                            saved.container == Container::Wave || saved.container == Container::Aiff ||
+                            saved.container == Container::Flac;
+    return inOnePiece ? startBytes : std::numeric_limits<qint64>::max();
+}
+
+bool HoldsId3v1(const QString& path) {
+    BoundedFile file(path);
+    return file.Open() == Outcome::Ok &&
+           ParseId3v1(file.ReadAt(file.SizeBytes() - id3v1Bytes, id3v1Bytes)).has_value();
 }
 
 // What is odd in a file can let a new tag harm the sound, or what is read as sound.
-bool KeepsSound(const QString& path, const QString& changed, Container container) {
-    constexpr qint64 startBytes = 1024 * 1024;
-    if (HasTagsBehind(container) && !DiffersOnlyInTagsBehind(path, changed)) {
+bool KeepsSound(const QString& path, const QString& changed, const Saved& saved) {
+    if (HasTagsBehind(saved.container) && !DiffersOnlyInTagsBehind(path, changed)) {
         return false;
     }
     // The last packet of Monkey's Audio is read on to the end of the file, with the tag.
-    if (container == Container::MonkeysAudio) {
+    if (saved.container == Container::MonkeysAudio) {
         return HoldsWholeMonkeysSound(path);
     }
-    const qint64 mostBytes = StaysInOnePiece(container) ? startBytes : std::numeric_limits<qint64>::max();
-    return HoldsSameSound(path, changed, mostBytes);
+    const bool inOldPlace = HoldsPair(saved.container) && saved.kind == TagKind::Id3v1 && HoldsId3v1(path);
+    return inOldPlace || HoldsSameSound(path, changed, BytesToCheck(saved));
 }
 
-Outcome Checked(const FileReplacement& replacement, const QString& path, Container container) {
-    if (KeepsSound(path, replacement.PathOfNew(), container)) {
+Outcome Checked(const FileReplacement& replacement, const QString& path, const Saved& saved) {
+    if (KeepsSound(path, replacement.PathOfNew(), saved)) {
         return Outcome::Ok;
     }
     qCDebug(logTags) << "saving would change the sound of" << path;
@@ -85,10 +100,8 @@ Outcome Replace(const QString& path, Container container, TagKind kind, const Fi
     if (outcome == Outcome::Ok) {
         outcome = replacement.Fill(pieces);
     }
-    // Behind the sound ID3v1 changes nothing but the rest of a frame that was cut off.
-    const bool behind = HoldsPair(container) && kind == TagKind::Id3v1;
-    if (outcome == Outcome::Ok && !behind) {
-        outcome = Checked(replacement, path, container);
+    if (outcome == Outcome::Ok) {
+        outcome = Checked(replacement, path, {container, kind});
     }
     return outcome == Outcome::Ok ? replacement.Commit() : outcome;
 }
@@ -122,7 +135,7 @@ Outcome ReplaceByTagLib(const QString& path, Container container, const TagField
         outcome = Outcome::WriteFailed;
     }
     if (outcome == Outcome::Ok) {
-        outcome = Checked(replacement, path, container);
+        outcome = Checked(replacement, path, {container, TagKind::Id3v2});
     }
     return outcome == Outcome::Ok ? replacement.Commit() : outcome;
 }

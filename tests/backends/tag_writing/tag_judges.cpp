@@ -130,10 +130,10 @@ TagFields FieldsOf(const QString& path, TagKind kind) {
     return info->Tag();
 }
 
-Outcome SaveBlindly(const QString& path, TagKind kind) {
+Outcome SaveBlindly(const QString& path, TagKind kind, const TagFields& fields) {
     const auto info = MakeAudioInformation();
     info->SetTagVersion(kind);
-    info->Tag() = PlainFields();
+    info->Tag() = fields;
     return info->SaveTagToFile(path);
 }
 

@@ -36,8 +36,9 @@ void ExpectFields(const TagFields& told, const TagFields& wanted);
 // Reads a file with an object of its own.
 TagFields FieldsOf(const QString& path, TagKind kind = TagKind::Id3v1);
 
-// Saves all thirteen with an object that need not have read the file, which may be broken.
-Outcome SaveBlindly(const QString& path, TagKind kind = TagKind::Id3v1);
+// Saves the fields with an object that need not have read the file, which may be broken.
+Outcome SaveBlindly(const QString& path, TagKind kind = TagKind::Id3v1,
+                    const TagFields& fields = PlainFields());
 
 // Saves the fields with an object of its own, which read the file before.
 Outcome SaveFields(const QString& path, const TagFields& fields, TagKind kind = TagKind::Id3v1);
