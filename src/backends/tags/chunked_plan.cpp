@@ -121,9 +121,9 @@ bool PutCues(Editing& editing, const QList<NumberedCue>& cues) {
 }
 
 std::optional<Editing> Edit(BoundedFile& file) {
-    file.RenewBudget();
+    file.RenewBudgetForTag();
     std::optional<RiffForm> form = ReadRiffForm(file);
-    file.RenewBudget();
+    file.RenewBudgetForTag();
     return form ? std::make_optional<Editing>({file, *form, false}) : std::nullopt;
 }
 

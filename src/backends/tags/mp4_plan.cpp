@@ -216,21 +216,21 @@ SavePlan PlanMp4(BoundedFile& file, const TagFields& from, const TagFields& to) 
     if (SameFields(from, to)) {
         return {};
     }
-    file.RenewBudget();
+    file.RenewBudgetForTag();
     const std::optional<Mp4Layout> layout = ReadLayout(file);
     const auto items = layout ? ChangedMp4Items(ItemsOf(layout->moov, layout->path), from, to) : std::nullopt;
     const QByteArray moov = items ? WithItems(layout->moov, layout->path, *items) : QByteArray();
     if (moov.isEmpty()) {
         return SavePlan::Refused(Outcome::NotSupported);
     }
-    file.RenewBudget();
+    file.RenewBudgetForTag();
     SavePlan plan;
     plan.pieces = WithMoov(file, *layout, moov);
     return plan.pieces ? plan : SavePlan::Refused(Outcome::NotSupported);
 }
 
 qint16 Mp4GenreNumber(BoundedFile& file) {
-    file.RenewBudget();
+    file.RenewBudgetForTag();
     const std::optional<Mp4Layout> layout = ReadLayout(file);
     return layout ? Mp4GenreNumber(ItemsOf(layout->moov, layout->path)) : noGenre;
 }
