@@ -127,10 +127,13 @@ LavfInput::~LavfInput() {
     }
 }
 
-bool LavfInput::Open() {
+bool LavfInput::Open(const char* unsure) {
     file_.Seek(0);
     io_ = MakeIo(file_);
     const AVInputFormat* format = io_ != nullptr ? DetectFormat(io_) : nullptr;
+    if (format == nullptr && io_ != nullptr && unsure != nullptr) {
+        format = av_find_input_format(unsure);
+    }
     if (format == nullptr) {
         return false;
     }

@@ -20,8 +20,9 @@ public:
     LavfInput(const LavfInput&) = delete;
     LavfInput& operator=(const LavfInput&) = delete;
 
-    // Once. False if the content is of no kind of recorded sound, or holds none that can be decoded.
-    bool Open();
+    // Once. False if the content is of no kind of recorded sound, or holds none that can be decoded. Where the
+    // library is not sure of the kind, `unsure` is taken, its name for one, if it is given.
+    bool Open(const char* unsure = nullptr);
 
     // After an Open that gave true.
     AVFormatContext& Context() const { return *context_; }

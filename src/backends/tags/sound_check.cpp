@@ -38,8 +38,10 @@ public:
         if (!packet_ || file_.Open() != Outcome::Ok) {
             return false;
         }
+        // A few frames are too little for the library.
+        const bool isMpeg = DetectContainer(file_).container == Container::Mpeg;
         file_.SetBudget(file_.SizeBytes() * mostTimesRead + spareBytes);
-        return input_.Open();
+        return input_.Open(isMpeg ? "mp3" : nullptr);
     }
     const AVCodecParameters& Coding() const { return *input_.Sound()->codecpar; }
     // The next one, this object's until the next call; null at the end.
