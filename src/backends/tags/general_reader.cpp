@@ -1,7 +1,7 @@
 #include "backends/tags/general_reader.h"
 
 #include "backends/tags/audio_kind.h"
-#include "backends/tags/lavf_input.h"
+#include "backends/tags/lavf_reader.h"
 #include "backends/tags/logging.h"
 #include "backends/tags/mpeg_length.h"
 
@@ -79,7 +79,7 @@ AudioFacts FactsOf(const AVFormatContext& input, AVStream& stream, qint64 sizeBy
 
 std::optional<AudioFacts> GeneralFacts(BoundedFile& file) {
     file.RenewBudget();
-    LavfInput input(file);
+    LavfReader input(file);
     if (!input.Open()) {
         return std::nullopt;
     }

@@ -2,7 +2,7 @@
 
 #include "backends/tags/container.h"
 #include "backends/tags/id3v1_block.h"
-#include "backends/tags/lavf_input.h"
+#include "backends/tags/lavf_reader.h"
 
 #include <QtEndian>
 
@@ -57,7 +57,7 @@ public:
 
 private:
     BoundedFile file_;
-    LavfInput input_;
+    LavfReader input_;
     PacketPtr packet_;
 };
 
@@ -73,8 +73,15 @@ bool IsSameCoding(const AVCodecParameters& a, const AVCodecParameters& b) {
              std::memcmp(a.extradata, b.extradata, static_cast<size_t>(a.extradata_size)) == 0));
 }
 
+// How many samples at the start and the end of it are not heard.
+QByteArrayView Trim(const AVPacket& packet) {
+    size_t bytes = 0;
+    const uint8_t* told = av_packet_get_side_data(&packet, AV_PKT_DATA_SKIP_SAMPLES, &bytes);
+    return {reinterpret_cast<const char*>(told), static_cast<qsizetype>(told != nullptr ? bytes : 0)};
+}
+
 bool IsSamePacket(const AVPacket& a, const AVPacket& b) {
-    return a.size == b.size && a.pts == b.pts &&
+    return Trim(a) == Trim(b) && a.size == b.size && a.pts == b.pts &&
            (a.size == 0 || std::memcmp(a.data, b.data, static_cast<size_t>(a.size)) == 0);
 }
 

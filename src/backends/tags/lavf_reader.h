@@ -13,12 +13,12 @@ namespace kestrune {
 
 // Reads through a bounded file of the caller, which outlives the object. Content that asks for the network, a
 // device or further files gets none of them.
-class LavfInput {
+class LavfReader {
 public:
-    explicit LavfInput(BoundedFile& file);
-    ~LavfInput();
-    LavfInput(const LavfInput&) = delete;
-    LavfInput& operator=(const LavfInput&) = delete;
+    explicit LavfReader(BoundedFile& file);
+    ~LavfReader();
+    LavfReader(const LavfReader&) = delete;
+    LavfReader& operator=(const LavfReader&) = delete;
 
     // Once. False if the content is of no kind of recorded sound, or holds none that can be decoded. Where the
     // library is not sure of the kind, `unsure` is taken, its name for one, if it is given.

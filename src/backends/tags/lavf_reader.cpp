@@ -1,4 +1,4 @@
-#include "backends/tags/lavf_input.h"
+#include "backends/tags/lavf_reader.h"
 
 #include "backends/tags/logging.h"
 
@@ -114,11 +114,11 @@ AVStream* FirstDecodableAudio(const AVFormatContext& input) {
 
 } // namespace
 
-LavfInput::LavfInput(BoundedFile& file) : file_(file) {
+LavfReader::LavfReader(BoundedFile& file) : file_(file) {
     av_log_set_level(AV_LOG_QUIET);
 }
 
-LavfInput::~LavfInput() {
+LavfReader::~LavfReader() {
     avformat_close_input(&context_);
     if (io_ != nullptr) {
         // The library may have replaced the buffer that it was given.
@@ -127,7 +127,7 @@ LavfInput::~LavfInput() {
     }
 }
 
-bool LavfInput::Open(const char* unsure) {
+bool LavfReader::Open(const char* unsure) {
     file_.Seek(0);
     io_ = MakeIo(file_);
     const AVInputFormat* format = io_ != nullptr ? DetectFormat(io_) : nullptr;
