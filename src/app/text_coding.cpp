@@ -1,6 +1,7 @@
 #include "app/text_coding.h"
 
 #include <QStringConverter>
+#include <algorithm>
 #include <array>
 
 namespace kestrune {
@@ -27,6 +28,12 @@ QString DecodeWindows1252(QByteArrayView bytes) {
     return text;
 }
 
+QStringDecoder Utf8Decoder() {
+    // A byte order mark inside a file is a character of the text, such as that of a file name.
+    return QStringDecoder(QStringDecoder::Utf8,
+                          QStringConverter::Flag::Stateless | QStringConverter::Flag::ConvertInitialBom);
+}
+
 } // namespace
 
 QByteArray EncodeText(const QString& text) {
@@ -34,9 +41,7 @@ QByteArray EncodeText(const QString& text) {
 }
 
 QString DecodeText(QByteArrayView bytes) {
-    // A byte order mark inside a file is a character of the text, such as that of a file name.
-    QStringDecoder decoder(QStringDecoder::Utf8,
-                           QStringConverter::Flag::Stateless | QStringConverter::Flag::ConvertInitialBom);
+    QStringDecoder decoder = Utf8Decoder();
     QString text = decoder(bytes);
     return decoder.hasError() ? DecodeWindows1252(bytes) : text;
 }
@@ -61,6 +66,20 @@ QString FirstCharacters(const QString& text, qsizetype largest) {
         end += isPair ? 2 : 1;
     }
     return text.left(end);
+}
+
+QByteArray EncodeWindows1252(const QString& text) {
+    QByteArray bytes;
+    for (const char32_t letter : text.toUcs4()) {
+        const auto* const upper = std::find(upperControls.begin(), upperControls.end(), letter);
+        if (upper != upperControls.end()) {
+            bytes.append(static_cast<char>(0x80 + (upper - upperControls.begin())));
+        } else {
+            const bool isControl = letter >= 0x80 && letter < 0xA0;
+            bytes.append(letter < 0x100 && !isControl ? static_cast<char>(letter) : '?');
+        }
+    }
+    return bytes;
 }
 
 QByteArray EncodeUpTo(const QString& text, qsizetype largestBytes) {

@@ -17,6 +17,12 @@ qsizetype CharacterCount(const QString& text);
 // The first `largest` characters, or the whole text.
 QString FirstCharacters(const QString& text, qsizetype largest);
 
+// True for bytes that DecodeText reads as UTF-8 and not as Windows-1252.
+bool IsUtf8(QByteArrayView bytes);
+
+// Windows-1252, as DecodeText reads it; other characters become "?".
+QByteArray EncodeWindows1252(const QString& text);
+
 // Encoded text, cut at the last whole character that fits.
 QByteArray EncodeUpTo(const QString& text, qsizetype largestBytes);
 

@@ -2,6 +2,8 @@
 
 #include "skin/dialog_controls.h"
 
+#include <limits>
+
 namespace kestrune {
 
 namespace {
@@ -36,6 +38,7 @@ BodyKey* EditorDialog::AddKey(int index, const QString& word) {
 QLineEdit* EditorDialog::MakeBox(const QString& name) {
     auto* box = new QLineEdit(this);
     box->setObjectName(name);
+    box->setMaxLength(std::numeric_limits<int>::max()); // it would cut texts at 32,767 characters else
     box->setFixedHeight(fieldHeight);
     box->setTextMargins(textInset, 0, textInset, 0);
     return box;

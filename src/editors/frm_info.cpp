@@ -91,7 +91,9 @@ void FrmInfo::AddTextField(QGridLayout* grid, int row, const QString& name, cons
 }
 
 void FrmInfo::Follow(QLineEdit* box, QString TagControls::*text) {
-    connect(box, &QLineEdit::textChanged, this, &FrmInfo::TakeControls);
+    connect(box, &QLineEdit::textChanged, this, [this, text](const QString& typed) {
+        TakeControl([text, &typed](TagControls& controls) { controls.*text = typed; });
+    });
     texts_.push_back({box, text});
 }
 
@@ -110,7 +112,9 @@ QLayout* FrmInfo::MakeFields() {
     for (int index = 0; index < TagEditor::genreCount; ++index) {
         infoGenre_->addItem(editor_.GenreName(index));
     }
-    connect(infoGenre_, &QComboBox::currentIndexChanged, this, &FrmInfo::TakeControls);
+    connect(infoGenre_, &QComboBox::currentIndexChanged, this, [this](int index) {
+        TakeControl([index](TagControls& controls) { controls.infoGenre = index; });
+    });
     grid->addWidget(infoGenre_, 3, 1);
     AddCaption(grid, 3, 0, tr("Genre"), infoGenre_);
     AddTextField(grid, 4, QStringLiteral("infoGenreS"), tr("Genre text"), &TagControls::infoGenreS);
@@ -229,15 +233,13 @@ void FrmInfo::ShowFile() {
     }
 }
 
-void FrmInfo::TakeControls() {
+// A box may be unable to show a text as it stands, so only what was typed into is taken.
+void FrmInfo::TakeControl(const std::function<void(TagControls&)>& take) {
     if (isFilling_) {
         return;
     }
-    TagControls controls;
-    for (const TextField& field : texts_) {
-        controls.*field.text = field.box->text();
-    }
-    controls.infoGenre = infoGenre_->currentIndex();
+    TagControls controls = editor_.Controls();
+    take(controls);
     editor_.Edit(controls);
 }
 

@@ -7,6 +7,7 @@
 #include <QComboBox>
 #include <QRadioButton>
 #include <array>
+#include <functional>
 #include <vector>
 
 namespace kestrune {
@@ -48,7 +49,7 @@ private:
     QWidget* MakeTagKind();
     void MakeKeys();
     void ShowFile();
-    void TakeControls();
+    void TakeControl(const std::function<void(TagControls&)>& take);
     void ShowCueList();
 
     TagEditor editor_;

@@ -157,6 +157,26 @@ TEST_F(FrmInfoTest, EnterUpdatesOnlyWhatWasEdited) {
     EXPECT_TRUE(window.isVisible());
 }
 
+TEST_F(FrmInfoTest, TextsOfAnyLengthStayWhole) {
+    TagFields& stored = Stored("/music/two.mp3");
+    stored.comment = QStringLiteral("0123456789").repeated(10000);
+    stored.composer = QStringLiteral("two\nlines\r\nand\ttab");
+    const TagFields before = stored;
+    Open();
+    EXPECT_EQ(hand.Find<QLineEdit>(QStringLiteral("infoComment"))->text(), before.comment);
+    hand.Type("infoTitle", QStringLiteral("New"));
+    hand.Click(0);
+    EXPECT_EQ(stored.title, QStringLiteral("New"));
+    EXPECT_EQ(stored.comment, before.comment);
+    EXPECT_EQ(stored.composer, before.composer);
+    auto* comment = hand.Find<QLineEdit>(QStringLiteral("infoComment"));
+    comment->setFocus();
+    comment->end(false);
+    QTest::keyClicks(comment, QStringLiteral("!"));
+    hand.Click(0);
+    EXPECT_EQ(stored.comment, before.comment + u'!');
+}
+
 TEST_F(FrmInfoTest, PagingByKeysAndMouse) {
     Open();
     hand.Click(2);

@@ -42,12 +42,13 @@ bool ParseFormat(const QByteArray& chunk, WaveHeader& header) {
            header.rateHz <= highestRateHz;
 }
 
-// What the data chunk really holds, of the size that its header claims.
+// What the data chunk really holds, of the size that its header claims. Writers put that in last, so one that
+// was interrupted leaves 0.
 qint64 TrueDataBytes(quint32 claimed, qint64 claimed64, bool wide, qint64 remaining) {
     if (wide && claimed == openSize) {
-        return std::clamp<qint64>(claimed64, 0, remaining);
+        return claimed64 > 0 ? std::min(claimed64, remaining) : remaining;
     }
-    if (claimed == openSize) {
+    if (claimed == openSize || claimed == 0) {
         return remaining;
     }
     qint64 bytes = claimed;

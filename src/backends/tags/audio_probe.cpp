@@ -42,6 +42,7 @@ void Describe(ProbeResult& result, BoundedFile& file, const ContainerFound& foun
               std::optional<TagKind> kind) {
     TagLibStream stream(file);
     file.Seek(0);
+    file.RenewBudgetForTag();
     const std::unique_ptr<TagLib::File> tagged = OpenTaggedFile(stream, found.container);
     const std::optional<AudioFacts> facts = FindFacts(tagged.get(), file, found);
     if (!facts || (facts->durationMs == 0 && !MayBeEmpty(found))) {
@@ -52,7 +53,7 @@ void Describe(ProbeResult& result, BoundedFile& file, const ContainerFound& foun
     result.container = found.container;
     result.holdsTag = tagged != nullptr;
     if (tagged) {
-        file.RenewBudget();
+        file.RenewBudgetForTag();
         const Naming naming = NamingOf(*tagged, file);
         result.facts.title = naming.title;
         result.facts.artist = naming.artist;

@@ -8,14 +8,17 @@ namespace kestrune {
 
 namespace {
 
-// Room for a tag with large pictures in it.
 constexpr qint64 fullBudgetBytes = 24 * 1024 * 1024;
-// What a read costs at least, so that a chain of tiny ones ends too.
-constexpr qint64 leastCostBytes = 256;
+// FLAC allows 16 MiB to each picture.
+constexpr qint64 tagBudgetBytes = 256 * 1024 * 1024;
+constexpr qint64 mostReads = 100000;
+constexpr qint64 highestLeastCost = 2 * 1024; // blocks of usual size cost what they give
 
 } // namespace
 
-BoundedFile::BoundedFile(const QString& path) : file_(path), budgetBytes_(fullBudgetBytes) {}
+BoundedFile::BoundedFile(const QString& path) : file_(path) {
+    RenewBudget();
+}
 
 Outcome BoundedFile::Open() {
     if (!QFileInfo(file_.fileName()).isFile() || !file_.open(QIODevice::ReadOnly)) {
@@ -40,7 +43,7 @@ qint64 BoundedFile::Read(char* out, qint64 bytes) {
     }
     const qint64 got = std::max<qint64>(file_.read(out, wanted), 0);
     position_ += got;
-    budgetBytes_ -= std::max(got, leastCostBytes);
+    budgetBytes_ -= std::max(got, leastCostBytes_);
     return got;
 }
 
@@ -57,7 +60,16 @@ QByteArray BoundedFile::ReadAt(qint64 position, qint64 bytes) {
 }
 
 void BoundedFile::RenewBudget() {
-    budgetBytes_ = fullBudgetBytes;
+    SetBudget(fullBudgetBytes);
+}
+
+void BoundedFile::RenewBudgetForTag() {
+    SetBudget(tagBudgetBytes);
+}
+
+void BoundedFile::SetBudget(qint64 bytes) {
+    budgetBytes_ = bytes;
+    leastCostBytes_ = std::min(bytes / mostReads, highestLeastCost);
 }
 
 } // namespace kestrune

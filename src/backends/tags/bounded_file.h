@@ -29,12 +29,17 @@ public:
     QByteArray ReadAt(qint64 position, qint64 bytes);
     // Gives the next reader of the same file a full budget.
     void RenewBudget();
+    // The same to one who reads a tag, in which there may be many large pictures.
+    void RenewBudgetForTag();
+    // Another amount, until the next renewal.
+    void SetBudget(qint64 bytes);
 
 private:
     QFile file_;
     qint64 sizeBytes_ = 0;
     qint64 position_ = 0;
     qint64 budgetBytes_ = 0;
+    qint64 leastCostBytes_ = 0; // of a read, so that a chain of tiny ones ends too
 };
 
 } // namespace kestrune

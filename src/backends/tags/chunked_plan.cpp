@@ -63,13 +63,13 @@ QByteArray Rendered(const RiffList& list) {
     return list.items.isEmpty() && list.rest.isEmpty() ? QByteArray() : RenderRiffList(list);
 }
 
-bool PutInfo(Editing& editing, const TagFields& to) {
+bool PutInfo(Editing& editing, const TagFields& from, const TagFields& to) {
     const qsizetype at = FindList(editing.file, editing.form, "INFO");
     if (!editing.IsWhole(at, editing.ContentAt(at))) {
         return false;
     }
     RiffList info = ListAt(editing, at, "INFO");
-    EditInfo(info, to);
+    EditInfo(info, from, to);
     editing.Put(at, "LIST", Rendered(info));
     return true;
 }
@@ -121,9 +121,9 @@ bool PutCues(Editing& editing, const QList<NumberedCue>& cues) {
 }
 
 std::optional<Editing> Edit(BoundedFile& file) {
-    file.RenewBudget();
+    file.RenewBudgetForTag();
     std::optional<RiffForm> form = ReadRiffForm(file);
-    file.RenewBudget();
+    file.RenewBudgetForTag();
     return form ? std::make_optional<Editing>({file, *form, false}) : std::nullopt;
 }
 
@@ -156,7 +156,7 @@ QList<NumberedCue> WaveCues(BoundedFile& file) {
 SavePlan PlanWave(BoundedFile& file, const TagFields& from, const TagFields& to,
                   const std::optional<QList<NumberedCue>>& cues) {
     std::optional<Editing> editing = Edit(file);
-    if (!editing || !PutInfo(*editing, to) || !PutId3(*editing, from, to, false) ||
+    if (!editing || !PutInfo(*editing, from, to) || !PutId3(*editing, from, to, false) ||
         (cues && !PutCues(*editing, *cues))) {
         return SavePlan::Refused(Outcome::NotSupported);
     }

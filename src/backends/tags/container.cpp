@@ -10,24 +10,6 @@ constexpr qint64 id3HeaderBytes = 10;
 constexpr qint64 headBytes = 64;
 constexpr int mostLeadingTags = 4;
 
-// The position behind the ID3v2 tags at the start. Their size is stored in four 7-bit bytes.
-qint64 SkipLeadingTags(BoundedFile& file) {
-    qint64 position = 0;
-    for (int tag = 0; tag < mostLeadingTags; ++tag) {
-        const QByteArray head = file.ReadAt(position, id3HeaderBytes);
-        if (head.size() < id3HeaderBytes || !head.startsWith("ID3")) {
-            break;
-        }
-        qint64 sizeBytes = 0;
-        for (int at = 6; at < 10; ++at) {
-            sizeBytes = sizeBytes << 7 | (static_cast<unsigned char>(head[at]) & 0x7F);
-        }
-        const bool footer = (static_cast<unsigned char>(head[5]) & 0x10U) != 0;
-        position += id3HeaderBytes + sizeBytes + (footer ? id3HeaderBytes : 0);
-    }
-    return position;
-}
-
 Container OggKind(const QByteArray& head) {
     // The first packet of a page with one segment stands at byte 28.
     const QByteArray packet = head.mid(28);
@@ -94,6 +76,23 @@ bool HasOtherSignature(const QByteArray& head) {
 }
 
 } // namespace
+
+qint64 SkipLeadingTags(BoundedFile& file) {
+    qint64 position = 0;
+    for (int tag = 0; tag < mostLeadingTags; ++tag) {
+        const QByteArray head = file.ReadAt(position, id3HeaderBytes);
+        if (head.size() < id3HeaderBytes || !head.startsWith("ID3")) {
+            break;
+        }
+        qint64 sizeBytes = 0; // stored in four 7-bit bytes
+        for (int at = 6; at < 10; ++at) {
+            sizeBytes = sizeBytes << 7 | (static_cast<unsigned char>(head[at]) & 0x7F);
+        }
+        const bool footer = (static_cast<unsigned char>(head[5]) & 0x10U) != 0;
+        position += id3HeaderBytes + sizeBytes + (footer ? id3HeaderBytes : 0);
+    }
+    return position;
+}
 
 ContainerFound DetectContainer(BoundedFile& file) {
     const qint64 start = SkipLeadingTags(file);

@@ -34,6 +34,9 @@ struct ContainerFound {
     bool signature = false;             // the start of the file names the kind; chance is as good as excluded
 };
 
+// The position behind the ID3v2 tags at the start.
+qint64 SkipLeadingTags(BoundedFile& file);
+
 // Looks behind ID3v2 tags that stand in front.
 ContainerFound DetectContainer(BoundedFile& file);
 

@@ -20,9 +20,14 @@ constexpr unsigned lastMark = 0x80;
 constexpr unsigned paddingKind = 1;
 constexpr unsigned commentKind = 4;
 
+// A block as it stands in the file, or one with new content.
 struct FlacBlock {
     unsigned kind = 0;
-    QByteArray content;
+    qint64 offset = 0; // of the content, bytes from the start of the file
+    qint64 sizeBytes = 0;
+    std::optional<QByteArray> change;
+
+    qint64 ContentBytes() const { return change ? change->size() : sizeBytes; }
 };
 
 struct FlacBlocks {
@@ -39,29 +44,42 @@ std::optional<FlacBlocks> ReadBlocks(BoundedFile& file) {
             return std::nullopt;
         }
         const quint32 number = qFromBigEndian<quint32>(head.constData());
-        const qint64 sizeBytes = number & 0xFFFFFFU;
         last = (number >> 24U & lastMark) != 0;
-        FlacBlock block{number >> 24U & 0x7FU, file.ReadAt(found.endBytes + headBytes, sizeBytes)};
-        if (block.content.size() != sizeBytes) {
+        const FlacBlock block{number >> 24U & 0x7FU, found.endBytes + headBytes, number & 0xFFFFFFU, {}};
+        found.endBytes = block.offset + block.sizeBytes;
+        if (found.endBytes > file.SizeBytes()) {
             return std::nullopt;
         }
         found.blocks.append(block);
-        found.endBytes += headBytes + sizeBytes;
     }
     return found;
 }
 
-QByteArray Rendered(const QList<FlacBlock>& blocks) {
-    QByteArray bytes = "fLaC";
+qint64 SizeOf(const QList<FlacBlock>& blocks) {
+    qint64 bytes = signatureBytes;
+    for (const FlacBlock& block : blocks) {
+        bytes += headBytes + block.ContentBytes();
+    }
+    return bytes;
+}
+
+FilePieces Rendered(const QList<FlacBlock>& blocks) {
+    FilePieces pieces;
+    pieces.AddBytes("fLaC");
     for (const FlacBlock& block : blocks) {
         const bool last = &block == &blocks.back();
         QByteArray head(headBytes, Qt::Uninitialized);
         qToBigEndian((block.kind | (last ? lastMark : 0U)) << 24U |
-                         static_cast<quint32>(block.content.size()),
+                         static_cast<quint32>(block.ContentBytes()),
                      head.data());
-        bytes += head + block.content;
+        pieces.AddBytes(head);
+        if (block.change) {
+            pieces.AddBytes(*block.change);
+        } else {
+            pieces.AddRange(block.offset, block.sizeBytes);
+        }
     }
-    return bytes;
+    return pieces;
 }
 
 qsizetype IndexOf(const QList<FlacBlock>& blocks, unsigned kind) {
@@ -76,7 +94,7 @@ qsizetype CommentBlockIn(QList<FlacBlock>& blocks) {
     if (at >= 0) {
         return at;
     }
-    blocks.insert(1, {commentKind, RenderXiphComments({})});
+    blocks.insert(1, {commentKind, 0, 0, RenderXiphComments({})});
     return 1;
 }
 
@@ -84,8 +102,8 @@ qsizetype CommentBlockIn(QList<FlacBlock>& blocks) {
 void FitPadding(QList<FlacBlock>& blocks, qint64 grownBytes) {
     const qsizetype at = IndexOf(blocks, paddingKind);
     if (at >= 0) {
-        const qint64 left = blocks[at].content.size() - grownBytes;
-        blocks[at].content = QByteArray(left < 0 ? spareBytes : std::min(left, mostBlockBytes - 1), '\0');
+        const qint64 left = blocks[at].sizeBytes - grownBytes;
+        blocks[at].change = QByteArray(left < 0 ? spareBytes : std::min(left, mostBlockBytes - 1), '\0');
     }
 }
 
@@ -105,21 +123,21 @@ SavePlan PlanFlac(BoundedFile& file, const TagFields& from, const TagFields& to)
     if (!found) {
         return SavePlan::Refused(Outcome::NotSupported);
     }
-    const qint64 oldBytes = Rendered(found->blocks).size();
+    const qint64 oldBytes = SizeOf(found->blocks);
     FlacBlock& block = found->blocks[CommentBlockIn(found->blocks)];
-    std::optional<XiphComments> comments = ParseXiphComments(block.content);
+    const QByteArray old = block.change ? *block.change : file.ReadAt(block.offset, block.sizeBytes);
+    std::optional<XiphComments> comments = ParseXiphComments(old);
     if (!comments) {
         return SavePlan::Refused(Outcome::NotSupported);
     }
     EditXiphComments(*comments, from, to);
-    block.content = RenderXiphComments(*comments);
-    if (block.content.size() >= mostBlockBytes) {
+    block.change = RenderXiphComments(*comments);
+    if (block.change->size() >= mostBlockBytes) {
         return SavePlan::Refused(Outcome::NotSupported);
     }
-    FitPadding(found->blocks, Rendered(found->blocks).size() - oldBytes);
+    FitPadding(found->blocks, SizeOf(found->blocks) - oldBytes);
     SavePlan plan;
-    plan.pieces.emplace();
-    plan.pieces->AddBytes(Rendered(found->blocks));
+    plan.pieces = Rendered(found->blocks);
     plan.pieces->AddRange(found->endBytes, file.SizeBytes() - found->endBytes);
     return plan;
 }

@@ -55,7 +55,7 @@ SavePlan PlanId3v2(BoundedFile& file, const TagFields& from, const TagFields& to
 } // namespace
 
 SavePlan PlanId3(BoundedFile& file, TagKind kind, const TagFields& from, const TagFields& to) {
-    file.RenewBudget();
+    file.RenewBudgetForTag();
     return kind == TagKind::Id3v1 ? PlanId3v1(file, to) : PlanId3v2(file, from, to);
 }
 

@@ -16,9 +16,10 @@ inline constexpr int id3v1Bytes = 128;
 std::optional<TagFields> ParseId3v1(const QByteArray& block);
 
 // A block with the fields of `to` where they differ from those of the old block, which may be empty; all else
-// stays as it was. Latin-1: other characters become "?", and what is too long is cut (title, artist and album
-// 30 characters, comment 28 beside the track). Numbers that the block has no room for are left out. Empty
-// when no field is left.
+// stays as it was. A text is written in the coding that the old one was read in, else in that of the other
+// texts of the block, else in Windows-1252, in which other characters become "?". What is too long is cut
+// (30 bytes, a comment beside a track 28). Numbers that the block has no room for are left out. Empty when no
+// field is left.
 QByteArray RenderId3v1(const QByteArray& oldBlock, const TagFields& to);
 
 } // namespace kestrune

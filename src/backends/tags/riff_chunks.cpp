@@ -33,6 +33,31 @@ bool IsPadded(BoundedFile& file, qint64 contentEnd) {
     return contentEnd < file.SizeBytes() && (MayGoOn(file, contentEnd + 1) || !MayGoOn(file, contentEnd));
 }
 
+bool IsSound(const RiffChunk& chunk) {
+    return chunk.id == "data" || chunk.id == "SSND";
+}
+
+// Writers put the size of the sound in last, so one that was interrupted leaves 0: then the sound runs to the
+// end of the file.
+RiffChunk ChunkAt(BoundedFile& file, qint64 offset, const QByteArray& head, bool bigEndian) {
+    RiffChunk chunk;
+    chunk.id = head.left(4);
+    chunk.offset = offset;
+    const qint64 toldBytes = NumberAt(head, 4, bigEndian);
+    const qint64 content = offset + chunkHeadBytes;
+    const qint64 leftBytes = file.SizeBytes() - content;
+    const bool unfinished = toldBytes == 0 && leftBytes > 0 && IsSound(chunk);
+    chunk.cut = unfinished || toldBytes > leftBytes;
+    chunk.sizeBytes = chunk.cut ? leftBytes : toldBytes;
+    chunk.padded = !chunk.cut && (toldBytes & 1) != 0 && IsPadded(file, content + toldBytes);
+    return chunk;
+}
+
+// What comes behind the chunks is no part of them only if the sound is one.
+bool IsUnderstood(const RiffForm& form) {
+    return form.endBytes == form.fileBytes || std::any_of(form.chunks.begin(), form.chunks.end(), IsSound);
+}
+
 // The new size for the whole. One that was left open stays so.
 QByteArray HeadFor(const RiffForm& form, qint64 newEndBytes, bool isCut) {
     const quint32 old = NumberAt(form.head, 4, form.bigEndian);
@@ -74,20 +99,13 @@ std::optional<RiffForm> ReadRiffForm(BoundedFile& file) {
     while (true) {
         const QByteArray head = file.ReadAt(form.endBytes, chunkHeadBytes);
         if (!IsChunkHead(head)) {
-            return form;
+            return IsUnderstood(form) ? std::make_optional(form) : std::nullopt;
         }
         if (form.chunks.size() == mostChunks) {
             return std::nullopt;
         }
-        RiffChunk chunk;
-        chunk.id = head.left(4);
-        chunk.offset = form.endBytes;
-        const qint64 toldBytes = NumberAt(head, 4, form.bigEndian);
-        const qint64 content = chunk.offset + chunkHeadBytes;
-        chunk.sizeBytes = std::min(toldBytes, form.fileBytes - content);
-        chunk.cut = chunk.sizeBytes < toldBytes;
-        chunk.padded = !chunk.cut && (toldBytes & 1) != 0 && IsPadded(file, content + toldBytes);
-        form.endBytes = content + chunk.sizeBytes + (chunk.padded ? 1 : 0);
+        const RiffChunk chunk = ChunkAt(file, form.endBytes, head, form.bigEndian);
+        form.endBytes += chunkHeadBytes + chunk.sizeBytes + (chunk.padded ? 1 : 0);
         form.chunks.append(chunk);
     }
 }
@@ -124,7 +142,11 @@ void AddChunk(RiffForm& form, const QByteArray& id, const QByteArray& content) {
     RiffChunk chunk;
     chunk.id = id;
     chunk.change = content;
-    const bool openEnd = !form.chunks.isEmpty() && form.chunks.back().cut;
+    // What stands behind the sound and is no chunk may be sound too, of a writer that told the size now and
+    // then and did not come to its end.
+    const bool tail = form.endBytes < form.fileBytes;
+    const bool openEnd =
+        !form.chunks.isEmpty() && (form.chunks.back().cut || (tail && IsSound(form.chunks.back())));
     form.chunks.insert(form.chunks.size() - (openEnd ? 1 : 0), chunk);
 }
 

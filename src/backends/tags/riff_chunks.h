@@ -17,7 +17,7 @@ struct RiffChunk {
     qint64 offset = 0;                // of its head, bytes from the start of the file
     qint64 sizeBytes = 0;             // of the content, without padding and never beyond the end of the file
     bool padded = false;              // a byte follows that makes the size even
-    bool cut = false;                 // the head tells more than the file holds
+    bool cut = false;                 // the head does not tell where it ends: it runs to the end of the file
     std::optional<QByteArray> change; // new content instead
 };
 
@@ -32,7 +32,8 @@ struct RiffForm {
 inline constexpr qint64 riffHeadBytes = 12;
 inline constexpr qint64 chunkHeadBytes = 8;
 
-// The chunks in the order of the file. Empty for other files, and for one with thousands of chunks.
+// The chunks in the order of the file. Empty for other files, for one with thousands of chunks, and for one
+// whose sound does not stand among them.
 std::optional<RiffForm> ReadRiffForm(BoundedFile& file);
 
 // Content of a chunk, changed or not; what the file's budget does not allow is missing.

@@ -89,7 +89,10 @@ void Put(RiffList& texts, const char* kind, quint32 number, const QByteArray& co
         while (QByteArray(kind) == label && place > 0 && texts.items[place - 1].id != label) {
             --place;
         }
-        texts.items.insert(place, {kind, content});
+        RiffItem item;
+        item.id = kind;
+        item.content = content;
+        texts.items.insert(place, item);
     }
 }
 

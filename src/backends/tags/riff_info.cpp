@@ -66,7 +66,10 @@ void SetText(RiffList& info, const Names& names, const QString& text) {
         if (told >= 0) {
             info.items[told].content = TextBytes(text);
         } else {
-            info.items.append({names.front(), TextBytes(text)});
+            RiffItem item;
+            item.id = names.front();
+            item.content = TextBytes(text);
+            info.items.append(item);
         }
     }
     const auto standsForIt = [&names](const RiffItem& item) {
@@ -101,8 +104,7 @@ TagFields InfoFields(const RiffList& info) {
     return fields;
 }
 
-void EditInfo(RiffList& info, const TagFields& to) {
-    const TagFields from = InfoFields(info);
+void EditInfo(RiffList& info, const TagFields& from, const TagFields& to) {
     const auto setText = [&](const Names& names, QString TagFields::*field) {
         if (from.*field != to.*field) {
             SetText(info, names, to.*field);

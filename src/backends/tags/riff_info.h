@@ -8,7 +8,8 @@ namespace kestrune {
 
 TagFields InfoFields(const RiffList& info);
 
-// Puts the fields that the list does not tell already into it; all other items stay as they are.
-void EditInfo(RiffList& info, const TagFields& to);
+// Puts the fields that differ from `from`, which the file tells now, into the list; all other items stay as
+// they are.
+void EditInfo(RiffList& info, const TagFields& from, const TagFields& to);
 
 } // namespace kestrune

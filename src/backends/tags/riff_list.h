@@ -10,8 +10,10 @@ namespace kestrune {
 struct RiffItem {
     QByteArray id; // four letters
     QByteArray content;
-    // The byte behind a content of odd size. Some writers leave the last one out.
+    // The byte behind a content of odd size. Some writers leave it out.
     QByteArray padding = QByteArray(1, '\0');
+    qsizetype begin = -1; // where it stood in the list; -1 for a new one
+    qsizetype end = -1;   // where the next one stood
 };
 
 // What nobody changes is written as it was read.

@@ -7,13 +7,22 @@
 namespace kestrune {
 
 TagFields Settled(const TagFields& from, TagFields to, bool oneGenre) {
-    for (QString* text : {&to.album, &to.artist, &to.comment, &to.copyright, &to.title, &to.url,
-                          &to.encodedBy, &to.composer, &to.genreText, &to.originalArtist}) {
-        text->remove(QChar(u'\0'));
+    // What nobody changed stays, whatever it is.
+    for (QString TagFields::*text :
+         {&TagFields::album, &TagFields::artist, &TagFields::comment, &TagFields::copyright,
+          &TagFields::title, &TagFields::url, &TagFields::encodedBy, &TagFields::composer,
+          &TagFields::genreText, &TagFields::originalArtist}) {
+        if (to.*text != from.*text) {
+            (to.*text).remove(QChar(u'\0'));
+        }
     }
-    to.year = std::max(to.year, 0);
-    to.track = std::max(to.track, qint16(0));
-    if (to.genre < 0 || to.genre >= genreCount) {
+    if (to.year != from.year) {
+        to.year = std::max(to.year, 0);
+    }
+    if (to.track != from.track) {
+        to.track = std::max(to.track, qint16(0));
+    }
+    if (to.genre != from.genre && (to.genre < 0 || to.genre >= genreCount)) {
         to.genre = noGenre;
     }
     const bool numberChanged = to.genre != from.genre;

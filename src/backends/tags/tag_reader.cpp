@@ -5,6 +5,7 @@
 #include "backends/tags/id3v1_block.h"
 #include "backends/tags/id3v2_fields.h"
 #include "backends/tags/id3v2_frames.h"
+#include "backends/tags/mp4_plan.h"
 
 #include <taglib/aifffile.h>
 #include <taglib/asffile.h>
@@ -132,12 +133,25 @@ QString AsfText(const TagLib::ASF::Tag& tag, const char* name) {
     return values.isEmpty() ? QString() : FromTagLib(values.front().toString());
 }
 
+// Some writers tell these among the other texts.
+void TakeAsfTwin(QString& text, const TagLib::ASF::Tag& tag, std::initializer_list<const char*> names) {
+    for (const char* name : names) {
+        if (text.isEmpty()) {
+            text = AsfText(tag, name);
+        }
+    }
+}
+
 void AddAsfFields(TagFields& fields, const TagLib::ASF::Tag& tag) {
     fields.copyright = FromTagLib(tag.copyright());
     fields.encodedBy = AsfText(tag, "WM/EncodedBy");
     fields.composer = AsfText(tag, "WM/Composer");
     fields.originalArtist = AsfText(tag, "WM/OriginalArtist");
     fields.url = AsfText(tag, "WM/AuthorURL");
+    TakeAsfTwin(fields.title, tag, {"Title", "title", "WM/Title"});
+    TakeAsfTwin(fields.artist, tag, {"Author", "author", "artist", "WM/Author"});
+    TakeAsfTwin(fields.comment, tag, {"Description", "comment", "WM/Description"});
+    TakeAsfTwin(fields.copyright, tag, {"Copyright", "copyright", "WM/Copyright"});
 }
 
 QString FirstOf(const TagLib::PropertyMap& values, std::initializer_list<const char*> names) {
@@ -255,6 +269,11 @@ TagFields ReadFields(TagLib::File& tagged, BoundedFile& file, TagKind kind) {
     }
     if (const auto* mp4 = dynamic_cast<TagLib::MP4::File*>(&tagged)) {
         AddFreeMp4Fields(fields, *mp4->tag());
+        // TagLib names numbers by its own list.
+        if (const qint16 genre = Mp4GenreNumber(file); genre != noGenre) {
+            fields.genre = genre;
+            fields.genreText = NameOfGenre(genre);
+        }
     }
     return fields;
 }

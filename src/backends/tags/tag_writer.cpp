@@ -9,7 +9,6 @@
 #include <taglib/apetag.h>
 #include <taglib/asffile.h>
 #include <taglib/flacfile.h>
-#include <taglib/mp4file.h>
 #include <taglib/mpcfile.h>
 #include <taglib/oggfile.h>
 #include <taglib/oggflacfile.h>
@@ -49,7 +48,7 @@ struct NamedField {
     std::array<const char*, 4> names;
 };
 
-// Those that TagLib has no call for, in Ogg comments, APE items and free items of MP4.
+// Those that TagLib has no call for, in Ogg comments and APE items.
 constexpr std::array extraFields = {
     NamedField{&TagFields::copyright, {"COPYRIGHT"}},
     NamedField{&TagFields::encodedBy, {"ENCODEDBY", "ENCODED-BY", "ENCODED_BY", "ENCODED BY"}},
@@ -165,42 +164,6 @@ void SetApe(TagLib::File& tagged, TagLib::APE::Tag& tag, const TagFields& from, 
     SetExtraFields(texts, from, to);
     if (from.track != to.track) {
         texts.set("TRACK", TrackAsText(to.track, storedTrack));
-    }
-}
-
-// Items of MP4: some have short names, the rest long ones.
-TagLib::String Mp4Name(const QByteArray& name) {
-    if (name == "COPYRIGHT") {
-        return "cprt";
-    }
-    if (name == "ENCODEDBY") {
-        return "\251too";
-    }
-    if (name == "COMPOSER") {
-        return "\251wrt";
-    }
-    return TagLib::String("----:com.apple.iTunes:") + name.constData();
-}
-
-void SetMp4(TagLib::MP4::Tag& tag, const TagFields& from, const TagFields& to) {
-    const NamedTexts texts = {[&tag](const char* name) {
-                                  const TagLib::MP4::Item item = tag.item(Mp4Name(name));
-                                  return item.isValid() ? FromTagLib(item.toStringList().toString())
-                                                        : QString();
-                              },
-                              [&tag](const char* name, const QString& text) {
-                                  if (text.isEmpty()) {
-                                      tag.removeItem(Mp4Name(name));
-                                  } else {
-                                      tag.setItem(Mp4Name(name), TagLib::StringList(ToTagLib(text)));
-                                  }
-                              }};
-    const TagLib::MP4::Item::IntPair stored =
-        tag.contains("trkn") ? tag.item("trkn").toIntPair() : TagLib::MP4::Item::IntPair{0, 0};
-    SetCommonFields(tag, from, to);
-    SetExtraFields(texts, from, to);
-    if (from.track != to.track && to.track > 0) {
-        tag.setItem("trkn", {to.track, stored.second});
     }
 }
 
@@ -361,8 +324,6 @@ Outcome WriteOgg(TagLib::Ogg::File& ogg, const TagFields& from, const TagFields&
 Outcome WriteFields(TagLib::File& tagged, const TagFields& from, const TagFields& to) {
     if (auto* asf = dynamic_cast<TagLib::ASF::File*>(&tagged)) {
         SetAsf(*asf->tag(), from, to);
-    } else if (auto* mp4 = dynamic_cast<TagLib::MP4::File*>(&tagged)) {
-        SetMp4(*mp4->tag(), from, to);
     } else if (TagLib::APE::Tag* ape = ApeTagOf(tagged)) {
         SetApe(tagged, *ape, from, to);
     } else if (auto* flac = dynamic_cast<TagLib::FLAC::File*>(&tagged)) {

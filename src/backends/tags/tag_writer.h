@@ -8,7 +8,7 @@
 namespace kestrune {
 
 // Puts the fields that differ from `from`, which the file tells now, into its tag, and saves that. For Ogg,
-// FLAC, Windows Media, MP4, and the kinds that hold APE tags: Musepack, Monkey's Audio, WavPack. NotSupported
+// FLAC, Windows Media, and the kinds that hold APE tags: Musepack, Monkey's Audio, WavPack. NotSupported
 // for others, WriteFailed if TagLib saw a failure.
 Outcome WriteFields(TagLib::File& tagged, const TagFields& from, const TagFields& to);
 

@@ -85,7 +85,9 @@ WaveShape ReadShape(BoundedFile& file) {
             shape.toldFrames = told.size() == 4 ? DoubleWord(told, 0) : 0;
         } else if (head.startsWith("data")) {
             shape.dataOffset = content;
-            shape.dataBytes = std::min(sizeBytes, file.SizeBytes() - content);
+            // 0 is what an interrupted writer leaves.
+            const qint64 leftBytes = std::max<qint64>(file.SizeBytes() - content, 0);
+            shape.dataBytes = sizeBytes == 0 ? leftBytes : std::min(sizeBytes, leftBytes);
             break;
         }
         position = content + sizeBytes + (sizeBytes & 1);

@@ -1,5 +1,7 @@
 #include "backends/tags/writable_stream.h"
 
+#include "backends/tags/file_bytes.h"
+
 #include <algorithm>
 #include <vector>
 
@@ -11,19 +13,6 @@ namespace kestrune {
 namespace {
 
 constexpr qint64 blockBytes = 1024 * 1024;
-
-qint64 ReadAt(int file, char* bytes, qint64 count, qint64 position) {
-    qint64 total = 0;
-    while (total < count) {
-        const ssize_t got = TEMP_FAILURE_RETRY(
-            ::pread(file, bytes + total, static_cast<size_t>(count - total), position + total));
-        if (got <= 0) {
-            break;
-        }
-        total += got;
-    }
-    return total;
-}
 
 } // namespace
 
@@ -38,22 +27,12 @@ TagLib::ByteVector WritableStream::readBlock(unsigned long length) {
     return block;
 }
 
-void WritableStream::WriteAt(const char* bytes, qint64 count, qint64 position) {
-    while (count > 0 && !failed_) {
-        const ssize_t written =
-            TEMP_FAILURE_RETRY(::pwrite(file_, bytes, static_cast<size_t>(count), position));
-        if (written <= 0) {
-            failed_ = true;
-            return;
-        }
-        bytes += written;
-        count -= written;
-        position += written;
-    }
+void WritableStream::Put(const char* bytes, qint64 count, qint64 position) {
+    failed_ = failed_ || !WriteAt(file_, bytes, count, position);
 }
 
 void WritableStream::writeBlock(const TagLib::ByteVector& data) {
-    WriteAt(data.data(), data.size(), position_);
+    Put(data.data(), data.size(), position_);
     position_ += data.size();
 }
 
@@ -71,7 +50,7 @@ void WritableStream::MoveTail(qint64 from, qint64 to) {
             failed_ = true;
             return;
         }
-        WriteAt(block.data(), count, to + offset);
+        Put(block.data(), count, to + offset);
         moved += count;
     }
 }
@@ -81,7 +60,7 @@ void WritableStream::insert(const TagLib::ByteVector& data, unsigned long start,
     const auto at = static_cast<qint64>(start);
     const qint64 behind = std::min(at + static_cast<qint64>(replace), std::max<qint64>(oldBytes, at));
     MoveTail(behind, at + data.size());
-    WriteAt(data.data(), data.size(), at);
+    Put(data.data(), data.size(), at);
     const qint64 tailBytes = std::max<qint64>(oldBytes - behind, 0);
     truncate(static_cast<long>(at + data.size() + tailBytes));
     position_ = static_cast<long>(at + data.size());

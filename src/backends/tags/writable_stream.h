@@ -28,7 +28,7 @@ public:
     void truncate(long length) override;
 
 private:
-    void WriteAt(const char* bytes, qint64 count, qint64 position);
+    void Put(const char* bytes, qint64 count, qint64 position);
     // Moves what stands from `from` to the end of the file.
     void MoveTail(qint64 from, qint64 to);
 

@@ -207,6 +207,7 @@ TEST_F(WaveReading, CutOrUnclosedFilesGiveWhatIsThere) {
     const WaveShape shape{1, 2, 44100, 16};
     EXPECT_EQ(Decode(WaveHead(shape, 1000000) + pcm), pcm);
     EXPECT_EQ(Decode(WaveHead(shape, 0xFFFFFFFF) + pcm), pcm);
+    EXPECT_EQ(Decode(WaveHead(shape, 0) + pcm), pcm);
     EXPECT_EQ(Decode(WaveHead(shape, 2000) + pcm.left(1003)), pcm.left(1000));
 }
 

@@ -26,11 +26,71 @@ TEST(Id3v1Widths, TextIsCutAtTheWidthOfItsField) {
                          QByteArray(28, 'c') + QByteArray(1, '\0') + '\xFF' + static_cast<char>(147));
 }
 
-TEST(Id3v1Widths, CharactersOutsideLatin1BecomeQuestionMarks) {
+TEST(Id3v1Widths, CharactersOutsideWindows1252BecomeQuestionMarks) {
     TagFields fields;
     fields.title = QString::fromUtf8("Żółw €𝄞ß");
     const QByteArray title = RenderId3v1({}, fields).mid(3, 30);
-    EXPECT_EQ(title, QByteArray("?\xF3?w ??\xDF").leftJustified(30, '\0'));
+    EXPECT_EQ(title, QByteArray("?\xF3?w \x80?\xDF").leftJustified(30, '\0'));
+}
+
+QByteArray BlockOf(const QByteArray& title, const QByteArray& artist) {
+    return "TAG" + title.leftJustified(30, '\0') + artist.leftJustified(30, '\0') + QByteArray(64, '\0') +
+           '\xFF';
+}
+
+TEST(Id3v1Widths, AChangedTextKeepsTheCodingOfTheOldOne) {
+    const QString title = QString::fromUtf8("Don’t €5");
+    const QString longer = QString::fromUtf8("Don’t €55");
+    for (const QByteArray& artist : {QByteArray("Band"), QByteArray("Caf\xE9"), QByteArray("Caf\xC3\xA9")}) {
+        const QByteArray windows = BlockOf("Don\x92t \x80"
+                                           "5",
+                                           artist);
+        TagFields fields = *ParseId3v1(windows);
+        ASSERT_EQ(fields.title, title);
+        fields.title = longer;
+        EXPECT_EQ(RenderId3v1(windows, fields), BlockOf("Don\x92t \x80"
+                                                        "55",
+                                                        artist));
+        const QByteArray utf8 = BlockOf(title.toUtf8(), artist);
+        fields = *ParseId3v1(utf8);
+        ASSERT_EQ(fields.title, title);
+        fields.title = longer;
+        EXPECT_EQ(RenderId3v1(utf8, fields), BlockOf(longer.toUtf8(), artist));
+    }
+}
+
+TEST(Id3v1Widths, ATextThatTellsNoCodingTakesThatOfTheOthers) {
+    const QString title = QString::fromUtf8("Ωδή στη χαρά λαλά");
+    const QByteArray utf8 = BlockOf("Ode", QString::fromUtf8("Кино").toUtf8());
+    TagFields fields = *ParseId3v1(utf8);
+    fields.title = title;
+    // 30 bytes end inside of a letter here.
+    EXPECT_EQ(RenderId3v1(utf8, fields), BlockOf(title.left(16).toUtf8(), utf8.mid(33, 30)));
+    const QByteArray windows = BlockOf("Ode", "\x93q\x94");
+    fields = *ParseId3v1(windows);
+    fields.title = QString::fromUtf8("“Ode”");
+    EXPECT_EQ(RenderId3v1(windows, fields), BlockOf("\x93Ode\x94", "\x93q\x94"));
+}
+
+// In Windows-1252 it would be the bytes of another text in UTF-8.
+TEST(Id3v1Widths, ATextThatWouldBeMisreadIsWrittenInUtf8) {
+    TagFields fields;
+    fields.title = QString::fromUtf8("Ã©");
+    EXPECT_EQ(ParseId3v1(RenderId3v1({}, fields))->title, fields.title);
+}
+
+TEST(Id3v1Widths, ACommentWithoutATrackHasThirtyBytes) {
+    TagFields fields;
+    fields.comment = Repeated("c", 31);
+    QByteArray block = RenderId3v1({}, fields);
+    EXPECT_EQ(ParseId3v1(block)->comment, Repeated("c", 30));
+    fields.track = 9;
+    block = RenderId3v1(block, fields);
+    EXPECT_EQ(ParseId3v1(block)->comment, Repeated("c", 28));
+    EXPECT_EQ(ParseId3v1(block)->track, 9);
+    fields.track = 0;
+    block = RenderId3v1(block, fields);
+    EXPECT_EQ(ParseId3v1(block)->comment, Repeated("c", 30));
 }
 
 TEST(Id3v1Widths, AccentsThatStandApartAreComposed) {

@@ -1,6 +1,5 @@
 // A save that is killed, refused or out of room leaves the old file or the new one.
 #include "backends/tag_writing/tag_judges.h"
-#include "backends/tags/file_replacement.h"
 #include "backends/tags/tag_information.h"
 
 #include <gtest/gtest.h>
@@ -15,6 +14,7 @@
 #include <functional>
 #include <random>
 
+#include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -102,12 +102,8 @@ TEST_F(SavingSafety, KilledSavesLeaveTheOldFileOrTheNewOne) {
     KillSavers(Alone(QStringLiteral("a.ogg"), ContentOf(ogg)), "1", 50);
     const QString wave = Alone(QStringLiteral("a.wav"), ContentOf(made_.Source()));
     KillSavers(wave, "1", 50);
-    for (const QString& name : FilesIn(Folder())) {
-        const bool leftover = name.startsWith(QLatin1String(replacementPrefix)) &&
-                              name.endsWith(QLatin1String(replacementSuffix));
-        EXPECT_TRUE(leftover || !name.startsWith(QLatin1Char('.'))) << name.toStdString();
-    }
-    EXPECT_EQ(QDir(Folder()).entryList(QDir::Files, QDir::Name),
+    EXPECT_EQ(RunSaver({wave, QStringLiteral("1"), QStringLiteral("1")}), 0);
+    EXPECT_EQ(FilesIn(Folder()),
               QStringList({QStringLiteral("a.mp3"), QStringLiteral("a.ogg"), QStringLiteral("a.wav")}));
 }
 
@@ -140,18 +136,116 @@ TEST_F(SavingSafety, WithoutRoomForALargerTagTheOldFileStays) {
     EXPECT_EQ(FilesIn(Folder()), QStringList(QStringLiteral("a.wma")));
 }
 
-TEST_F(SavingSafety, AFolderThatTakesNoFileRefuses) {
+TEST_F(SavingSafety, InAFolderThatTakesNoFileTheFileItselfIsWritten) {
+    for (const char* name : {"a.mp3", "a.wav", "a.ogg"}) {
+        SCOPED_TRACE(name);
+        const QByteArray before = ContentOf(made_.Encode(QLatin1String(name), {}));
+        const QString path = Alone(QLatin1String(name), before);
+        const QByteArray sound = SoundSum(path);
+        ASSERT_EQ(::chmod(QFile::encodeName(path).constData(), 0666), 0);
+        ASSERT_EQ(::chmod(QFile::encodeName(made_.Path({})).constData(), 0755), 0);
+        ASSERT_EQ(::chmod(QFile::encodeName(Folder()).constData(), 0555), 0);
+        const QStringList once{path, QStringLiteral("2"), QStringLiteral("1"),
+                               QStringLiteral("unprivileged")};
+        EXPECT_EQ(RunSaver(once, [&before] { LimitFiles(before.size() - 1); }), 3);
+        EXPECT_EQ(ContentOf(path), before);
+        EXPECT_EQ(RunSaver(once), 0);
+        ::chmod(QFile::encodeName(Folder()).constData(), 0755);
+        EXPECT_EQ(FieldsOf(path, TagKind::Id3v2).title, QStringLiteral("Title odd"));
+        EXPECT_EQ(SoundSum(path), sound);
+        EXPECT_EQ(FilesIn(Folder()), QStringList(QLatin1String(name)));
+        QFile::remove(path);
+    }
+}
+
+struct stat FactsOf(const QString& path) {
+    struct stat facts {};
+    EXPECT_EQ(::stat(QFile::encodeName(path).constData(), &facts), 0);
+    return facts;
+}
+
+TEST_F(SavingSafety, FurtherNamesOfTheFileStayItsOwn) {
+    for (const char* name : {"a.mp3", "a.wav", "a.m4a"}) {
+        SCOPED_TRACE(name);
+        const QString path = Alone(QLatin1String(name), ContentOf(made_.Encode(QLatin1String(name), {})));
+        const QString other = made_.Path(QLatin1String("other-") + QLatin1String(name));
+        ASSERT_EQ(::link(QFile::encodeName(path).constData(), QFile::encodeName(other).constData()), 0);
+        const struct stat before = FactsOf(path);
+        const QByteArray sound = SoundSum(path);
+        // Longer, shorter, and into the room that is left.
+        for (const int length : {100000, 10, 20}) {
+            TagFields fields = PlainFields();
+            fields.comment = QString(length, u'c');
+            ASSERT_EQ(SaveFields(path, fields, TagKind::Id3v2), Outcome::Ok);
+            ExpectFields(FieldsOf(other, TagKind::Id3v2), fields);
+            EXPECT_EQ(SoundSum(other), sound);
+        }
+        EXPECT_EQ(FactsOf(path).st_ino, before.st_ino);
+        EXPECT_EQ(FactsOf(other).st_ino, before.st_ino);
+        EXPECT_EQ(FactsOf(path).st_mode, before.st_mode);
+        EXPECT_EQ(FilesIn(Folder()), QStringList(QLatin1String(name)));
+        QFile::remove(path);
+    }
+}
+
+TEST_F(SavingSafety, WithoutRoomAFileOfSeveralNamesIsPutBack) {
+    const QByteArray before = ContentOf(made_.Encode(QStringLiteral("a.wav"), {}));
+    const QString path = Alone(QStringLiteral("a.wav"), before);
+    ASSERT_EQ(::link(QFile::encodeName(path).constData(),
+                     QFile::encodeName(made_.Path(QStringLiteral("other.wav"))).constData()),
+              0);
+    // The new content fits nowhere; then it would, but for the last bytes.
+    for (const qint64 roomBytes : {before.size() / 2, before.size() + 10}) {
+        EXPECT_EQ(RunSaver({path, QStringLiteral("1"), QStringLiteral("1")},
+                           [roomBytes] { LimitFiles(roomBytes); }),
+                  3);
+        EXPECT_EQ(ContentOf(path), before);
+    }
+}
+
+TEST_F(SavingSafety, SystemsThatRefuseACallAreServed) {
+    const QByteArray before = ContentOf(Mp3());
+    for (const QString& call :
+         {QStringLiteral("fchmod"), QStringLiteral("linkat"), QStringLiteral("rename")}) {
+        SCOPED_TRACE(call.toStdString());
+        const QString path = Alone(QStringLiteral("a.mp3"), before);
+        ASSERT_EQ(::chmod(QFile::encodeName(path).constData(), 0644), 0);
+        EXPECT_EQ(RunSaver({path, QStringLiteral("2"), QStringLiteral("3"), call}), 0);
+        EXPECT_EQ(FieldsOf(path, TagKind::Id3v2).title, QStringLiteral("Title odd"));
+        EXPECT_EQ(FactsOf(path).st_mode & 07777U, 0644U);
+        EXPECT_EQ(FilesIn(Folder()), QStringList(QStringLiteral("a.mp3")));
+        QFile::remove(path);
+    }
+}
+
+// The tag stays as long as it is, so the sound is not moved.
+TEST_F(SavingSafety, KilledSavesIntoAFileOfSeveralNamesLeaveTheSound) {
     const QString path = Alone(QStringLiteral("a.mp3"), ContentOf(Mp3()));
-    const QByteArray before = ContentOf(path);
-    ASSERT_EQ(::chmod(QFile::encodeName(path).constData(), 0666), 0);
-    ASSERT_EQ(::chmod(QFile::encodeName(made_.Path({})).constData(), 0755), 0);
-    ASSERT_EQ(::chmod(QFile::encodeName(Folder()).constData(), 0555), 0);
-    const int code =
-        RunSaver({path, QStringLiteral("1"), QStringLiteral("1"), QStringLiteral("unprivileged")});
-    ::chmod(QFile::encodeName(Folder()).constData(), 0755);
-    EXPECT_EQ(code, 3);
-    EXPECT_EQ(ContentOf(path), before);
-    EXPECT_EQ(FilesIn(Folder()), QStringList(QStringLiteral("a.mp3")));
+    const QString other = made_.Path(QStringLiteral("other.mp3"));
+    ASSERT_EQ(RunSaver({path, QStringLiteral("2"), QStringLiteral("2")}), 0); // makes the room
+    ASSERT_EQ(::link(QFile::encodeName(path).constData(), QFile::encodeName(other).constData()), 0);
+    const QByteArray sound = SoundSum(path);
+    KillSavers(path, "2", 30);
+    EXPECT_EQ(SoundSum(other), sound);
+    EXPECT_EQ(FactsOf(path).st_nlink, 2U);
+}
+
+TEST_F(SavingSafety, LeftoversOfKilledSavesGoAtTheNextSave) {
+    const QString path = Alone(QStringLiteral("a.mp3"), ContentOf(Mp3()));
+    const QString dead = QStringLiteral(".kestrune-1234-0.saving");
+    const QString living = QStringLiteral(".kestrune-AbCdEf.saving");
+    const QString others = QStringLiteral(".kestrune-notes");
+    for (const QString& name : {dead, living, others}) {
+        Alone(name, "half of a file");
+    }
+    QFile worked(QDir(Folder()).filePath(living));
+    ASSERT_TRUE(worked.open(QIODevice::ReadOnly));
+    ASSERT_EQ(::flock(worked.handle(), LOCK_EX), 0); // as a process does that is about to save
+    ASSERT_EQ(SaveFields(path, PlainFields()), Outcome::Ok);
+    EXPECT_EQ(FilesIn(Folder()), QStringList({living, others, QStringLiteral("a.mp3")}));
+    worked.close();
+    ASSERT_EQ(SaveFields(path, UnicodeFields()), Outcome::Ok);
+    EXPECT_EQ(FilesIn(Folder()), QStringList({others, QStringLiteral("a.mp3")}));
 }
 
 TEST_F(SavingSafety, AWriteProtectedFileRefuses) {

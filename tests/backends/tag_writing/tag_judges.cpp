@@ -65,6 +65,13 @@ QByteArray SoundSum(const QString& path) {
         .value_or(QByteArray());
 }
 
+QByteArray DecodedSum(const QString& path) {
+    return OutputOf(QStringLiteral("ffmpeg"),
+                    QStringList{QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-i"), path} +
+                        QStringLiteral("-map 0:a -c:a pcm_s16le -f streamhash -").split(QLatin1Char(' ')))
+        .value_or(QByteArray());
+}
+
 TagFields PlainFields() {
     TagFields fields;
     fields.album = QStringLiteral("Record");
@@ -123,10 +130,10 @@ TagFields FieldsOf(const QString& path, TagKind kind) {
     return info->Tag();
 }
 
-Outcome SaveBlindly(const QString& path, TagKind kind) {
+Outcome SaveBlindly(const QString& path, TagKind kind, const TagFields& fields) {
     const auto info = MakeAudioInformation();
     info->SetTagVersion(kind);
-    info->Tag() = PlainFields();
+    info->Tag() = fields;
     return info->SaveTagToFile(path);
 }
 

@@ -22,6 +22,9 @@ QString TagByExiftool(const QString& path, const QString& name);
 // A check sum of the coded sound, taken packet by packet; empty after a failure.
 QByteArray SoundSum(const QString& path);
 
+// A check sum of the decoded sound, as 16-bit samples; empty after a failure.
+QByteArray DecodedSum(const QString& path);
+
 // All thirteen, in Latin-1.
 TagFields PlainFields();
 // All thirteen, in several scripts and beyond the 16-bit characters.
@@ -33,8 +36,9 @@ void ExpectFields(const TagFields& told, const TagFields& wanted);
 // Reads a file with an object of its own.
 TagFields FieldsOf(const QString& path, TagKind kind = TagKind::Id3v1);
 
-// Saves all thirteen with an object that need not have read the file, which may be broken.
-Outcome SaveBlindly(const QString& path, TagKind kind = TagKind::Id3v1);
+// Saves the fields with an object that need not have read the file, which may be broken.
+Outcome SaveBlindly(const QString& path, TagKind kind = TagKind::Id3v1,
+                    const TagFields& fields = PlainFields());
 
 // Saves the fields with an object of its own, which read the file before.
 Outcome SaveFields(const QString& path, const TagFields& fields, TagKind kind = TagKind::Id3v1);

@@ -170,6 +170,47 @@ TEST_F(TagLibKeeping, FlacWithoutCommentsOrPaddingIsSaved) {
     EXPECT_EQ(TagsByFfprobe(path).value(QStringLiteral("title")), QStringLiteral("Song"));
 }
 
+// FLAC allows 16 MiB to each.
+TEST_F(TagLibKeeping, FlacWithTensOfMegabytesOfPicturesIsSaved) {
+    const QByteArray flac = ContentOf(Encoded("a.flac", "-t 1 -metadata title=Old"));
+    const qsizetype behindInfo = 4 + 4 + 34;
+    QByteArray pictures;
+    for (const char fill : {'a', 'b', 'c'}) {
+        const QByteArray picture(10'000'000, fill);
+        const QByteArray block = Big(3) + Big(9) + "image/png" + Big(0) + Big(1) + Big(1) + Big(24) + Big(0) +
+                                 Big(static_cast<quint32>(picture.size())) + picture;
+        pictures += '\6' + Big(static_cast<quint32>(block.size()), 3) + block;
+    }
+    const QString path =
+        made_.Write(QStringLiteral("b.flac"), flac.left(behindInfo) + pictures + flac.mid(behindInfo));
+    const QByteArray sound = SoundSum(path);
+    TagFields fields = FieldsOf(path);
+    EXPECT_EQ(fields.title, QStringLiteral("Old"));
+    fields.title = QStringLiteral("New");
+    ASSERT_EQ(SaveFields(path, fields), Outcome::Ok);
+    ExpectFields(FieldsOf(path), fields);
+    EXPECT_EQ(SoundSum(path), sound);
+    EXPECT_TRUE(ContentOf(path).mid(behindInfo).startsWith(pictures));
+}
+
+TEST_F(TagLibKeeping, TextsOfWindowsMediaAreReadWhereOtherWritersPutThem) {
+    const QString path = Encoded("a.wma", "-t 1 -b:a 64k -metadata title=Old -metadata artist=Band "
+                                          "-metadata comment=Remark -metadata copyright=1998");
+    TagFields fields = FieldsOf(path);
+    EXPECT_EQ(fields.title, QStringLiteral("Old"));
+    EXPECT_EQ(fields.artist, QStringLiteral("Band"));
+    EXPECT_EQ(fields.comment, QStringLiteral("Remark"));
+    EXPECT_EQ(fields.copyright, QStringLiteral("1998"));
+    fields.title = QStringLiteral("New");
+    ASSERT_EQ(SaveFields(path, fields), Outcome::Ok);
+    ExpectFields(FieldsOf(path), fields);
+    EXPECT_EQ(TagsByFfprobe(path).value(QStringLiteral("comment")), QStringLiteral("Remark"));
+    fields.comment = QStringLiteral("Other");
+    ASSERT_EQ(SaveFields(path, fields), Outcome::Ok);
+    ExpectFields(FieldsOf(path), fields);
+    EXPECT_EQ(TagsByFfprobe(path).value(QStringLiteral("comment")), QStringLiteral("Other"));
+}
+
 TEST_F(TagLibKeeping, UnknownAttributesOfWindowsMediaStay) {
     const QString path = Encoded(
         "a.wma", "-t 1 -b:a 64k -metadata title=Old -metadata WM/Mood=calm -metadata publisher=House");

@@ -1,6 +1,7 @@
 // What saving to a WAVE file leaves as it was.
 #include "backends/tag_writing/chunk_builder.h"
 #include "backends/tag_writing/tag_judges.h"
+#include "backends/tags/tag_information.h"
 
 #include <gtest/gtest.h>
 
@@ -57,7 +58,7 @@ TEST_F(WaveKeeping, PaddingThatIsMissingOrNotZeroStays) {
 }
 
 TEST_F(WaveKeeping, BytesBehindTheChunksStayThere) {
-    const QByteArray chunks = FormatChunk() + DataChunk();
+    const QByteArray chunks = FormatChunk() + DataChunk() + Chunk("junk", "1234");
     const QByteArray tail("\x01\x02 of another program", 21);
     EXPECT_EQ(Titled(Wave(chunks) + tail),
               Wave(chunks + InfoList(Chunk("INAM", QByteArray("Song", 5)))) + tail);
@@ -69,6 +70,31 @@ TEST_F(WaveKeeping, SoundWithoutAnEndStaysTheLast) {
     const QByteArray list = InfoList(Chunk("INAM", QByteArray("Song", 5)));
     EXPECT_EQ(Titled("RIFF" + Little(0xFFFFFFFF) + "WAVE" + FormatChunk() + open),
               "RIFF" + Little(0xFFFFFFFF) + "WAVE" + FormatChunk() + list + open);
+}
+
+// The writer told the size now and then, and was killed: what stands behind belongs to the sound.
+TEST_F(WaveKeeping, SoundBeyondItsToldEndStaysInOnePiece) {
+    const QByteArray all = DataChunk();
+    const QByteArray told = "data" + Little(5000) + all.mid(8);
+    const QByteArray list = InfoList(Chunk("INAM", QByteArray("Song", 5)));
+    const auto size = static_cast<quint32>(4 + FormatChunk().size() + 8 + 5000);
+    EXPECT_EQ(Titled("RIFF" + Little(size) + "WAVE" + FormatChunk() + told),
+              "RIFF" + Little(size + static_cast<quint32>(list.size())) + "WAVE" + FormatChunk() + list +
+                  told);
+}
+
+// Writers put the size in last.
+TEST_F(WaveKeeping, SoundOfAnInterruptedWriterStaysTheLast) {
+    const QByteArray open = "data" + Little(0) + DataChunk().mid(8);
+    const QByteArray list = InfoList(Chunk("INAM", QByteArray("Song", 5)));
+    for (const quint32 size : {0U, 36U}) {
+        const quint32 grown = size == 0 ? 0 : size + static_cast<quint32>(list.size());
+        EXPECT_EQ(Titled("RIFF" + Little(size) + "WAVE" + FormatChunk() + open),
+                  "RIFF" + Little(grown) + "WAVE" + FormatChunk() + list + open);
+    }
+    const auto info = MakeAudioInformation();
+    ASSERT_EQ(info->OpenInfo(made_.Path(QStringLiteral("a.wav"))), Outcome::Ok);
+    EXPECT_EQ(info->GetDurationMs(), 1000);
 }
 
 TEST_F(WaveKeeping, AnId3ChunkIsKeptInStepWithTheList) {
@@ -85,6 +111,50 @@ TEST_F(WaveKeeping, AnId3ChunkIsKeptInStepWithTheList) {
     EXPECT_EQ(TagByExiftool(path, QStringLiteral("ID3:Title")), QStringLiteral("Song"));
     EXPECT_EQ(TagByExiftool(path, QStringLiteral("RIFF:Title")), QStringLiteral("Song"));
     EXPECT_TRUE(ContentOf(path).contains(QByteArray("x\0\xFF\xE0y", 5)));
+}
+
+TEST_F(WaveKeeping, AFileWithAnId3ChunkAloneIsNotTouchedWithoutChanges) {
+    const QByteArray frames = "TIT2" + Big(4) + QByteArray(2, '\0') + QByteArray("\0Old", 4) + "TPE1" +
+                              Big(5) + QByteArray(2, '\0') + QByteArray("\0Band", 5);
+    const QByteArray tag =
+        QByteArray("ID3\x03\0\0", 6) + Big(static_cast<quint32>(frames.size()), 4, 7) + frames;
+    const QByteArray before = Wave(FormatChunk() + DataChunk() + Chunk("id3 ", tag));
+    const QString path = made_.Write(QStringLiteral("id3.wav"), before);
+    TagFields fields = FieldsOf(path);
+    EXPECT_EQ(fields.title, QStringLiteral("Old"));
+    ASSERT_EQ(SaveFields(path, fields), Outcome::Ok);
+    EXPECT_EQ(ContentOf(path), before);
+    fields.title = QStringLiteral("New");
+    ASSERT_EQ(SaveFields(path, fields), Outcome::Ok);
+    ExpectFields(FieldsOf(path), fields);
+    EXPECT_EQ(TagByExiftool(path, QStringLiteral("RIFF:Title")), QStringLiteral("New"));
+    EXPECT_EQ(TagByExiftool(path, QStringLiteral("ID3:Title")), QStringLiteral("New"));
+    EXPECT_EQ(TagByExiftool(path, QStringLiteral("RIFF:Artist")), QString());
+}
+
+QByteArray BareItem(const char* id, const QByteArray& text) {
+    return QByteArray(id, 4) + Little(static_cast<quint32>(text.size())) + text;
+}
+
+TEST_F(WaveKeeping, ItemsWithoutPaddingKeepTheirNeighbours) {
+    const QByteArray items =
+        BareItem("INAM", "Odd") + BareItem("IART", "Band!") + BareItem("IPRD", QByteArray("Record\0", 7));
+    const auto folk = Chunk("IGNR", QByteArray("Folk\0", 5));
+    const QString path =
+        made_.Write(QStringLiteral("bare.wav"), Wave(FormatChunk() + InfoList(items) + DataChunk()));
+    TagFields fields = FieldsOf(path);
+    EXPECT_EQ(fields.title, QStringLiteral("Odd"));
+    EXPECT_EQ(fields.artist, QStringLiteral("Band!"));
+    EXPECT_EQ(fields.album, QStringLiteral("Record"));
+    fields.genreText = QStringLiteral("Folk");
+    ASSERT_EQ(SaveFields(path, fields), Outcome::Ok);
+    EXPECT_EQ(ContentOf(path),
+              Wave(FormatChunk() + InfoList(items + QByteArray(1, '\0') + folk) + DataChunk()));
+    fields.genre = 80; // told by its name
+    ExpectFields(FieldsOf(path), fields);
+    fields.artist = QStringLiteral("Other");
+    ASSERT_EQ(SaveFields(path, fields), Outcome::Ok);
+    ExpectFields(FieldsOf(path), fields);
 }
 
 TEST_F(WaveKeeping, TextInWindows1252IsReadAndNewTextIsUtf8) {

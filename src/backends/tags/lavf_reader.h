@@ -1,0 +1,38 @@
+// Sound files as libavformat sees them.
+#pragma once
+
+#include "backends/tags/bounded_file.h"
+
+#include <memory>
+
+struct AVFormatContext;
+struct AVIOContext;
+struct AVStream;
+
+namespace kestrune {
+
+// Reads through a bounded file of the caller, which outlives the object. Content that asks for the network, a
+// device or further files gets none of them.
+class LavfReader {
+public:
+    explicit LavfReader(BoundedFile& file);
+    ~LavfReader();
+    LavfReader(const LavfReader&) = delete;
+    LavfReader& operator=(const LavfReader&) = delete;
+
+    // Once. False if the content is of no kind of recorded sound, or holds none that can be decoded. Where the
+    // library is not sure of the kind, `unsure` is taken, its name for one, if it is given.
+    bool Open(const char* unsure = nullptr);
+
+    // After an Open that gave true.
+    AVFormatContext& Context() const { return *context_; }
+    AVStream* Sound() const { return sound_; }
+
+private:
+    AVIOContext* io_ = nullptr;
+    AVFormatContext* context_ = nullptr;
+    BoundedFile& file_;
+    AVStream* sound_ = nullptr; // the context's
+};
+
+} // namespace kestrune
