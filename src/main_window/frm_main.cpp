@@ -1,6 +1,7 @@
 #include "main_window/frm_main.h"
 
 #include "display/display_frame.h"
+#include "main_window/letter_keys.h"
 #include "main_window/main_controls_builder.h"
 #include "playback/format_lamps.h"
 #include "playback/position.h"
@@ -12,7 +13,6 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
-#include <QLineEdit>
 #include <QMouseEvent>
 #include <algorithm>
 
@@ -37,7 +37,7 @@ int KeyCode(const QKeyEvent& event) {
     if (event.key() == Qt::Key_Alt) {
         return altKeyCode;
     }
-    return event.key() >= Qt::Key_A && event.key() <= Qt::Key_Z ? event.key() : 0;
+    return LetterOf(event);
 }
 
 } // namespace
@@ -130,8 +130,7 @@ void FrmMain::closeEvent(QCloseEvent* event) {
 void FrmMain::changeEvent(QEvent* event) {
     // The release of a key that is let go in another window never comes here.
     if (event->type() == QEvent::ActivationChange && !isActiveWindow()) {
-        parts_.routing.KeyUp();
-        ShowLetters(false);
+        LetGoOfAlt();
     }
     if (event->type() == QEvent::WindowStateChange) {
         isMinimized() ? TimerVolume.stop() : TimerVolume.start();
@@ -142,6 +141,10 @@ void FrmMain::changeEvent(QEvent* event) {
 // The window sees keys before its controls do.
 bool FrmMain::eventFilter(QObject* watched, QEvent* event) {
     const auto* widget = qobject_cast<QWidget*>(watched);
+    // The release of a key that is let go in an open menu never comes here.
+    if (event->type() == QEvent::Hide && widget != nullptr && widget->windowType() == Qt::Popup) {
+        LetGoOfAlt();
+    }
     if (widget == nullptr || widget->window() != this) {
         return SkinnedWindow::eventFilter(watched, event);
     }
@@ -177,17 +180,15 @@ bool FrmMain::HandleKey(QEvent* event) {
         ShowLetters(code == altKeyCode || (parts_.routing.IsAltDown() && code != 0));
         return code != 0 && parts_.routing.KeyDown(code) && code != altKeyCode;
     }
-    if (key->isAutoRepeat()) {
-        return false;
-    }
-    parts_.routing.KeyUp();
-    ShowLetters(false);
-    // In a text the key deletes a letter.
-    if (key->key() == Qt::Key_Delete && qobject_cast<QLineEdit*>(QApplication::focusWidget()) == nullptr) {
-        parts_.editing.DeleteKey();
-        return true;
+    if (!key->isAutoRepeat()) {
+        LetGoOfAlt();
     }
     return false;
+}
+
+void FrmMain::LetGoOfAlt() {
+    parts_.routing.KeyUp();
+    ShowLetters(false);
 }
 
 void FrmMain::ShowLetters(bool shown) {

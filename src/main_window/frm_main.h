@@ -84,6 +84,7 @@ private:
     void ConnectMenus();
 
     bool HandleKey(QEvent* event);
+    void LetGoOfAlt();
     void ShowLetters(bool shown);
     void PopUpAtLabel(MainMenu menu);
     void PopUpAtCursor(MainMenu menu);

@@ -66,6 +66,7 @@ void FrmMain::ConnectListView() {
     connect(list, &PlaylistView::RowClicked, this, &FrmMain::RowClicked);
     connect(list, &PlaylistView::RowActivated, this,
             [this](int row) { parts_.buttons.ListViewPlaylist_DblClick(row); });
+    connect(list, &PlaylistView::DeleteRequested, &parts_.editing, &PlaylistEditing::DeleteKey);
     connect(list, &PlaylistView::AddRequested, &parts_.files, &PlaylistFiles::AddFilesByDialog);
     // The program that the files come from waits until the drop has returned.
     connect(list, &PlaylistView::FilesDropped, &parts_.files, &PlaylistFiles::AddDroppedFiles,
