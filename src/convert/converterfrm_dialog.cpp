@@ -33,9 +33,7 @@ ConverterfrmDialog::ConverterfrmDialog(const ConverterWindowParts& parts, QWidge
     setAccessibleName(windowTitle());
     setMouseTracking(true);
     Chrome().AddTitle(controls_.LabelTitle);
-    for (ImageButton* button : findChildren<ImageButton*>()) {
-        Chrome().AddHand(button);
-    }
+    Chrome().AddHandToButtons();
     for (QWidget* path : {controls_.LabelIn, controls_.LabelOut}) {
         Chrome().AddHand(path);
     }

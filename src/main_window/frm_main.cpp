@@ -84,11 +84,13 @@ void FrmMain::PrepareDisplay() {
 
 void FrmMain::PrepareSkin() {
     Chrome().AddTitle(controls_.LabelTitle);
-    for (MenuLabel* label : controls_.LabelMenu) {
-        Chrome().AddHand(label);
+    Chrome().AddHandToButtons();
+    for (QWidget* part : std::initializer_list<QWidget*>{controls_.volumeKnob, controls_.positionBar,
+                                                         controls_.listScrollBar}) {
+        Chrome().AddHand(part);
     }
-    for (ImageButton* button : findChildren<ImageButton*>()) {
-        Chrome().AddHand(button);
+    for (BandFaderWidget* fader : controls_.KSTEqualizer21->findChildren<BandFaderWidget*>()) {
+        Chrome().AddHand(fader);
     }
     controls_.positionBar->SetLineWidth(0);
 }
