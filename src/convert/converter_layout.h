@@ -45,7 +45,7 @@ inline constexpr std::array<int, 6> CheckinLeft = {20, 75, 139, 194, 250, 309};
 inline constexpr std::array<int, 2> CheckinTop = {74, 94};
 inline constexpr QSize Checkin(57, 20);
 inline constexpr QRect ListViewInput(14, 126, 348, 190); // within its glass
-inline constexpr std::array<int, 3> listColumns = {174, 74, 100};
+inline constexpr std::array<int, 3> listColumns = {162, 86, 100};
 inline constexpr std::array<Key, 2> ImageAllClear = {{
     {{12, 326, 24, 16}, {492, 4}, {520, 4}},
     {{39, 326, 24, 16}, {548, 4}, {576, 4}},
