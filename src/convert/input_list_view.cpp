@@ -42,7 +42,11 @@ public:
         const QStyle* style = option.widget->style();
         style->drawControl(QStyle::CE_ItemViewItem, &option, painter, option.widget);
         const TabularText digits(option.font);
-        const QRect place = option.rect.adjusted(airBesideSize, 0, -airBesideSize, 0);
+        QRectF place = option.rect.adjusted(airBesideSize, 0, -airBesideSize, 0);
+        // On the line of the other columns, whose texts the style sets to whole pixels.
+        if ((option.rect.height() - option.fontMetrics.height()) % 2 != 0) {
+            place.translate(0, -0.5);
+        }
         const bool isSelected = option.state.testFlag(QStyle::State_Selected);
         painter->setFont(option.font);
         painter->setPen(option.palette.color(isSelected ? QPalette::HighlightedText : QPalette::Text));

@@ -40,6 +40,16 @@ int KeyCode(const QKeyEvent& event) {
     return LetterOf(event);
 }
 
+// The face of the skin, or its narrower cut if the text is too long for that.
+QFont FittingFace(QFont face, const QString& text, int room) {
+    const QString usual = QStringLiteral("Inter");
+    face.setFamilies({usual});
+    if (QFontMetrics(face).horizontalAdvance(text) > room) {
+        face.setFamilies({QStringLiteral("Inter Display"), usual});
+    }
+    return face;
+}
+
 } // namespace
 
 FrmMain::FrmMain(const FrmMainParts& parts)
@@ -52,6 +62,8 @@ FrmMain::FrmMain(const FrmMainParts& parts)
     setWindowTitle(parts_.state.AppTitle);
     setWindowIcon(ProgramIcon());
     Chrome().SetBackground(&parts_.pictures.Window());
+    TimerToolBar.setObjectName(QStringLiteral("TimerToolBar"));
+    TimerToolBar.setParent(this);
     TimerToolBar.setInterval(toolBarTickMs);
     TimerVolume.setInterval(idleTickMs);
     ConnectTransport();
@@ -111,7 +123,8 @@ void FrmMain::ShowKnob() {
 }
 
 void FrmMain::Show() {
-    GetFileLong();
+    // The sums under the list keep the texts they start with until a list was counted.
+    ShowTotals(TotalTextsOf(parts_.rows).LabelTemp);
     ShowModes();
     ShowToolBar();
     ShowPanel(Panel::Playlist);
@@ -182,8 +195,14 @@ bool FrmMain::HandleKey(QEvent* event) {
         ShowLetters(code == altKeyCode || (parts_.routing.IsAltDown() && code != 0));
         return code != 0 && parts_.routing.KeyDown(code) && code != altKeyCode;
     }
-    if (!key->isAutoRepeat()) {
-        LetGoOfAlt();
+    if (key->isAutoRepeat()) {
+        return false;
+    }
+    LetGoOfAlt();
+    // In other controls the key means something else, or nothing.
+    if (key->key() == Qt::Key_Delete && controls_.ListViewPlaylist->hasFocus()) {
+        parts_.editing.DeleteKey();
+        return true;
     }
     return false;
 }
@@ -303,8 +322,12 @@ void FrmMain::GetFileLong() {
     controls_.LabelSeltal[0]->setText(texts.LabelSeltal0);
     controls_.LabelSeltal[1]->setText(texts.LabelSeltal1);
     controls_.PictureSelToal->setToolTip(texts.PictureSelToalTip);
-    controls_.LabelTemp->setText(texts.LabelTemp);
-    controls_.PictureSelToal->SetText(texts.LabelTemp);
+    ShowTotals(texts.LabelTemp);
+}
+
+void FrmMain::ShowTotals(const QString& times) {
+    controls_.LabelTemp->setText(times);
+    controls_.PictureSelToal->SetText(times);
     int right = layout::totalsRight;
     for (QLabel* label : controls_.LabelSeltal) {
         label->setAccessibleName(label->toolTip() + u' ' + label->text());
@@ -328,6 +351,7 @@ void FrmMain::ShowName(const QString& fileName) {
 
 void FrmMain::DispKhz(bool show, const QString& formatText) {
     QLabel* words = controls_.LabelFormat;
+    words->setFont(FittingFace(words->font(), formatText, words->width()));
     words->setText(show ? words->fontMetrics().elidedText(formatText, Qt::ElideRight, words->width())
                         : QString());
     words->setToolTip(show ? formatText : QString());

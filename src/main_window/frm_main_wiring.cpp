@@ -10,7 +10,9 @@ void FrmMain::ConnectTransport() {
             controls_.ImageSmall[i]->setVisible(static_cast<int>(lamp) == static_cast<int>(i));
         }
     });
-    connect(transport, &Transport::PauseCaption, menus_.mnuPause, &QAction::setText);
+    connect(transport, &Transport::PauseCaption, menus_.mnuPause, [this](const QString& caption) {
+        menus_.mnuPause->setText(QCoreApplication::translate("kestrune::Transport", qUtf8Printable(caption)));
+    });
     connect(transport, &Transport::NameShown, this, &FrmMain::ShowName);
     connect(transport, &Transport::ThumbVisible, controls_.positionBar, &PositionBar::SetThumbVisible);
     connect(transport, &Transport::PositionReset, controls_.positionBar, &PositionBar::WalkToStart);
@@ -66,7 +68,6 @@ void FrmMain::ConnectListView() {
     connect(list, &PlaylistView::RowClicked, this, &FrmMain::RowClicked);
     connect(list, &PlaylistView::RowActivated, this,
             [this](int row) { parts_.buttons.ListViewPlaylist_DblClick(row); });
-    connect(list, &PlaylistView::DeleteRequested, &parts_.editing, &PlaylistEditing::DeleteKey);
     connect(list, &PlaylistView::AddRequested, &parts_.files, &PlaylistFiles::AddFilesByDialog);
     // The program that the files come from waits until the drop has returned.
     connect(list, &PlaylistView::FilesDropped, &parts_.files, &PlaylistFiles::AddDroppedFiles,

@@ -28,6 +28,7 @@ public:
     using Showing = std::function<void(QWidget* owner)>;
     void SetShowing(ToolWindow tool, Showing showing) { showings_[tool] = std::move(showing); }
     bool Show(ToolWindow tool) override;
+    bool OpenPage(const QString& page) override;
     void ShowHelp(const QString& topic) override;
 
 private:

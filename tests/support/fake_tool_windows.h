@@ -13,9 +13,14 @@ public:
         shown.append(tool);
         return exists;
     }
+    bool OpenPage(const QString& page) override {
+        pages.append(page);
+        return exists;
+    }
     void ShowHelp(const QString& topic) override { topics.append(topic); }
 
     QList<ToolWindow> shown;
+    QStringList pages;
     QStringList topics;
     bool exists = true;
 };

@@ -1,12 +1,12 @@
 // What the chrome gives every window: its place in the middle of the screen, and the hand over what can be
 // clicked.
-#include "convert/mp3_dialog.h"
-#include "convert/ogg_dialog.h"
-#include "convert_windows/converter_window_fixture.h"
+#include "convert/converter_window_fixture.h"
 #include "editors/frm_cue_list.h"
 #include "editors/frm_info.h"
 #include "editors/tag_editor_fixture.h"
-#include "windows/main_window_fixture.h"
+#include "encoder_options/mp3_dialog.h"
+#include "encoder_options/ogg_dialog.h"
+#include "main_window/main_window_fixture.h"
 
 #include <QAbstractSlider>
 #include <QScreen>
@@ -46,6 +46,18 @@ TEST_F(MainWindowChrome, TheHandIsOverEveryClickablePart) {
         EXPECT_TRUE(IsHand(*Find(QLatin1String(name)))) << name;
     }
     ExpectCentredOn(window, window.screen()->geometry());
+}
+
+// In the face that the style gives it.
+TEST_F(MainWindowChrome, AnUsualFormatIsToldWhole) {
+    Start();
+    auto* words = Find<QLabel>(QStringLiteral("LabelFormat"));
+    for (const char* format : {"MPEG Layer-3, 44,100 Hz, 128 kbps, Stereo",
+                               "MPEG Layer-3, 44,100 Hz, 128 KBPS, Stereo", "PCM, 44,100 Hz, Mono"}) {
+        emit transport.KhzShown(true, QLatin1String(format));
+        EXPECT_EQ(words->text(), QLatin1String(format));
+        EXPECT_LE(words->fontMetrics().horizontalAdvance(words->text()), words->width());
+    }
 }
 
 class ConverterChrome : public ConverterWindowTest {};

@@ -1,6 +1,6 @@
 // Every mode key, panel key and option of the main window and its panels acts in every way.
 #include "control_walk.h"
-#include "windows/main_window_fixture.h"
+#include "main_window/main_window_fixture.h"
 
 namespace kestrune {
 namespace {

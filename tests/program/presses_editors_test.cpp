@@ -1,10 +1,10 @@
 // Every option of the tag editor acts in every way; the cue list, the help and the about window have none.
-#include "app/frm_splash.h"
 #include "control_walk.h"
 #include "editors/frm_cue_list.h"
 #include "editors/frm_info.h"
 #include "editors/tag_editor_fixture.h"
 #include "help/help_window.h"
+#include "program/frm_splash.h"
 
 namespace kestrune {
 namespace {

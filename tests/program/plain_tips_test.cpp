@@ -1,9 +1,8 @@
 // A tip shows the signs of a file's texts as they stand: a name may look like markup.
-#include "convert/elided_label.h"
-#include "convert_windows/converter_window_fixture.h"
+#include "convert/converter_window_fixture.h"
 #include "editors/frm_info.h"
 #include "editors/tag_editor_fixture.h"
-#include "windows/main_window_fixture.h"
+#include "main_window/main_window_fixture.h"
 
 #include <QHelpEvent>
 #include <QToolTip>

@@ -1,6 +1,6 @@
 // Every check box, option and panel key of the converter acts in every way.
 #include "control_walk.h"
-#include "convert_windows/converter_window_fixture.h"
+#include "convert/converter_window_fixture.h"
 
 namespace kestrune {
 namespace {

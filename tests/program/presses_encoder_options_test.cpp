@@ -1,8 +1,8 @@
 // Every check box and option of the encoders' dialogs acts in every way: Apply sends what was chosen.
-#include "components/mp3_presets.h"
+#include "encoder_options/mp3_presets.h"
 #include "control_walk.h"
-#include "convert/mp3_dialog.h"
-#include "convert/ogg_dialog.h"
+#include "encoder_options/mp3_dialog.h"
+#include "encoder_options/ogg_dialog.h"
 #include "support/fake_audio_file.h"
 #include "support/fake_user_prompts.h"
 
