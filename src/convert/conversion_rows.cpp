@@ -155,11 +155,11 @@ QVariant ConversionRows::headerData(int section, Qt::Orientation orientation, in
     }
     switch (section) {
     case ColumnName:
-        return QStringLiteral("Name");
+        return tr("Name");
     case ColumnLong:
-        return QStringLiteral("Long");
+        return tr("Long");
     case ColumnPlaylistIndex:
-        return QStringLiteral("PlaylistIndex");
+        return tr("PlaylistIndex");
     default:
         return {};
     }

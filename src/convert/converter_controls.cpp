@@ -233,11 +233,11 @@ void Builder::MakeRunKeys() {
 
 void Builder::MakeEvents() {
     controls_.frmEvent = Put(new QWidget(window_), QStringLiteral("frmEvent"), at::frmEvent);
-    controls_.frmEvent->setAccessibleName(QStringLiteral("Events"));
-    Text(QStringLiteral("LabelEvents"), QStringLiteral("Events"), at::eventsCaption, colours::textMutedOnBody,
+    controls_.frmEvent->setAccessibleName(QObject::tr("Events"));
+    Text(QStringLiteral("LabelEvents"), QObject::tr("Events"), at::eventsCaption, colours::textMutedOnBody,
          controls_.frmEvent);
     auto* view = Put(new QTreeView(controls_.frmEvent), QStringLiteral("viewEvent"), at::viewEvent);
-    view->setAccessibleName(QStringLiteral("Events"));
+    view->setAccessibleName(QObject::tr("Events"));
     view->setFrameShape(QFrame::NoFrame);
     view->setRootIsDecorated(false);
     view->setUniformRowHeights(true);

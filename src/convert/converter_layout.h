@@ -39,7 +39,7 @@ inline constexpr std::array<int, 2> CheckinTop = {{74, 94}};
 inline constexpr QSize Checkin(57, 20);
 // Within its glass.
 inline constexpr QRect ListViewInput(14, 126, 348, 190);
-inline constexpr std::array<int, 3> listColumns = {{174, 74, 100}};
+inline constexpr std::array<int, 3> listColumns = {{162, 86, 100}};
 inline constexpr std::array<KeyLayout, 2> ImageAllClear = {
     {{{12, 326, 24, 16}, {492, 4}, {520, 4}}, {{39, 326, 24, 16}, {548, 4}, {576, 4}}}};
 inline constexpr QRect statusLine(72, 324, 292, 20);

@@ -6,11 +6,23 @@
 
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QSignalBlocker>
 #include <cmath>
 
 namespace kestrune {
 
 namespace at = converter_layout;
+
+namespace {
+
+// A screen reader toggles a box without a click, so that the rules listen to `toggled`: what the program
+// shows must not come back to them.
+void ShowTick(QCheckBox* box, bool ticked) {
+    const QSignalBlocker quiet(box);
+    box->setChecked(ticked);
+}
+
+} // namespace
 
 ConverterfrmDialog::ConverterfrmDialog(const ConverterWindowParts& parts, QWidget* parent)
     : SkinnedDialog(corners::ConverterfrmDialog, parent),
@@ -21,9 +33,7 @@ ConverterfrmDialog::ConverterfrmDialog(const ConverterWindowParts& parts, QWidge
     setAccessibleName(windowTitle());
     setMouseTracking(true);
     Chrome().AddTitle(controls_.LabelTitle);
-    for (ImageButton* button : findChildren<ImageButton*>()) {
-        Chrome().AddHand(button);
-    }
+    Chrome().AddHandToButtons();
     for (QWidget* path : {controls_.LabelIn, controls_.LabelOut}) {
         Chrome().AddHand(path);
     }
@@ -156,10 +166,10 @@ void ConverterfrmDialog::ConnectInput() {
     for (int i = 0; i < inputTypeCount; ++i) {
         QCheckBox* box = controls_.Checkin[static_cast<size_t>(i)];
         box->setChecked(jobs.Types().IsTicked(i));
-        connect(box, &QCheckBox::clicked, &jobs, [&jobs, i](bool ticked) { jobs.Checkin_Click(i, ticked); });
+        connect(box, &QCheckBox::toggled, &jobs, [&jobs, i](bool ticked) { jobs.Checkin_Click(i, ticked); });
     }
     connect(&jobs, &JobList::CheckInShown, this, [this](int index, bool ticked) {
-        controls_.Checkin[static_cast<size_t>(index)]->setChecked(ticked);
+        ShowTick(controls_.Checkin[static_cast<size_t>(index)], ticked);
     });
     InputListView* list = controls_.ListViewInput;
     list->setToolTip(jobs.ToolTip());
@@ -182,11 +192,11 @@ void ConverterfrmDialog::ConnectOutput() {
     for (int i = 0; i < outputBoxCount; ++i) {
         QCheckBox* box = controls_.formats[static_cast<size_t>(i)];
         box->setChecked(settings.IsTicked(static_cast<OutputBox>(i)));
-        connect(box, &QCheckBox::clicked, &settings,
+        connect(box, &QCheckBox::toggled, &settings,
                 [&settings, i](bool ticked) { settings.OutputBox_Click(i, ticked); });
     }
     connect(&settings, &OutputSettings::CheckOutShown, this, [this](int index, bool ticked) {
-        controls_.formats[static_cast<size_t>(index)]->setChecked(ticked);
+        ShowTick(controls_.formats[static_cast<size_t>(index)], ticked);
     });
     FormatPanel* panel = controls_.PictureSet;
     connect(panel->ImageSet(0), &ImageButton::clicked, this, &ConverterfrmDialog::OpenMp3);

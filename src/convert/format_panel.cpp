@@ -126,7 +126,7 @@ void FormatPanel::MakeRates() {
         option->setToolTip(option->accessibleName());
         opFreq_->addButton(option, index);
     }
-    const std::array<QString, 2> captions = {QStringLiteral("Mono"), QStringLiteral("Stereo")};
+    const std::array<QString, 2> captions = {tr("Mono"), tr("Stereo")};
     for (size_t i = 0; i < captions.size(); ++i) {
         const int channels = static_cast<int>(i) + firstChannels;
         opChannels_->addButton(
@@ -168,11 +168,9 @@ void FormatPanel::MakeParameters() {
                                at::ImageSet(LineOf(places[i])), group, static_cast<int>(i));
     }
     cmbG723Bits_ = BitsBox("cmbG723Bits", QStringLiteral("G.723"), FormatBox::txtG723FormatString,
-                           {QStringLiteral("3 bit"), QStringLiteral("5 bit")}, this);
-    cmbG726Bits_ = BitsBox(
-        "cmbG726Bits", QStringLiteral("G.726"), FormatBox::txtG726FormatString,
-        {QStringLiteral("2 bit"), QStringLiteral("3 bit"), QStringLiteral("4 bit"), QStringLiteral("5 bit")},
-        this);
+                           {tr("3 bit"), tr("5 bit")}, this);
+    cmbG726Bits_ = BitsBox("cmbG726Bits", QStringLiteral("G.726"), FormatBox::txtG726FormatString,
+                           {tr("2 bit"), tr("3 bit"), tr("4 bit"), tr("5 bit")}, this);
 }
 
 void FormatPanel::ShowFormatText(FormatBox box, const QString& text) {

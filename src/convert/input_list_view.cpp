@@ -3,6 +3,7 @@
 #include "convert/conversion_rows.h"
 #include "skin/skin_colours.h"
 #include "skin/style_paint.h"
+#include "skin/tabular_text.h"
 
 #include <QDragEnterEvent>
 #include <QHeaderView>
@@ -14,7 +15,7 @@ namespace kestrune {
 
 namespace {
 
-constexpr QChar airBehindSize(u'\u2002');
+constexpr int airBesideSize = 5;
 
 QStringList LocalPaths(const QMimeData& data) {
     QStringList paths;
@@ -26,16 +27,30 @@ QStringList LocalPaths(const QMimeData& data) {
     return paths;
 }
 
-// The blanks that fill a size up stand in line where all letters are of one width alone.
+// Sizes end at the right and stand under each other by their digits. The blanks that fill a size up would do
+// that where all letters are of one width alone.
 class SizeDelegate : public QStyledItemDelegate {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
 
-protected:
-    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
-        QStyledItemDelegate::initStyleOption(option, index);
-        option->displayAlignment = Qt::AlignRight | Qt::AlignVCenter;
-        option->text.append(airBehindSize);
+    void paint(QPainter* painter, const QStyleOptionViewItem& given,
+               const QModelIndex& index) const override {
+        QStyleOptionViewItem option = given;
+        initStyleOption(&option, index);
+        const QString size = option.text.trimmed();
+        option.text.clear();
+        const QStyle* style = option.widget->style();
+        style->drawControl(QStyle::CE_ItemViewItem, &option, painter, option.widget);
+        const TabularText digits(option.font);
+        QRectF place = option.rect.adjusted(airBesideSize, 0, -airBesideSize, 0);
+        // On the line of the other columns, whose texts the style sets to whole pixels.
+        if ((option.rect.height() - option.fontMetrics.height()) % 2 != 0) {
+            place.translate(0, -0.5);
+        }
+        const bool isSelected = option.state.testFlag(QStyle::State_Selected);
+        painter->setFont(option.font);
+        painter->setPen(option.palette.color(isSelected ? QPalette::HighlightedText : QPalette::Text));
+        digits.Draw(*painter, place, Qt::AlignRight, digits.Elided(size, option.font, place.width()));
     }
 };
 

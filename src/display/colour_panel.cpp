@@ -48,7 +48,7 @@ QColor ColourOf(qint32 value) {
 }
 
 QColor ChooseByDialog(const QColor& seed, QWidget* parent) {
-    return QColorDialog::getColor(seed, parent, QStringLiteral("Choice Color"),
+    return QColorDialog::getColor(seed, parent, ColourPanel::tr("Choice Color"),
                                   QColorDialog::DontUseNativeDialog);
 }
 
@@ -188,7 +188,7 @@ void ColourPanel::FillColourList() {
         const QSignalBlocker quiet(colours_);
         colours_->clear();
         for (const DisplayColour& colour : displayColours) {
-            auto* row = new QListWidgetItem(QString::fromLatin1(colour.name), colours_);
+            auto* row = new QListWidgetItem(tr(colour.name), colours_);
             row->setSizeHint({0, listRow});
         }
         colours_->setCurrentRow(0);
@@ -217,8 +217,7 @@ void ColourPanel::ShowColour(int row) {
     const DisplayColour& shown = displayColours[static_cast<size_t>(row)];
     const QColor colour = ColourOf(valueOf_(shown.property));
     swatch_->SetColour(colour);
-    swatch_->setAccessibleName(
-        QStringLiteral("%1: %2").arg(QLatin1String(shown.name), colour.name().toUpper()));
+    swatch_->setAccessibleName(QStringLiteral("%1: %2").arg(tr(shown.name), colour.name().toUpper()));
 }
 
 void ColourPanel::ChangeColour() {

@@ -21,7 +21,6 @@ EditorDialog::EditorDialog(const QString& name, const QString& title, const QSiz
 BodyKey* EditorDialog::Equip(BodyKey* key, const QString& name) {
     key->setObjectName(name);
     Chrome().Hover().Add(hoverGroup_, keyCount_++, key);
-    Chrome().AddHand(key);
     return key;
 }
 

@@ -15,7 +15,7 @@ constexpr int textWidth = 264;
 } // namespace
 
 FrmCueList::FrmCueList(KSTAudioInformation2& information, QWidget* owner)
-    : EditorDialog(QStringLiteral("frmCueList"), QStringLiteral("CueList"), corners::dialog, owner),
+    : EditorDialog(QStringLiteral("frmCueList"), tr("CueList"), corners::dialog, owner),
       editor_(information) {
     MakeControls();
     BodyKey* add = AddKey(0, tr("Add"));

@@ -4,21 +4,15 @@
 
 namespace kestrune {
 
-namespace {
-
-const QString title = QStringLiteral("MP3 Lame 3.91 Encoder Option");
-
-} // namespace
-
 Mp3Dialog::Mp3Dialog(Mp3Options& options, const Mp3Target& target, QWidget* parent)
-    : EncoderOptionsDialog(QStringLiteral("ConverterfrmMP3"), title, parent),
+    : EncoderOptionsDialog(QStringLiteral("ConverterfrmMP3"), tr("MP3 Lame 3.91 Encoder Option"), parent),
       rule_(options, target),
       tabMP3_(new Mp3Tabs(this)) {
     Load();
 }
 
 Mp3Dialog::Mp3Dialog(AudioFormat& formatObject, QWidget* parent)
-    : EncoderOptionsDialog(QStringLiteral("RipfrmMP3"), title, parent),
+    : EncoderOptionsDialog(QStringLiteral("RipfrmMP3"), tr("MP3 Lame 3.91 Encoder Option"), parent),
       rule_(own_, {formatObject}),
       tabMP3_(new Mp3Tabs(this)) {
     Load();

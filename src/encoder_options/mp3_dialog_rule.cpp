@@ -3,6 +3,7 @@
 #include "encoder_options/encoder_lists.h"
 #include "encoder_options/mp3_presets.h"
 
+#include <QCoreApplication>
 #include <algorithm>
 #include <utility>
 
@@ -27,21 +28,24 @@ Mp3VbrEnabled VbrControlsEnabled(int codingMethodIndex) {
 }
 
 QString CurrentBitrateText(int sliderIndex) {
-    return QStringLiteral("Current bitrate: %1 kbit").arg(BitRateAt(sliderIndex));
+    return QCoreApplication::translate("kestrune::Mp3Tabs", "Current bitrate: %1 kbit")
+        .arg(BitRateAt(sliderIndex));
 }
 
 QString Mp3Summary(const Mp3Options& options) {
-    QString rate = QStringLiteral("%1 kbit").arg(options.bitrate);
+    QString rate = QCoreApplication::translate("kestrune::Mp3Tabs", "%1 kbit").arg(options.bitrate);
     if (options.vbrMethod + 1 == vbrMethodAbr) {
-        rate = QStringLiteral("%1 kbit average").arg(options.abrBitrate);
+        rate = QCoreApplication::translate("kestrune::Mp3Tabs", "%1 kbit average").arg(options.abrBitrate);
     } else if (options.vbrMethod + 1 != vbrMethodNone) {
         const int method = IndexInList(options.vbrMethod + 1, vbrMethodTexts.size(), 1);
-        rate = QStringLiteral("VBR quality %1, %2")
+        rate = QCoreApplication::translate("kestrune::Mp3Tabs", "VBR quality %1, %2")
                    .arg(options.vbrQuality)
-                   .arg(QLatin1String(vbrMethodTexts[static_cast<size_t>(method)]));
+                   .arg(QCoreApplication::translate("kestrune::Mp3Tabs",
+                                                    vbrMethodTexts[static_cast<size_t>(method)]));
     }
     const int mode = IndexInList(options.channelMode, channelModeTexts.size(), 1);
-    return QStringLiteral("%1, %2").arg(rate, QLatin1String(channelModeTexts[static_cast<size_t>(mode)]));
+    return QStringLiteral("%1, %2").arg(
+        rate, QCoreApplication::translate("kestrune::Mp3Tabs", channelModeTexts[static_cast<size_t>(mode)]));
 }
 
 qint32 Mp2ChannelCode(const Mp3Options& options) {

@@ -23,7 +23,7 @@ QCheckBox* MakeCheck(const char* name, const QString& text, QWidget* parent) {
 template <size_t count>
 void AddTexts(QComboBox* list, const std::array<const char*, count>& texts) {
     for (const char* text : texts) {
-        list->addItem(QLatin1String(text));
+        list->addItem(Mp3Tabs::tr(text));
     }
 }
 
@@ -79,7 +79,7 @@ void Mp3Tabs::AddPage(Mp3Tab tab, QWidget* page) {
     page->layout()->setContentsMargins(sideMargin, sideMargin, sideMargin, sideMargin);
     page->setMinimumSize(contentSize + QSize(2 * sideMargin, 2 * sideMargin));
     const int index = static_cast<int>(tab);
-    insertTab(index, page, QLatin1String(mp3TabTexts[static_cast<size_t>(index)]));
+    insertTab(index, page, tr(mp3TabTexts[static_cast<size_t>(index)]));
 }
 
 QWidget* Mp3Tabs::MakeGeneral() {
@@ -153,8 +153,8 @@ QGroupBox* Mp3Tabs::MakeFilter(Filter& filter, const QString& letter, const QStr
 QWidget* Mp3Tabs::MakeFiltering() {
     auto* page = new QWidget;
     QGridLayout* grid = MakePageGrid(page);
-    grid->addWidget(MakeFilter(highpass_, QStringLiteral("H"), QStringLiteral("High"), page), 0, 0);
-    grid->addWidget(MakeFilter(lowpass_, QStringLiteral("L"), QStringLiteral("Low"), page), 1, 0);
+    grid->addWidget(MakeFilter(highpass_, QStringLiteral("H"), tr("High"), page), 0, 0);
+    grid->addWidget(MakeFilter(lowpass_, QStringLiteral("L"), tr("Low"), page), 1, 0);
     ShareHeight(grid, 2);
     return page;
 }

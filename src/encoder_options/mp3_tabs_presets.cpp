@@ -21,7 +21,7 @@ QButtonGroup* AddOptions(QWidget* page, const QString& name, const std::array<co
     auto* grid = new QGridLayout(page);
     auto* group = new QButtonGroup(page);
     for (int number = 1; number <= static_cast<int>(count); ++number) {
-        const QString text = QLatin1String(texts[static_cast<size_t>(number) - 1]);
+        const QString text = Mp3Tabs::tr(texts[static_cast<size_t>(number) - 1]);
         auto* option = new QRadioButton(text, page);
         option->setObjectName(QStringLiteral("%1(%2)").arg(name).arg(number));
         Mp3Options options;
@@ -92,7 +92,7 @@ QWidget* Mp3Tabs::MakeCommandLine() {
         const int column = index / rows * 2;
         grid->setRowMinimumHeight(2 + index % rows, exampleHeight);
         grid->addWidget(MakeLabel({}, QLatin1String(example.option), page), 2 + index % rows, column);
-        grid->addWidget(MakeMutedLabel(QLatin1String(example.meaning), page), 2 + index % rows, column + 1);
+        grid->addWidget(MakeMutedLabel(tr(example.meaning), page), 2 + index % rows, column + 1);
         grid->setColumnStretch(column + 1, 1);
     }
     grid->setRowStretch(2 + rows, 1);

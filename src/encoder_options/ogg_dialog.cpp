@@ -10,7 +10,6 @@ namespace kestrune {
 
 namespace {
 
-const QString title = QStringLiteral("Ogg Vorbis Option");
 constexpr qint32 ripperRateHz = 44100;
 constexpr qint32 ripperChannels = 2;
 constexpr int bodyWidth = 448;
@@ -30,13 +29,13 @@ void AddCaption(QGridLayout* grid, int row, const QString& text) {
 } // namespace
 
 OggDialog::OggDialog(const OggTarget& target, qint32 sampleRateHz, qint32 channels, QWidget* parent)
-    : EncoderOptionsDialog(QStringLiteral("ConverterfrmOgg"), title, parent),
+    : EncoderOptionsDialog(QStringLiteral("ConverterfrmOgg"), tr("Ogg Vorbis Option"), parent),
       rule_(target, sampleRateHz, channels) {
     Load();
 }
 
 OggDialog::OggDialog(AudioFormat& formatObject, UserPrompts& prompts, QWidget* parent)
-    : EncoderOptionsDialog(QStringLiteral("RipfrmOgg"), title, parent),
+    : EncoderOptionsDialog(QStringLiteral("RipfrmOgg"), tr("Ogg Vorbis Option"), parent),
       rule_({formatObject, prompts}, ripperRateHz, ripperChannels) {
     Load();
 }
@@ -86,7 +85,7 @@ QGroupBox* OggDialog::MakeChannels() {
     QGroupBox* frame = MakeFrame(QStringLiteral("frmChMode"), tr("Channels Mode"), this);
     cmbChMode_ = MakeList(QStringLiteral("cmbChMode"), tr("Channels Mode"), frame);
     for (const char* text : oggChannelTexts) {
-        cmbChMode_->addItem(QLatin1String(text));
+        cmbChMode_->addItem(tr(text));
     }
     cmbChMode_->setCurrentIndex(rule_.ChannelIndex());
     MakeFrameGrid(frame)->addWidget(cmbChMode_, 0, 0);

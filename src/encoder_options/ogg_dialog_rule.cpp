@@ -2,6 +2,7 @@
 
 #include "encoder_options/encoder_lists.h"
 
+#include <QCoreApplication>
 #include <algorithm>
 #include <utility>
 
@@ -20,7 +21,7 @@ qint16 RateOfSlider(int sliderIndex) {
 } // namespace
 
 QString OggBitrateText(int sliderIndex) {
-    return QStringLiteral("%1 kbit").arg(BitRateAt(sliderIndex));
+    return QCoreApplication::translate("kestrune::OggDialog", "%1 kbit").arg(BitRateAt(sliderIndex));
 }
 
 QString OggQualityText(int quality) {

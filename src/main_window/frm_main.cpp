@@ -1,6 +1,7 @@
 #include "main_window/frm_main.h"
 
 #include "display/display_frame.h"
+#include "main_window/letter_keys.h"
 #include "main_window/main_controls_builder.h"
 #include "playback/format_lamps.h"
 #include "playback/position.h"
@@ -12,7 +13,6 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
-#include <QLineEdit>
 #include <QMouseEvent>
 #include <algorithm>
 
@@ -37,7 +37,17 @@ int KeyCode(const QKeyEvent& event) {
     if (event.key() == Qt::Key_Alt) {
         return altKeyCode;
     }
-    return event.key() >= Qt::Key_A && event.key() <= Qt::Key_Z ? event.key() : 0;
+    return LetterOf(event);
+}
+
+// The face of the skin, or its narrower cut if the text is too long for that.
+QFont FittingFace(QFont face, const QString& text, int room) {
+    const QString usual = QStringLiteral("Inter");
+    face.setFamilies({usual});
+    if (QFontMetrics(face).horizontalAdvance(text) > room) {
+        face.setFamilies({QStringLiteral("Inter Display"), usual});
+    }
+    return face;
 }
 
 } // namespace
@@ -52,6 +62,8 @@ FrmMain::FrmMain(const FrmMainParts& parts)
     setWindowTitle(parts_.state.AppTitle);
     setWindowIcon(ProgramIcon());
     Chrome().SetBackground(&parts_.pictures.Window());
+    TimerToolBar.setObjectName(QStringLiteral("TimerToolBar"));
+    TimerToolBar.setParent(this);
     TimerToolBar.setInterval(toolBarTickMs);
     TimerVolume.setInterval(idleTickMs);
     ConnectTransport();
@@ -84,11 +96,13 @@ void FrmMain::PrepareDisplay() {
 
 void FrmMain::PrepareSkin() {
     Chrome().AddTitle(controls_.LabelTitle);
-    for (MenuLabel* label : controls_.LabelMenu) {
-        Chrome().AddHand(label);
+    Chrome().AddHandToButtons();
+    for (QWidget* part : std::initializer_list<QWidget*>{controls_.volumeKnob, controls_.positionBar,
+                                                         controls_.listScrollBar}) {
+        Chrome().AddHand(part);
     }
-    for (ImageButton* button : findChildren<ImageButton*>()) {
-        Chrome().AddHand(button);
+    for (BandFaderWidget* fader : controls_.KSTEqualizer21->findChildren<BandFaderWidget*>()) {
+        Chrome().AddHand(fader);
     }
     controls_.positionBar->SetLineWidth(0);
 }
@@ -109,7 +123,8 @@ void FrmMain::ShowKnob() {
 }
 
 void FrmMain::Show() {
-    GetFileLong();
+    // The sums under the list keep the texts they start with until a list was counted.
+    ShowTotals(TotalTextsOf(parts_.rows).LabelTemp);
     ShowModes();
     ShowToolBar();
     ShowPanel(Panel::Playlist);
@@ -130,8 +145,7 @@ void FrmMain::closeEvent(QCloseEvent* event) {
 void FrmMain::changeEvent(QEvent* event) {
     // The release of a key that is let go in another window never comes here.
     if (event->type() == QEvent::ActivationChange && !isActiveWindow()) {
-        parts_.routing.KeyUp();
-        ShowLetters(false);
+        LetGoOfAlt();
     }
     if (event->type() == QEvent::WindowStateChange) {
         isMinimized() ? TimerVolume.stop() : TimerVolume.start();
@@ -142,6 +156,10 @@ void FrmMain::changeEvent(QEvent* event) {
 // The window sees keys before its controls do.
 bool FrmMain::eventFilter(QObject* watched, QEvent* event) {
     const auto* widget = qobject_cast<QWidget*>(watched);
+    // The release of a key that is let go in an open menu never comes here.
+    if (event->type() == QEvent::Hide && widget != nullptr && widget->windowType() == Qt::Popup) {
+        LetGoOfAlt();
+    }
     if (widget == nullptr || widget->window() != this) {
         return SkinnedWindow::eventFilter(watched, event);
     }
@@ -180,14 +198,18 @@ bool FrmMain::HandleKey(QEvent* event) {
     if (key->isAutoRepeat()) {
         return false;
     }
-    parts_.routing.KeyUp();
-    ShowLetters(false);
-    // In a text the key deletes a letter.
-    if (key->key() == Qt::Key_Delete && qobject_cast<QLineEdit*>(QApplication::focusWidget()) == nullptr) {
+    LetGoOfAlt();
+    // In other controls the key means something else, or nothing.
+    if (key->key() == Qt::Key_Delete && controls_.ListViewPlaylist->hasFocus()) {
         parts_.editing.DeleteKey();
         return true;
     }
     return false;
+}
+
+void FrmMain::LetGoOfAlt() {
+    parts_.routing.KeyUp();
+    ShowLetters(false);
 }
 
 void FrmMain::ShowLetters(bool shown) {
@@ -300,8 +322,12 @@ void FrmMain::GetFileLong() {
     controls_.LabelSeltal[0]->setText(texts.LabelSeltal0);
     controls_.LabelSeltal[1]->setText(texts.LabelSeltal1);
     controls_.PictureSelToal->setToolTip(texts.PictureSelToalTip);
-    controls_.LabelTemp->setText(texts.LabelTemp);
-    controls_.PictureSelToal->SetText(texts.LabelTemp);
+    ShowTotals(texts.LabelTemp);
+}
+
+void FrmMain::ShowTotals(const QString& times) {
+    controls_.LabelTemp->setText(times);
+    controls_.PictureSelToal->SetText(times);
     int right = layout::totalsRight;
     for (QLabel* label : controls_.LabelSeltal) {
         label->setAccessibleName(label->toolTip() + u' ' + label->text());
@@ -325,6 +351,7 @@ void FrmMain::ShowName(const QString& fileName) {
 
 void FrmMain::DispKhz(bool show, const QString& formatText) {
     QLabel* words = controls_.LabelFormat;
+    words->setFont(FittingFace(words->font(), formatText, words->width()));
     words->setText(show ? words->fontMetrics().elidedText(formatText, Qt::ElideRight, words->width())
                         : QString());
     words->setToolTip(show ? formatText : QString());

@@ -84,6 +84,7 @@ private:
     void ConnectMenus();
 
     bool HandleKey(QEvent* event);
+    void LetGoOfAlt();
     void ShowLetters(bool shown);
     void PopUpAtLabel(MainMenu menu);
     void PopUpAtCursor(MainMenu menu);
@@ -94,6 +95,8 @@ private:
     void ClearTimer();
     void ShowDigits(const ClockDigits& digits);
     void GetFileLong();
+    // The two times, and the sums under the list at their places.
+    void ShowTotals(const QString& times);
     void ShowTime(qint64 ms, qint64 totalMs);
     void ShowName(const QString& fileName);
     void DispKhz(bool show, const QString& formatText);

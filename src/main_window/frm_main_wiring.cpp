@@ -10,7 +10,9 @@ void FrmMain::ConnectTransport() {
             controls_.ImageSmall[i]->setVisible(static_cast<int>(lamp) == static_cast<int>(i));
         }
     });
-    connect(transport, &Transport::PauseCaption, menus_.mnuPause, &QAction::setText);
+    connect(transport, &Transport::PauseCaption, menus_.mnuPause, [this](const QString& caption) {
+        menus_.mnuPause->setText(QCoreApplication::translate("kestrune::Transport", qUtf8Printable(caption)));
+    });
     connect(transport, &Transport::NameShown, this, &FrmMain::ShowName);
     connect(transport, &Transport::ThumbVisible, controls_.positionBar, &PositionBar::SetThumbVisible);
     connect(transport, &Transport::PositionReset, controls_.positionBar, &PositionBar::WalkToStart);

@@ -116,9 +116,8 @@ void Builder::MakeTitle() {
                                         group, static_cast<int>(i));
     }
     const std::array<QString, menuLabelCount> captions = {
-        QStringLiteral("&File"), QStringLiteral("&Play"),    QStringLiteral("&Rip"),
-        QStringLiteral("&Burn"), QStringLiteral("&Convert"), QStringLiteral("&Sites"),
-        QStringLiteral("&Help"), QStringLiteral("&Options")};
+        QObject::tr("&File"),    QObject::tr("&Play"),  QObject::tr("&Rip"),  QObject::tr("&Burn"),
+        QObject::tr("&Convert"), QObject::tr("&Sites"), QObject::tr("&Help"), QObject::tr("&Options")};
     int left = layout::menuLeft;
     for (size_t i = 0; i < captions.size(); ++i) {
         controls_.LabelMenu[i] =
@@ -192,8 +191,8 @@ void Builder::MakeTransport() {
                                                layout::ImagePlayButton[i], playGroup, static_cast<int>(i));
     }
     const int modeGroup = parts_.hover.AddGroup();
-    const std::array<QString, 3> modes = {QStringLiteral("Continuous"), QStringLiteral("Shuffle"),
-                                          QStringLiteral("Repeat")};
+    const std::array<QString, 3> modes = {QObject::tr("Continuous"), QObject::tr("Shuffle"),
+                                          QObject::tr("Repeat")};
     for (size_t i = 0; i < modes.size(); ++i) {
         controls_.ImageRepeatModeBut[i] =
             Picture(Indexed(QStringLiteral("ImageRepeatModeBut"), i), modes[i], layout::ImageRepeatModeBut[i],
@@ -219,9 +218,8 @@ void Builder::MakeVolume() {
 
 void Builder::MakeList() {
     const int panelGroup = parts_.hover.AddGroup();
-    controls_.ImageChgLstBnd =
-        Picture(QStringLiteral("ImageChgLstBnd"), QStringLiteral("Playlist / Equalizer"),
-                layout::ImageChgLstBnd, panelGroup, 0);
+    controls_.ImageChgLstBnd = Picture(QStringLiteral("ImageChgLstBnd"), QObject::tr("Playlist / Equalizer"),
+                                       layout::ImageChgLstBnd, panelGroup, 0);
     controls_.ImageColour = Picture(QStringLiteral("ImageColour"), QObject::tr("Display colours"),
                                     layout::ImageColour, panelGroup, 1);
     for (ImageButton* button : {controls_.ImageChgLstBnd, controls_.ImageColour}) {
@@ -255,12 +253,12 @@ void Builder::MakeList() {
 void Builder::MakeTotals() {
     for (size_t i = 0; i < controls_.LabelSeltal.size(); ++i) {
         controls_.LabelSeltal[i] =
-            Text(Indexed(QStringLiteral("LabelSeltal"), i), QStringLiteral(" 0:00 (0.0 MB)"),
+            Text(Indexed(QStringLiteral("LabelSeltal"), i), QObject::tr(" 0:00 (0.0 MB)"),
                  {layout::totalsRight - 80, layout::totalsTop, 80, layout::totalsHeight},
                  i == 0 ? colours::textOnBody : colours::textMuted);
     }
-    controls_.LabelSeltal[0]->setToolTip(QStringLiteral("Total"));
-    controls_.LabelSeltal[1]->setToolTip(QStringLiteral("Selected Files"));
+    controls_.LabelSeltal[0]->setToolTip(QObject::tr("Total"));
+    controls_.LabelSeltal[1]->setToolTip(QObject::tr("Selected Files"));
     controls_.PictureSelToal = Put(new SmallTotalView(parts_.pictures.Strip(), window_),
                                    QStringLiteral("PictureSelToal"), layout::PictureSelToal);
     controls_.LabelTemp = Text(QStringLiteral("LabelTemp"), QString(), {}, colours::textOnBody);

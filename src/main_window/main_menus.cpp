@@ -80,10 +80,9 @@ void MainMenus::Add(QMenu* menu, const QString& array, int index, const QString&
 }
 
 QMenu* MainMenus::SortMenu(QWidget* parent, const QString& name) {
-    auto* menu = new QMenu(QStringLiteral("Sort by..."), parent);
-    const std::array<QString, 6> captions = {QStringLiteral("Index"),    QStringLiteral("Title"),
-                                             QStringLiteral("Duration"), QStringLiteral("Type"),
-                                             QStringLiteral("Size"),     QStringLiteral("Path")};
+    auto* menu = new QMenu(tr("Sort by..."), parent);
+    const std::array<QString, 6> captions = {tr("Index"), tr("Title"), tr("Duration"),
+                                             tr("Type"),  tr("Size"),  tr("Path")};
     for (size_t i = 0; i < captions.size(); ++i) {
         QAction* entry = menu->addAction(captions[i]);
         entry->setObjectName(Indexed(name, i));
@@ -93,11 +92,10 @@ QMenu* MainMenus::SortMenu(QWidget* parent, const QString& name) {
 }
 
 QMenu* MainMenus::ItemMenu(QWidget* parent, const QString& name) {
-    auto* menu = new QMenu(QStringLiteral("Playlist Items"), parent);
-    const std::array<QString, 9> captions = {
-        QStringLiteral("Title"),          QStringLiteral("Duration"), QStringLiteral("Type"),
-        QStringLiteral("Size"),           QStringLiteral("Path"),     QStringLiteral("File Name"),
-        QStringLiteral("Format Strings"), QStringLiteral("-"),        QStringLiteral("Default")};
+    auto* menu = new QMenu(tr("Playlist Items"), parent);
+    const std::array<QString, 9> captions = {tr("Title"),          tr("Duration"),      tr("Type"),
+                                             tr("Size"),           tr("Path"),          tr("File Name"),
+                                             tr("Format Strings"), QStringLiteral("-"), tr("Default")};
     std::array<QAction*, playlistItemCount> entries{};
     for (size_t i = 0; i < captions.size(); ++i) {
         if (captions[i] == QLatin1String("-")) {
@@ -123,40 +121,39 @@ void MainMenus::FillFile(QWidget* window) {
     mnuFile->addSeparator();
     mnuFile->addMenu(ItemMenu(window, QStringLiteral("mnplaylistitem")));
     mnuFile->addSeparator();
-    QAction* edit = mnuFile->addAction(QStringLiteral("Ed&it Tags"));
+    QAction* edit = mnuFile->addAction(tr("Ed&it Tags"));
     edit->setObjectName(QStringLiteral("mnfile(8)"));
     connect(edit, &QAction::triggered, &routing_, &MenuRouting::EditTags, Qt::QueuedConnection);
     mnuFile->addSeparator();
-    QAction* exit = mnuFile->addAction(QStringLiteral("E&xit"));
+    QAction* exit = mnuFile->addAction(tr("E&xit"));
     exit->setObjectName(QStringLiteral("mnfile(10)"));
     connect(exit, &QAction::triggered, this, &MainMenus::ExitChosen);
 }
 
 void MainMenus::FillTools() {
     mnuBurn->setObjectName(QStringLiteral("mnuBurn"));
-    const std::array<QString, 5> burn = {
-        QStringLiteral("Open Burning Window"), QStringLiteral("-"), QStringLiteral("Burn Selected Files"),
-        QStringLiteral("Burn Unselected Files"), QStringLiteral("Burn All Files")};
+    const std::array<QString, 5> burn = {tr("Open Burning Window"), QStringLiteral("-"),
+                                         tr("Burn Selected Files"), tr("Burn Unselected Files"),
+                                         tr("Burn All Files")};
     mnuConvert->setObjectName(QStringLiteral("mnuConvert"));
-    const std::array<QString, 5> convert = {QStringLiteral("Open Converting Window"), QStringLiteral("-"),
-                                            QStringLiteral("Convert Selected Files"),
-                                            QStringLiteral("Convert UnSelected Files"),
-                                            QStringLiteral("Convert All Files")};
+    const std::array<QString, 5> convert = {tr("Open Converting Window"), QStringLiteral("-"),
+                                            tr("Convert Selected Files"), tr("Convert UnSelected Files"),
+                                            tr("Convert All Files")};
     for (size_t i = 0; i < burn.size(); ++i) {
         Add(mnuBurn, QStringLiteral("mBurn"), static_cast<int>(i), burn[i], &MenuRouting::mBurn_Click);
         Add(mnuConvert, QStringLiteral("mConvert"), static_cast<int>(i), convert[i],
             &MenuRouting::mConvert_Click);
     }
     mnuHelp->setObjectName(QStringLiteral("mnuHelp"));
-    const std::array<Entry, 9> help = {{{1, QStringLiteral("&Help")},
+    const std::array<Entry, 9> help = {{{1, tr("&Help")},
                                         {2, QStringLiteral("-")},
-                                        {3, QStringLiteral("Home&page")},
+                                        {3, tr("Home&page")},
                                         {8, QStringLiteral("-")},
-                                        {9, QStringLiteral("&Subscription Newsletters")},
+                                        {9, tr("&Subscription Newsletters")},
                                         {10, QStringLiteral("-")},
-                                        {11, QStringLiteral("&Live Update")},
+                                        {11, tr("&Live Update")},
                                         {12, QStringLiteral("-")},
-                                        {13, QStringLiteral("&About")}}};
+                                        {13, tr("&About")}}};
     for (const Entry& entry : help) {
         Add(mnuHelp, QStringLiteral("mHelp"), entry.index, entry.caption, &MenuRouting::mHelp_Click);
     }
@@ -168,15 +165,15 @@ void MainMenus::FillPopup(QWidget* window) {
     popmn->addSeparator();
     popmn->addMenu(ItemMenu(window, QStringLiteral("popplaylistitem")));
     const std::array<Entry, 10> entries = {{{6, QStringLiteral("-")},
-                                            {7, QStringLiteral("Edit Tags")},
+                                            {7, tr("Edit Tags")},
                                             {8, QStringLiteral("-")},
-                                            {9, QStringLiteral("Burn Selected Files")},
-                                            {10, QStringLiteral("Burn UnSelected Files")},
-                                            {11, QStringLiteral("Burn All Files")},
+                                            {9, tr("Burn Selected Files")},
+                                            {10, tr("Burn UnSelected Files")},
+                                            {11, tr("Burn All Files")},
                                             {12, QStringLiteral("-")},
-                                            {13, QStringLiteral("Convert Selected Files")},
-                                            {14, QStringLiteral("Convert UnSelected Files")},
-                                            {15, QStringLiteral("Convert All Files")}}};
+                                            {13, tr("Convert Selected Files")},
+                                            {14, tr("Convert UnSelected Files")},
+                                            {15, tr("Convert All Files")}}};
     for (const Entry& entry : entries) {
         Add(popmn, QStringLiteral("mnpop"), entry.index, entry.caption, &MenuRouting::mnpop_Click);
     }
@@ -184,32 +181,32 @@ void MainMenus::FillPopup(QWidget* window) {
 
 void MainMenus::FillPlay() {
     mnuPlay->setObjectName(QStringLiteral("mnuPlay"));
-    QAction* start = mnuPlay->addAction(QStringLiteral("&Start"));
+    QAction* start = mnuPlay->addAction(tr("&Start"));
     start->setObjectName(QStringLiteral("mnuStart"));
     connect(start, &QAction::triggered, this, &MainMenus::StartChosen);
-    mnuPause = mnuPlay->addAction(QStringLiteral("P&ause"));
+    mnuPause = mnuPlay->addAction(tr("P&ause"));
     mnuPause->setObjectName(QStringLiteral("mnuPause"));
     connect(mnuPause, &QAction::triggered, this, &MainMenus::PauseChosen);
-    QAction* stop = mnuPlay->addAction(QStringLiteral("S&top"));
+    QAction* stop = mnuPlay->addAction(tr("S&top"));
     stop->setObjectName(QStringLiteral("mnuStop"));
     connect(stop, &QAction::triggered, this, &MainMenus::StopChosen);
 }
 
 void MainMenus::FillOptions() {
     mnuOptions->setObjectName(QStringLiteral("mnuOptions"));
-    const std::array<QString, 15> captions = {QStringLiteral("FFT Display Type"),
-                                              QStringLiteral("FFT Display Resolution"),
+    const std::array<QString, 15> captions = {tr("FFT Display Type"),
+                                              tr("FFT Display Resolution"),
                                               QStringLiteral("-"),
-                                              QStringLiteral("Continuous"),
-                                              QStringLiteral("Shuffle"),
-                                              QStringLiteral("Repeat"),
+                                              tr("Continuous"),
+                                              tr("Shuffle"),
+                                              tr("Repeat"),
                                               QString(),
                                               QStringLiteral("-"),
-                                              QStringLiteral("Initialize"),
-                                              QStringLiteral("Use Default"),
-                                              QStringLiteral("Save as Default"),
+                                              tr("Initialize"),
+                                              tr("Use Default"),
+                                              tr("Save as Default"),
                                               QStringLiteral("-"),
-                                              QStringLiteral("Use Default on Startup"),
+                                              tr("Use Default on Startup"),
                                               QString(),
                                               QString()};
     for (size_t i = 0; i < captions.size(); ++i) {
@@ -228,9 +225,8 @@ void MainMenus::FillOptions() {
             ShowChecks();
         });
     }
-    const std::array<QString, fftTypeCount> types = {QStringLiteral("Level Bars"), QStringLiteral("Analog"),
-                                                     QStringLiteral("FFT Fire"), QStringLiteral("FFT Glass"),
-                                                     QStringLiteral("FFT Kryptonite")};
+    const std::array<QString, fftTypeCount> types = {tr("Level Bars"), tr("Analog"), tr("FFT Fire"),
+                                                     tr("FFT Glass"), tr("FFT Kryptonite")};
     auto* typeMenu = new QMenu(mnuOptions);
     auto* sizeMenu = new QMenu(mnuOptions);
     for (size_t i = 0; i < types.size(); ++i) {

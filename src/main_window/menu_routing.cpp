@@ -112,8 +112,10 @@ void MenuRouting::mHelp_Click(int index) {
         RunHtmlHelp(QStringLiteral("overview.htm"));
         break;
     case 3:
-    case 9: // the page of the newsletters belongs to the web links, too
         Open(ToolWindow::xFrmHomePage);
+        break;
+    case 9:
+        OpenSitePage(QStringLiteral("feedback.htm"), windows_, prompts_);
         break;
     case 11:
         Open(ToolWindow::xDialog7);

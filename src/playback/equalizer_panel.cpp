@@ -198,9 +198,9 @@ void EqualizerPanel::PaintLabels(QPainter& painter) const {
                          text);
     }
     painter.drawText(QRectF(0, YOf(largestDb / 2) - 7, plotLeft - 5, 14), Qt::AlignRight | Qt::AlignVCenter,
-                     QStringLiteral("dB"));
+                     tr("dB"));
     painter.drawText(QRectF(0, labelTop, plotLeft - 5, labelHeight), Qt::AlignRight | Qt::AlignVCenter,
-                     QStringLiteral("Hz"));
+                     tr("Hz"));
     for (int band = 0; band < equalizerBands; ++band) {
         const BandFaderWidget* fader = faders_[static_cast<size_t>(band)];
         const bool isActive = fader->IsDragged() || fader->hasFocus() || fader->underMouse();

@@ -5,6 +5,7 @@
 
 #include <QFontMetrics>
 #include <algorithm>
+#include <cmath>
 
 namespace kestrune {
 
@@ -75,33 +76,50 @@ void ListPainter::PaintRow(const PlaylistRows& rows, int row, const QRect& line,
         if (column >= SubFolder) {
             cell.setRight(cell.right() - textMargin);
         }
-        QString text = rows.Field(row, static_cast<RowField>(column));
+        QString text = rows.Field(row, static_cast<RowField>(column)).simplified();
         if (column == RowText) {
-            const QString head = TitleHead(text);
-            text = KillTitleHead(text);
-            cell.setLeft(PaintText(cell, head, Qt::ElideRight, bold ? playing : look::secondaryText));
+            painter_.setPen(bold ? playing : look::secondaryText);
+            cell.setLeft(PaintNumber(cell, TitleHead(text), rows.Count()));
+            text = KillTitleHead(text).trimmed();
         }
-        // The end of a path tells more than its start.
-        const Qt::TextElideMode mode = column == SubFolder ? Qt::ElideLeft : Qt::ElideRight;
-        PaintText(cell, text, mode, bold ? playing : column <= SubTime ? look::text : look::secondaryText);
+        painter_.setPen(bold ? playing : column <= SubTime ? look::text : look::secondaryText);
+        if (column == SubTime || column == SubSize) {
+            PaintFigures(cell, text);
+        } else {
+            // The end of a path tells more than its start.
+            PaintText(cell, text, column == SubFolder ? Qt::ElideLeft : Qt::ElideRight);
+        }
     }
     if (look.focused) {
         PaintOutline(painter_, line, look::WithOpacity(look::accent, frameOpacity));
     }
 }
 
-// One line of text in the current font; returns where a text behind it may begin.
-int ListPainter::PaintText(const QRect& cell, const QString& text, Qt::TextElideMode mode,
-                           const QColor& colour) {
+// The number of a row in the width of the list's longest; returns where the title begins.
+int ListPainter::PaintNumber(const QRect& cell, const QString& number, int rowCount) {
     constexpr int gap = 3;
-    if (text.isEmpty() || cell.width() <= 0) {
+    if (number.isEmpty() || cell.width() <= 0) {
         return cell.left();
     }
-    const QFontMetrics metrics = painter_.fontMetrics();
-    const QString shown = metrics.elidedText(text.simplified(), mode, cell.width());
-    painter_.setPen(colour);
-    painter_.drawText(cell, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine, shown);
-    return cell.left() + metrics.horizontalAdvance(shown) + gap;
+    const QString longest = QString::number(rowCount) + u'.';
+    const QString shown = digits_.Elided(number, painter_.font(), cell.width());
+    const double width =
+        std::max(digits_.Width(longest, painter_.font()), digits_.Width(shown, painter_.font()));
+    digits_.Draw(painter_, QRectF(cell.left(), cell.top(), width, cell.height()), Qt::AlignRight, shown);
+    return cell.left() + static_cast<int>(std::ceil(width)) + gap;
+}
+
+void ListPainter::PaintText(const QRect& cell, const QString& text, Qt::TextElideMode mode) {
+    if (!text.isEmpty() && cell.width() > 0) {
+        painter_.drawText(cell, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine,
+                          painter_.fontMetrics().elidedText(text, mode, cell.width()));
+    }
+}
+
+void ListPainter::PaintFigures(const QRect& cell, const QString& text) {
+    if (!text.isEmpty() && cell.width() > 0) {
+        digits_.Draw(painter_, cell, Qt::AlignLeft, digits_.Elided(text, painter_.font(), cell.width()));
+    }
 }
 
 void ListPainter::PaintHint(const QRect& area, const QString& hint) {

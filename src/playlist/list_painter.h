@@ -3,6 +3,7 @@
 
 #include "app/playlist_columns.h"
 #include "playlist/playlist_rows.h"
+#include "skin/tabular_text.h"
 
 #include <QFont>
 #include <QPainter>
@@ -24,7 +25,7 @@ struct HorizontalPart {
 // All places are in the pixels of the list's viewport. Window thread.
 class ListPainter {
 public:
-    ListPainter(QPainter& painter, const QFont& font) : painter_(painter), font_(font) {}
+    ListPainter(QPainter& painter, const QFont& font) : painter_(painter), font_(font), digits_(font) {}
 
     void PaintGlass(const QRect& area);
     void PaintRow(const PlaylistRows& rows, int row, const QRect& line, const ColumnWidths& columns,
@@ -37,10 +38,13 @@ public:
     void PaintFrame(const QRect& area, bool strong);
 
 private:
-    int PaintText(const QRect& cell, const QString& text, Qt::TextElideMode mode, const QColor& colour);
+    int PaintNumber(const QRect& cell, const QString& number, int rowCount);
+    void PaintText(const QRect& cell, const QString& text, Qt::TextElideMode mode);
+    void PaintFigures(const QRect& cell, const QString& text);
 
     QPainter& painter_;
     QFont font_;
+    TabularText digits_;
 };
 
 } // namespace kestrune

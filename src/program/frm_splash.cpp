@@ -125,8 +125,8 @@ QLabel* FrmSplash::MakeLabel(const QString& name, const QRect& place, int pixels
 
 void FrmSplash::showEvent(QShowEvent* event) {
     labelVer_->setText(state_.AppVersion);
-    labelBuild_->setText(QStringLiteral("Build %1").arg(state_.BuildNumber));
-    setAccessibleDescription(QStringLiteral("Kestrune %1, %2").arg(labelVer_->text(), labelBuild_->text()));
+    labelBuild_->setText(tr("Build %1").arg(state_.BuildNumber));
+    setAccessibleDescription(tr("Kestrune %1, %2").arg(labelVer_->text(), labelBuild_->text()));
     Chrome().Centre();
     SkinnedDialog::showEvent(event);
 }

@@ -32,6 +32,10 @@ bool ToolWindowDialogs::Show(ToolWindow tool) {
     return true;
 }
 
+bool ToolWindowDialogs::OpenPage(const QString& /*page*/) {
+    return false; // the site has no address yet
+}
+
 void ToolWindowDialogs::ShowHelp(const QString& topic) {
     if (!help_) {
         help_ = std::make_unique<HelpWindow>();

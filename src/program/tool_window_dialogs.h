@@ -24,6 +24,7 @@ public:
 
     // The window is application modal, over the owner and with its icon.
     bool Show(ToolWindow tool) override;
+    bool OpenPage(const QString& page) override;
     void ShowHelp(const QString& topic) override;
     bool IsUserKeptAway() const override;
 

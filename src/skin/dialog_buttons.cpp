@@ -18,7 +18,6 @@ DialogButtons::DialogButtons(WindowChrome& chrome, QWidget* parent) : QWidget(pa
         button->move(left, 0);
         connect(button, &ImageButton::clicked, this, [this, index] { emit Clicked(index); });
         chrome.Hover().Add(group, index, button);
-        chrome.AddHand(button);
         buttons_[static_cast<size_t>(index)] = button;
         left += button->width() + keyGap;
     }

@@ -43,6 +43,11 @@ public:
         switch (event->type()) {
         case QEvent::Show:
             MakeEdges();
+            // Qt has left room for a frame of the system's.
+            if (!event->spontaneous() && !dialog_.testAttribute(Qt::WA_Moved) &&
+                dialog_.parentWidget() != nullptr) {
+                chrome_->CentreOver(*dialog_.parentWidget());
+            }
             // The file dialog restores its columns while it is being shown.
             QMetaObject::invokeMethod(
                 this, [this] { WidenDates(); }, Qt::QueuedConnection);

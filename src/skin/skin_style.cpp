@@ -116,6 +116,10 @@ void SkinStyle::polish(QWidget* widget) {
         widget->setAttribute(Qt::WA_TranslucentBackground);
     } else if (widget->inherits("QTipLabel")) {
         widget->setAttribute(Qt::WA_TranslucentBackground);
+        // Many tips tell a file's name or tag, which may look like markup.
+        if (auto* tip = qobject_cast<QLabel*>(widget)) {
+            tip->setTextFormat(Qt::PlainText);
+        }
     }
 }
 

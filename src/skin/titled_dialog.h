@@ -16,6 +16,8 @@ class TitledDialog : public SkinnedDialog {
 public:
     TitledDialog(const QString& name, const QString& title, const QSize& corners, QWidget* owner);
 
+    void setVisible(bool visible) override;
+
 protected:
     // Where the dialog's own controls go, between title and keys.
     QVBoxLayout& Body() { return *body_; }

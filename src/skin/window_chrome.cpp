@@ -6,13 +6,16 @@
 #include "skin/hand_cursor.h"
 #include "skin/skin_picture.h"
 
+#include <QAbstractButton>
 #include <QGuiApplication>
+#include <QLayout>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QRegion>
 #include <QScreen>
 #include <QWidget>
 #include <QWindow>
+#include <algorithm>
 
 namespace kestrune {
 
@@ -82,10 +85,32 @@ void WindowChrome::ApplyHands() {
     }
 }
 
+void WindowChrome::AddHandToButtons() {
+    for (QAbstractButton* button : window_->findChildren<QAbstractButton*>()) {
+        AddHand(button);
+    }
+}
+
+void WindowChrome::CentreOn(const QRect& ground) {
+    // Before its first layout a window has a size that has nothing to do with what is in it.
+    if (window_->layout() != nullptr && !window_->isVisible()) {
+        window_->adjustSize();
+    }
+    window_->move(ground.left() + (ground.width() - window_->width()) / 2,
+                  ground.top() + (ground.height() - window_->height()) / 2);
+}
+
 void WindowChrome::Centre() {
-    const QRect screen = window_->screen()->geometry();
-    window_->move(screen.left() + (screen.width() - window_->width()) / 2,
-                  screen.top() + (screen.height() - window_->height()) / 2);
+    CentreOn(window_->screen()->geometry());
+}
+
+void WindowChrome::CentreOver(const QWidget& owner) {
+    CentreOn(owner.window()->geometry());
+    const QRect screen = owner.screen()->availableGeometry();
+    const QPoint room(screen.width() - window_->width(), screen.height() - window_->height());
+    const QPoint place = window_->pos() - screen.topLeft();
+    window_->move(screen.topLeft() + QPoint(std::clamp(place.x(), 0, std::max(0, room.x())),
+                                            std::clamp(place.y(), 0, std::max(0, room.y()))));
 }
 
 void WindowChrome::ApplyCorners() {

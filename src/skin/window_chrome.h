@@ -35,16 +35,21 @@ public:
     void AddTitle(QWidget* title);
     // A clickable part: shows the hand, at the scale of the screen that the window is on.
     void AddHand(QWidget* part);
+    // To all buttons that the window holds by now.
+    void AddHandToButtons();
 
     // The hover looks of the window's buttons; it watches the window already.
     HoverKeeper& Hover() { return hover_; }
 
-    // In the middle of its screen.
+    // In the middle of its screen. The size of a window with a layout is made final first.
     void Centre();
+    // In the middle of another window, and on its screen as far as there is room.
+    void CentreOver(const QWidget& owner);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void CentreOn(const QRect& ground);
     void ApplyCorners();
     void ApplyHands();
     void PaintBody();

@@ -53,9 +53,9 @@ QVariant EventLog::headerData(int section, Qt::Orientation orientation, int role
     }
     switch (section) {
     case EventTime:
-        return QStringLiteral("Time");
+        return tr("Time");
     case EventOperation:
-        return QStringLiteral("Operation");
+        return tr("Operation");
     default:
         return QString();
     }

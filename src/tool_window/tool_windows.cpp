@@ -4,10 +4,22 @@
 
 namespace kestrune {
 
-void OpenTool(ToolWindow tool, ToolWindows& windows, UserPrompts& prompts) {
-    if (!windows.Show(tool)) {
+namespace {
+
+void TellIfMissing(bool isThere, UserPrompts& prompts) {
+    if (!isThere) {
         prompts.Message(QObject::tr("This tool is not part of Kestrune yet."), PromptIcon::Information);
     }
+}
+
+} // namespace
+
+void OpenTool(ToolWindow tool, ToolWindows& windows, UserPrompts& prompts) {
+    TellIfMissing(windows.Show(tool), prompts);
+}
+
+void OpenSitePage(const QString& page, ToolWindows& windows, UserPrompts& prompts) {
+    TellIfMissing(windows.OpenPage(page), prompts);
 }
 
 } // namespace kestrune

@@ -4,6 +4,7 @@
 
 #include <QAccessible>
 #include <QComboBox>
+#include <QHeaderView>
 
 namespace kestrune {
 namespace {
@@ -179,6 +180,37 @@ TEST_F(ConverterLookTest, CornersAreRoundInBothHeights) {
             EXPECT_EQ(qAlpha(picture.pixel(place)), 255);
         }
         Click("ImageUpdown");
+    }
+}
+
+// A column that is too narrow shows another end of the text than a wide one.
+TEST_F(ConverterLookTest, TheColumnOfSizesHoldsLargeOnes) {
+    ConversionRow row;
+    row.name = QStringLiteral("long.wav");
+    Open();
+    for (const char* size : {"103,359 KB", "9,999,999 KB", "  4,444 KB"}) {
+        row.sizeText = QLatin1String(size);
+        rules.Rows.Append({row});
+    }
+    const auto endOf = [this](int line) {
+        const QRect cell = List()->visualRect(rules.Rows.index(line, ColumnLong));
+        constexpr int margin = 5;
+        const QRect end(cell.right() + 1 - List()->columnWidth(ColumnLong) + margin, cell.top(),
+                        List()->columnWidth(ColumnLong) - margin, cell.height());
+        return List()->viewport()->grab(end).toImage();
+    };
+    QList<QImage> shown;
+    for (int line = 0; line < rules.Rows.Count(); ++line) {
+        shown << endOf(line);
+    }
+    const int usual = List()->columnWidth(ColumnLong);
+    List()->header()->resizeSection(ColumnName, 40);
+    List()->header()->resizeSection(ColumnLong, usual + 122);
+    for (int line = 0; line < rules.Rows.Count(); ++line) {
+        const QImage wide = endOf(line);
+        EXPECT_EQ(wide.copy(wide.width() - shown[line].width(), 0, shown[line].width(), wide.height()),
+                  shown[line])
+            << line;
     }
 }
 

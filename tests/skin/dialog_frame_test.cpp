@@ -159,3 +159,16 @@ TEST(DialogFrame, AFileDialogIsOursAndCanBeResized) {
     QTest::keyClick(&files, Qt::Key_Escape);
     EXPECT_FALSE(files.isVisible());
 }
+
+TEST(DialogFrame, ABoxStandsInTheMiddleOfItsOwner) {
+    QWidget owner(nullptr, Qt::FramelessWindowHint);
+    owner.setGeometry(180, 140, 400, 300);
+    owner.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&owner));
+    QMessageBox box(QMessageBox::Information, QStringLiteral("Told"), QStringLiteral("Something"),
+                    QMessageBox::Ok, &owner);
+    FrameDialog(box);
+    ShowAndWait(box);
+    const QPoint off = box.frameGeometry().center() - owner.frameGeometry().center();
+    EXPECT_LE(off.manhattanLength(), 2) << off.x() << " " << off.y();
+}

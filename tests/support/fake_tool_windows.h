@@ -13,10 +13,15 @@ public:
         shown.append(tool);
         return exists;
     }
+    bool OpenPage(const QString& page) override {
+        pages.append(page);
+        return exists;
+    }
     void ShowHelp(const QString& topic) override { topics.append(topic); }
     bool IsUserKeptAway() const override { return isUserKeptAway; }
 
     QList<ToolWindow> shown;
+    QStringList pages;
     QStringList topics;
     bool exists = true;
     bool isUserKeptAway = false;

@@ -37,7 +37,7 @@ LAYOUT.size("Checkin", 57, 20)
 LIST = (12, 124, 352, 194)
 LAYOUT.note("Within its glass.")
 LAYOUT.rect("ListViewInput", 14, 126, 348, 190)
-LAYOUT.numbers("listColumns", 174, 74, 100)
+LAYOUT.numbers("listColumns", 162, 86, 100)
 TICKS = dict(zip(("all", "none"), LAYOUT.keys("ImageAllClear", ((12, 326, 24, 16), (492, 4), (520, 4)),
                                                ((39, 326, 24, 16), (548, 4), (576, 4)))))
 LAYOUT.rect("statusLine", 72, 324, 292, 20)

@@ -3,7 +3,7 @@
 import random
 
 import main_layout as at
-from digits import STROKES, segment_digit, stroke_text
+from digits import segment_digit, stroke_text
 from parts import (GLYPHS, arc, body, channel, flat_key, glass, lamp_colour, lamp_glyph, lines, round_key, wave_mark)
 from svg import ACCENT, ACCENT_LIGHT, MUTED, Picture, number
 
@@ -292,9 +292,7 @@ def strip():
         volume_mark(picture, *lit, size, True)
         volume_mark(picture, *dark, size, False)
     for letter, left in at.TINY_DIGITS.items():
-        narrow = letter in "01:/"
-        size = 0.62 if narrow and letter in "01" else 0.75
-        stroke_text(picture, left + 0.55, at.TINY_TOP + 0.9, letter, "#b9bdf2", 1, 4, 0.8) if not narrow else stroke_tiny(picture, left, letter, size)
+        tiny_figure(picture, left, letter)
     display_frame(picture, *at.DISPLAY_FRAME_IN_STRIP)
     position_line(picture, *at.POSITION_IN_STRIP, True)
     thumb(picture, *at.THUMB_IN_STRIP, False)
@@ -303,8 +301,8 @@ def strip():
     return picture
 
 
-def stroke_tiny(picture, left, letter, size):
-    """The narrow figures have 3 pixels and keep half of one free at each side."""
-    for run in STROKES[letter]:
-        data = "M" + " L".join(f"{number(left + 0.5 + px * 0.85)} {number(at.TINY_TOP + 0.9 + py)}" for px, py in run)
-        picture.path(data, stroke="#b9bdf2", stroke_width=0.8, stroke_linecap="round", stroke_linejoin="round")
+def tiny_figure(picture, left, letter):
+    """As high as its cut; a pixel is kept free at the right where there are four."""
+    for run in at.TINY_STROKES[letter]:
+        data = "M" + " L".join(f"{number(left + x)} {number(at.TINY_TOP + y)}" for x, y in run)
+        picture.path(data, stroke="#b9bdf2", stroke_width=0.9, stroke_linecap="round", stroke_linejoin="round")
