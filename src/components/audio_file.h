@@ -60,10 +60,10 @@ public:
     virtual Outcome WriteBlock(const QByteArray& block) = 0;
     // A hint for speed: after the outputs that were expected before it, `file` will be created in the current
     // format (or in the one that its extension names) and given the same samples as the next file that is
-    // created. What is expected in vain, or comes with other samples or in another format, costs time only; no
-    // file appears before its Create. One that is closed after fewer samples is as long as without the hint,
-    // but where its coding has blocks the last one may hold what the others had there instead of silence.
-    // ForgetExpectedOutputs drops what is still expected.
+    // created. What is expected in vain, or comes with other samples or in another format, costs time only;
+    // no file appears before its Create. One that is closed after fewer samples is as long as without the
+    // hint, but where its coding has blocks the last one may hold what the others had there instead of
+    // silence. ForgetExpectedOutputs drops what is still expected.
     virtual void ExpectOutput(const QString& file) = 0;
     virtual void ForgetExpectedOutputs() = 0;
 

@@ -37,8 +37,7 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
 
 private:
-    ImageButton* Picture(const QString& name, const QString& tip, const KeyLayout& key,
-                         int group, int index);
+    ImageButton* Picture(const QString& name, const QString& tip, const KeyLayout& key, int group, int index);
     void MakeTitle();
     void MakeRates();
     void MakeLines();

@@ -100,7 +100,7 @@ class Face:
 
     def still(self, *moving, after_s=FADE_S + 0.04, timeout_s=10.0):
         """The picture once nothing but the places that always move changes any more."""
-        time.sleep(after_s * harness.SLOWNESS)
+        time.sleep(after_s)
         last = self.picture()
 
         def no_change():

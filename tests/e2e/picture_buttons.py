@@ -14,7 +14,7 @@ ALWAYS_MOVING = (face.IDLE_PICTURE,)
 MOVING_IN_PLAY = (face.IDLE_PICTURE, face.CLOCK, face.DISPLAY, face.POSITION_BAR)
 # The tool bar's buttons show a moving picture under the mouse, pressed or not.
 WITHOUT_PRESSED_LOOK = tuple(face.TOOL_BAR)
-ATTEMPTS = 4
+ATTEMPTS = 20  # a busy machine comes round to it in one of them
 
 
 class Buttons:

@@ -3,8 +3,8 @@
 #include "playlist/ksl_format.h"
 #include "playlist/ksl_long_texts.h"
 
-#include "support/rule_support.h"
 #include "support/earlier_ksl_reader.h"
+#include "support/rule_support.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // Every check box and option of the encoders' dialogs acts in every way: Apply sends what was chosen.
-#include "encoder_options/mp3_presets.h"
 #include "control_walk.h"
 #include "encoder_options/mp3_dialog.h"
+#include "encoder_options/mp3_presets.h"
 #include "encoder_options/ogg_dialog.h"
 #include "support/fake_audio_file.h"
 #include "support/fake_user_prompts.h"

@@ -20,8 +20,8 @@ public:
     LavfReader(const LavfReader&) = delete;
     LavfReader& operator=(const LavfReader&) = delete;
 
-    // Once. False if the content is of no kind of recorded sound, or holds none that can be decoded. Where the
-    // library is not sure of the kind, `unsure` is taken, its name for one, if it is given.
+    // Once. False if the content is of no kind of recorded sound, or holds none that can be decoded. Where
+    // the library is not sure of the kind, `unsure` is taken, its name for one, if it is given.
     bool Open(const char* unsure = nullptr);
 
     // After an Open that gave true.

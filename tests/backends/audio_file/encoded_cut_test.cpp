@@ -2,16 +2,16 @@
 #include "backends/encoders/encoded_cut.h"
 
 #include "backends/audio_file/codec_file.h"
-#include "backends/encoders/truespeech_encoder.h"
 #include "backends/encoders/encoder_factory.h"
-#include "backends/writing/encoding_pipeline.h"
 #include "backends/encoders/mp2_encoder.h"
 #include "backends/encoders/mp3_encoder.h"
-#include "support/test_files.h"
+#include "backends/encoders/truespeech_encoder.h"
 #include "backends/encoders/vorbis_encoder.h"
-#include "backends/formats/wave_header.h"
 #include "backends/encoders/wave_template.h"
 #include "backends/encoders/wma_encoder.h"
+#include "backends/formats/wave_header.h"
+#include "backends/writing/encoding_pipeline.h"
+#include "support/test_files.h"
 
 #include <gtest/gtest.h>
 

@@ -2,9 +2,9 @@
 #include "backends/sound/alsa_player.h"
 #include "backends/sound/clocked_output.h"
 #include "backends/sound/feeder.h"
-#include "support/simulated_player.h"
 #include "support/audio_player_contract.h"
 #include "support/fake_audio_player.h"
+#include "support/simulated_player.h"
 
 #include <gtest/gtest.h>
 #include <random>

@@ -12,6 +12,7 @@
 #include <csignal>
 #include <gtest/gtest.h>
 #include <iostream>
+#include <tuple>
 
 namespace kestrune {
 
@@ -256,7 +257,7 @@ TEST_P(SoundServer, ClearDropsWhatWasQueuedAndGoesOn) {
     std::cout << "clear took " << clearUs << " us, " << oldFrames - heardFrames << " frames heard after it\n";
     EXPECT_TRUE(heard.endsWith(after));
     EXPECT_TRUE(before.startsWith(heard.left(oldFrames * 4)));
-    EXPECT_LT(oldFrames - heardFrames, rateHz * 60 / 1000);
+    EXPECT_LT(oldFrames - heardFrames, rateHz * 80 / 1000 * Slowness());
     EXPECT_LT(clearUs, Patience(50) * 1000);
 }
 
@@ -300,11 +301,19 @@ void SoundServer::TellPositionAndBlock() {
     ASSERT_EQ(player->Prepare(), Outcome::Ok);
     feeder.Feed();
     ASSERT_TRUE(Until([&] { return player->GetPlayedBytes() > player->BytesForMs(300); }, 2000));
-    const qint64 beginBytes = player->GetPlayedBytes();
-    const qint64 beginMs = sound.ClockMs();
+    // Between a look at the clock and one at the position a busy machine may do something else.
+    const auto look = [&] {
+        const qint64 beforeMs = sound.ClockMs();
+        const qint64 bytes = player->GetPlayedBytes();
+        return std::tuple(beforeMs, bytes, sound.ClockMs());
+    };
+    const auto [beginMs, beginBytes, begunMs] = look();
     Hear(1000);
-    const double playedMs = (player->GetPlayedBytes() - beginBytes) / 4.0 * 1000.0 / rateHz;
-    EXPECT_NEAR(playedMs, sound.ClockMs() - beginMs, 50);
+    const auto [endMs, endBytes, endedMs] = look();
+    const double playedMs = static_cast<double>(endBytes - beginBytes) / 4.0 * 1000.0 / rateHz;
+    const double toleranceMs = 50 * Slowness();
+    EXPECT_GE(playedMs, endMs - begunMs - toleranceMs);
+    EXPECT_LE(playedMs, endedMs - beginMs + toleranceMs);
     const qint64 earlierBytes = player->GetPlayedBytes();
     const QList<qint16> block = player->GetPlayedBlock(512);
     const qint64 laterBytes = player->GetPlayedBytes();
