@@ -20,13 +20,10 @@ int Open(const QByteArray& path, int flags) {
     return ::open(path.constData(), flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, forAll);
 }
 
-// Whatever has the name serves: a folder can be locked too, and a file that may only be read.
+// A file that may only be read can be locked too.
 int OpenAnyhow(const QByteArray& path) {
-    int file = Open(path, O_RDWR | O_CREAT);
-    if (file < 0 && (errno == EACCES || errno == EISDIR || errno == EROFS)) {
-        file = Open(path, O_RDONLY);
-    }
-    return file;
+    const int file = Open(path, O_RDWR | O_CREAT);
+    return file < 0 && (errno == EACCES || errno == EROFS) ? Open(path, O_RDONLY) : file;
 }
 
 } // namespace

@@ -1,11 +1,12 @@
 #!/usr/bin/env python3
 """Ended by a signal, as by `kill`, a closed terminal or the end of a session, the program keeps the list as it stands: with
-moved rows, while a file plays, and while a dialog is open. One row's folder and name have more bytes than their fields."""
+moved rows, while a file plays, while a dialog is open, and in the middle of a conversion. One row's folder and name have more bytes than their fields."""
 
 import os
 import signal
 
 import access_tree
+import converter_window
 import harness
 import native_playlist
 import sound
@@ -21,6 +22,9 @@ def make_rows(stage):
     rows = [native_playlist.row_for(path) for path in paths]
     harness.check(len(rows[1].folder.encode()) > 200 and len(rows[1].name.encode()) > 172, "the long row is too short")
     return rows
+
+
+LONG_SECONDS = 900
 
 
 class Session:
@@ -47,6 +51,23 @@ class Session:
     def play(self, number):
         self.tree.find("list item", f"{number}[.].*").node.act("Press")
         self.tree.find("label", "playing")
+
+    def convert(self):
+        """Begins to convert a file that takes long."""
+        source = os.path.join(self.stage.folder, "long")
+        out = os.path.join(self.stage.folder, "out")
+        os.mkdir(source)
+        os.mkdir(out)
+        sound.write_wav(os.path.join(source, "a.wav"), sound.noise(10, 7) * (LONG_SECONDS // 10))
+        window = converter_window.ConverterWindow(self.stage, self.program, self.tree)
+        window.open("Open Converting Window")
+        window.type_folder("Output folder", out)
+        window.type_folder("Input folder", source)
+        window.click("push button", "Tick all files")
+        window.tick("Write OGG")
+        window.start()
+        begun = os.path.join(out, "a.ogg")
+        harness.wait_for(lambda: os.path.exists(begun) and os.path.getsize(begun) > 20000, "some of the output")
 
     def end_by(self, number):
         self.program.process.send_signal(number)
@@ -81,6 +102,14 @@ def test(program_path):
                 session.tree.await_window(known, "the file dialog")
             session.end_by(number)
             check_stored(f"{number.name}, {what}")
+        busy = Session(stage, program_path)
+        busy.move_down(2)
+        rows[1], rows[2] = rows[2], rows[1]
+        titles[1], titles[2] = titles[2], titles[1]
+        busy.await_rows(titles)
+        busy.convert()
+        busy.end_by(signal.SIGTERM)
+        check_stored("converting")
         last = Session(stage, program_path)
         last.await_rows(titles)
         harness.check(last.program.close() == 0, "the program did not end well")

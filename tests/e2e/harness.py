@@ -65,8 +65,9 @@ def start(command, env, log=None, **options):
     """A child process that dies with this one. `log` is a path for its output."""
     output = open(log, "ab") if log else subprocess.DEVNULL
     try:
-        return subprocess.Popen(command, env=env, stdin=subprocess.DEVNULL, stdout=options.pop("stdout", output),
-                                stderr=output, preexec_fn=_end_with_parent, **options)
+        return subprocess.Popen(command, env=env, stdin=options.pop("stdin", subprocess.DEVNULL),
+                                stdout=options.pop("stdout", output), stderr=output, preexec_fn=_end_with_parent,
+                                **options)
     finally:
         if log:
             output.close()
