@@ -28,7 +28,7 @@ protected:
         Start();
         ASSERT_NO_FATAL_FAILURE(AddTracks(2));
         DoubleClickRow(1);
-        ASSERT_TRUE(transport.IsPlaying);
+        ASSERT_TRUE(transport.State().IsPlaying);
     }
 };
 
@@ -40,7 +40,7 @@ TEST_P(BurnEntryTest, StopsAndHandsItsModeOver) {
     ASSERT_NO_FATAL_FAILURE(Choose());
     EXPECT_EQ(state.BurnMode, GetParam().result);
     EXPECT_THAT(tools.shown, testing::ElementsAre(ToolWindow::CDWriterMain));
-    EXPECT_FALSE(transport.IsPlaying);
+    EXPECT_FALSE(transport.State().IsPlaying);
 }
 
 INSTANTIATE_TEST_SUITE_P(Entries, BurnEntryTest,
@@ -60,7 +60,7 @@ TEST_P(ConvertEntryTest, StopsAndHandsItsModeOver) {
     ASSERT_NO_FATAL_FAILURE(Choose());
     EXPECT_EQ(state.ConvertMode, GetParam().result);
     EXPECT_THAT(tools.shown, testing::ElementsAre(ToolWindow::ConverterfrmDialog));
-    EXPECT_FALSE(transport.IsPlaying);
+    EXPECT_FALSE(transport.State().IsPlaying);
 }
 
 INSTANTIATE_TEST_SUITE_P(Entries, ConvertEntryTest,
@@ -83,7 +83,7 @@ TEST_P(HelpEntryTest, OpensItsOwnPageOrWindowAndPlaysOn) {
     EXPECT_EQ(tools.topics, GetParam().index == 1 ? QStringList("overview.htm") : QStringList());
     EXPECT_EQ(tools.pages, GetParam().index == 9 ? QStringList("feedback.htm") : QStringList());
     EXPECT_EQ(state.HelpOpened, GetParam().index == 1);
-    EXPECT_TRUE(transport.IsPlaying);
+    EXPECT_TRUE(transport.State().IsPlaying);
 }
 
 INSTANTIATE_TEST_SUITE_P(Entries, HelpEntryTest,
@@ -150,7 +150,7 @@ TEST_F(MenusTest, EachModeEntryChoosesItsMode) {
     Start();
     for (const int index : {4, 5, 3}) {
         Trigger(QStringLiteral("mOptions(%1)").arg(index));
-        EXPECT_EQ(options.LitMode(), index - 3);
+        EXPECT_TRUE(options.IsModeChecked(static_cast<PlayMode>(index - 3)));
         for (int other = 3; other <= 5; ++other) {
             EXPECT_EQ(IsChecked(QStringLiteral("mOptions(%1)").arg(other)), other == index);
         }

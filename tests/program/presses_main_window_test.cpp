@@ -9,7 +9,11 @@ class MainWindowPresses : public MainWindowTest {
 protected:
     std::optional<QString> Held(const QString& name) {
         if (name.startsWith(QLatin1String("ImageRepeatModeBut("))) {
-            return QString::number(options.LitMode());
+            QString checked;
+            for (const auto mode : {PlayMode::Continuous, PlayMode::Shuffle, PlayMode::Repeat}) {
+                checked += options.IsModeChecked(mode) ? u'1' : u'0';
+            }
+            return checked;
         }
         if (name == QLatin1String("ImageChgLstBnd")) {
             return QString::number(int(Find(QStringLiteral("KSTEqualizer21"))->isVisible()));
