@@ -37,8 +37,8 @@ struct WaveHeader {
 };
 
 // Reads the header of a RIFF, RF64 or BW64 file from the device's start. Empty if it is none, or if channels,
-// rate or the data are missing. A data size that does not fit 32 bits and was stored cut, or left open or 0 by
-// a writer that could not go back or was interrupted, is made whole by the size of the file.
+// rate or the data are missing. A data size that does not fit 32 bits and was stored cut, or left open or 0
+// by a writer that could not go back or was interrupted, is made whole by the size of the file.
 std::optional<WaveHeader> ReadWaveHeader(QIODevice& device);
 
 } // namespace kestrune
