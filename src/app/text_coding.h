@@ -10,15 +10,13 @@ namespace kestrune {
 
 QByteArray EncodeText(const QString& text);
 QString DecodeText(QByteArrayView bytes);
+// True for bytes that DecodeText reads as UTF-8 and not as Windows-1252.
 bool IsUtf8(QByteArrayView bytes);
 
 // Characters of a text, of which those beyond the first 65,536 of Unicode take two places each.
 qsizetype CharacterCount(const QString& text);
 // The first `largest` characters, or the whole text.
 QString FirstCharacters(const QString& text, qsizetype largest);
-
-// True for bytes that DecodeText reads as UTF-8 and not as Windows-1252.
-bool IsUtf8(QByteArrayView bytes);
 
 // Windows-1252, as DecodeText reads it; other characters become "?".
 QByteArray EncodeWindows1252(const QString& text);

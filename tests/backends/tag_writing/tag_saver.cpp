@@ -1,7 +1,7 @@
 // Saves two tags in turn to one file, for ever or as often as told: FILE KIND [TIMES [WORD...]]. KIND is 1
 // or 2. With "unprivileged" the superuser, who may write everywhere, becomes somebody else first; with the
 // name of a system call, that one is refused, as some file systems do. Ends with 3 at the first save that is
-// not Ok.
+// not Ok, and tells a line for each other one.
 #include "backends/tags/tag_information.h"
 
 #include <QStringList>
@@ -80,10 +80,8 @@ int main(int argc, char** argv) {
         if (info->SaveTagToFile(path) != Outcome::Ok) {
             return 3;
         }
-        if (time == 0) {
-            std::puts("saving");
-            std::fflush(stdout);
-        }
+        std::puts("saved");
+        std::fflush(stdout);
     }
     return 0;
 }
