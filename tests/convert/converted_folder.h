@@ -42,6 +42,10 @@ public:
         }
         clock_.start();
     }
+    bool RunFor(int /*ms*/) override {
+        Run();
+        return true;
+    }
     double SinceLastMs() const { return static_cast<double>(clock_.nsecsElapsed()) / 1e6; }
     // With the time since the last ones.
     double LongestMs() const { return std::max(longestMs_, SinceLastMs()); }
