@@ -1,8 +1,9 @@
 #include "app/safe_file.h"
 
+#include "app/failure_log.h"
+
 #include <QFile>
 #include <QFileInfo>
-#include <QLoggingCategory>
 #include <QSaveFile>
 #include <QTemporaryFile>
 
@@ -13,8 +14,6 @@
 namespace kestrune {
 
 namespace {
-
-Q_LOGGING_CATEGORY(filesLog, "kestrune.files", QtCriticalMsg)
 
 enum class Keeping { Failed, Kept, WasThere };
 
@@ -69,7 +68,7 @@ bool ReplaceFile(const QString& path, const QByteArray& content) {
         file.commit()) {
         return true;
     }
-    qCWarning(filesLog) << "cannot store" << path << file.errorString();
+    qCWarning(logFiles) << "cannot store" << path << file.errorString();
     return false;
 }
 
@@ -80,7 +79,7 @@ bool ReplaceKeepingOld(const QString& path, const QByteArray& content) {
     const QString oldPath = path + QStringLiteral(".old");
     const Keeping keeping = KeepAs(path, oldPath);
     if (keeping == Keeping::Failed) {
-        qCWarning(filesLog) << "cannot keep the old" << path;
+        qCWarning(logFiles) << "cannot keep the old" << path;
         return false;
     }
     const bool isReplaced = ReplaceFile(path, content);

@@ -1,8 +1,8 @@
 #include "convert/conversion_run.h"
 
+#include "app/failure_log.h"
 #include "app/paths.h"
 #include "convert/output_folder.h"
-#include "convert/passed_over.h"
 #include "playlist/playlist_text.h"
 
 #include <algorithm>
@@ -235,7 +235,8 @@ void ConversionRun::RunStage(Stage stage) {
     }
     const StageFacts& facts = Stages()[static_cast<size_t>(stage)];
     const auto setFormat = [&] {
-        PassOver(SetStageFormat(stage, state, parts_.outputFile), "the format call of", facts.arrow);
+        PassOver(logConvert, SetStageFormat(stage, state, parts_.outputFile), "the format call of",
+                 facts.arrow);
     };
     if (facts.isFormatSetBeforeLog) {
         setFormat();
@@ -258,14 +259,14 @@ void ConversionRun::RunStage(Stage stage) {
 // The encoder of this stage is to know its source before its format is set.
 bool ConversionRun::TakeSourceFormat() {
     KSTAudioFile2& input = parts_.inputFile;
-    PassOver(input.OpenRead(parts_.state.InputPath, 0, 1), "OpenRead", parts_.state.InputPath);
+    PassOver(logConvert, input.OpenRead(parts_.state.InputPath, 0, 1), "OpenRead", parts_.state.InputPath);
     if (input.GetFormatId() < 0) {
         return false;
     }
     const qint32 waveFormat = input.GetWaveFormat();
     const qint32 channels = input.GetChannels();
     parts_.outputFile.SetSourceFormat(waveFormat, channels);
-    PassOver(input.CloseFile(), "CloseFile", parts_.state.InputPath);
+    PassOver(logConvert, input.CloseFile(), "CloseFile", parts_.state.InputPath);
     return true;
 }
 
@@ -276,12 +277,13 @@ void ConversionRun::StepBack(const StageFacts& facts, const QString& written) {
         if (step == BackStep::Log) {
             parts_.log.AddEvent(facts.backLog, EventIcon::RunStep);
         } else if (step == BackStep::OpenWritten) {
-            PassOver(input.OpenRead(written, 0, 1), "OpenRead", written);
+            PassOver(logConvert, input.OpenRead(written, 0, 1), "OpenRead", written);
             if (input.GetFormatId() < 0) {
                 return;
             }
         } else {
-            PassOver(CallBackStep(step, state, input, parts_.outputFile), "a backward step of", facts.arrow);
+            PassOver(logConvert, CallBackStep(step, state, input, parts_.outputFile), "a backward step of",
+                     facts.arrow);
         }
     }
 }
@@ -293,17 +295,17 @@ void ConversionRun::ConvertFile(const QString& source, const QString& target) {
     KSTAudioFile2& output = parts_.outputFile;
     SetPointer(true);
     SetProgressConvert(restingProgress);
-    PassOver(input.OpenRead(source, 0, 1), "OpenRead", source);
+    PassOver(logConvert, input.OpenRead(source, 0, 1), "OpenRead", source);
     if (input.GetFormatId() >= 0) {
-        PassOver(output.Create(target, 0), "Create", target);
+        PassOver(logConvert, output.Create(target, 0), "Create", target);
         if (output.GetFormatId() >= 0) {
             output.SetSourceFormat(input.GetWaveFormat(), input.GetChannels());
             CopyBlocks();
             SetProgressConvert(100);
-            PassOver(output.CloseFile(), "CloseFile", target);
+            PassOver(logConvert, output.CloseFile(), "CloseFile", target);
         }
     }
-    PassOver(input.CloseFile(), "CloseFile", source);
+    PassOver(logConvert, input.CloseFile(), "CloseFile", source);
     SetPointer(false);
     SetProgressConvert(restingProgress);
 }
@@ -317,7 +319,7 @@ void ConversionRun::CopyBlocks() {
         if (block.isEmpty()) {
             break;
         }
-        PassOver(parts_.outputFile.WriteBlock(block), "WriteBlock");
+        PassOver(logConvert, parts_.outputFile.WriteBlock(block), "WriteBlock");
         const qint32 divisor = input.BlockDivisor();
         const auto length = static_cast<double>(input.GetLengthBytes());
         // A length that is not known leaves the bar where it is.

@@ -73,20 +73,8 @@ public:
     void Converter(const QString& name, int row);
     // Copies one file into another in the format that OutputFile holds, until Converting is false.
     void ConvertFile(const QString& source, const QString& target);
-    // One stage each. Nothing happens while Converting is false.
-    void ConvertToACM() { RunStage(Stage::ACM); }
-    void ConvertToWMA() { RunStage(Stage::WMA); }
-    void ConvertToMP3() { RunStage(Stage::MP3); }
-    void ConvertToADPCM() { RunStage(Stage::ADPCM); }
-    void ConvertToDSP() { RunStage(Stage::DSP); }
-    void ConvertToMP2() { RunStage(Stage::MP2); }
-    void ConvertToVOX() { RunStage(Stage::VOX); }
-    void ConvertToOgg() { RunStage(Stage::OGG); }
-    void ConvertToGSM() { RunStage(Stage::GSM); }
-    void ConvertToG726() { RunStage(Stage::G726); }
-    void ConvertToG723() { RunStage(Stage::G723); }
-    void ConvertToG721() { RunStage(Stage::G721); }
-    void ConvertToULAW() { RunStage(Stage::ALAW); }
+    // One stage of the chain. Nothing happens while Converting is false.
+    void RunStage(Stage stage);
     // What stands before and behind the last point of a path; both stay as they are without one.
     static void GetFileHead(const QString& path, QString& head, QString& extension);
     qint16 FindAllCheck() const { return parts_.rows.CheckedCount(); }
@@ -112,7 +100,6 @@ private:
     void AskForNext();
     bool ExpectStages();
     void RunStages();
-    void RunStage(Stage stage);
     bool TakeSourceFormat();
     void StepBack(const StageFacts& facts, const QString& written);
     void CopyBlocks();

@@ -2,6 +2,7 @@
 
 #include "convert/converter_rules.h"
 #include "skin/skin_colours.h"
+#include "skin/window_kit.h"
 #include "tool_window/event_sign_delegate.h"
 
 #include <QHeaderView>
@@ -12,8 +13,6 @@ namespace at = converter_layout;
 
 namespace {
 
-constexpr int bodyFontPixels = 11;
-constexpr int titleFontPixels = 12;
 constexpr int optionsCaptionLeft = 30;
 constexpr int heightCaptionLeft = 27;
 constexpr int pathTextMargin = 5; // so that a label and its text box have their text in one place
@@ -24,27 +23,14 @@ const std::array<const char*, outputBoxCount> formatNames = {"chWMA",  "chMP3", 
 const std::array<const char*, outputBoxCount> formatCaptions = {
     "WMA", "MP3", "OGG", "ADPCM", "DSP", "MP2", "VOX", "GSM", "G.721", "G.723", "G.726", "A-LAW"};
 
-template <typename Index>
-QString Indexed(const char* name, Index index) {
-    return QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(index);
-}
-
-template <typename Widget>
-Widget* Put(Widget* widget, const QString& name, const QRect& place) {
-    widget->setObjectName(name);
-    widget->setGeometry(place);
-    return widget;
-}
-
-// The place of a box in a grid that is filled row by row.
-QRect InGrid(const QRect& first, int index, int columns, int columnStep, int rowStep) {
-    return first.translated(index % columns * columnStep, index / columns * rowStep);
-}
-
 class Builder {
 public:
     Builder(QWidget* window, const ConverterPictures& pictures, HoverKeeper& hover, ConverterRules& rules)
-        : window_(window), pictures_(pictures), hover_(hover), rules_(rules) {}
+        : window_(window),
+          pictures_(pictures),
+          hover_(hover),
+          rules_(rules),
+          kit_(window, pictures.Strip(), &pictures.Off(), hover) {}
 
     ConverterControls Make() {
         controls_.inputSide = Put(new QWidget(window_), QStringLiteral("inputSide"), at::inputSide);
@@ -63,33 +49,6 @@ public:
     }
 
 private:
-    void Equip(ImageButton* button, const QString& name, const QString& tip, const KeyLayout& key, int group,
-               int index) {
-        Put(button, name, button->parentWidget() == window_ ? key.place : InSide(key.place));
-        button->SetOffPicture(&pictures_.Off());
-        button->setAccessibleName(tip);
-        button->setToolTip(tip);
-        hover_.Add(group, index, button);
-    }
-
-    ImageButton* Picture(const QString& name, const QString& tip, const KeyLayout& key, int group, int index,
-                         QWidget* parent) {
-        auto* button = new ImageButton(pictures_.Strip(), {key.hover, key.pressed}, parent);
-        Equip(button, name, tip, key, group, index);
-        return button;
-    }
-
-    ElidedLabel* Text(const QString& name, const QString& text, const QRect& place, const QColor& colour,
-                      QWidget* parent) {
-        auto* label = Put(new ElidedLabel(text, parent), name, place);
-        QPalette palette = label->palette();
-        palette.setColor(QPalette::WindowText, colour);
-        label->setPalette(palette);
-        QFont face = label->font();
-        face.setPixelSize(bodyFontPixels);
-        label->setFont(face);
-        return label;
-    }
     // A place of the window in the side of the input.
     static QRect InSide(const QRect& place) { return place.translated(-at::inputSide.topLeft()); }
 
@@ -106,31 +65,31 @@ private:
     const ConverterPictures& pictures_;
     HoverKeeper& hover_;
     ConverterRules& rules_;
+    WindowKit kit_;
     ConverterControls controls_{};
 };
 
 void Builder::MakeTitle() {
     controls_.LabelTitle = Put(new QWidget(window_), QStringLiteral("LabelTitle"), at::title);
-    QLabel* caption = Text(QStringLiteral("LabelCaption"), QStringLiteral("Kestrune"), at::caption,
-                           colours::textOnBody, window_);
-    QFont semibold = caption->font();
-    semibold.setPixelSize(titleFontPixels);
-    semibold.setWeight(QFont::DemiBold);
-    caption->setFont(semibold);
-    QLabel* subject = Text(QStringLiteral("LabelSubject"), QObject::tr("Convert audio files"), at::subject,
-                           colours::textMutedOnBody, window_);
+    QLabel* caption = kit_.Text(QStringLiteral("LabelCaption"), QStringLiteral("Kestrune"), at::caption,
+                                colours::textOnBody, window_);
+    SetInk(caption, colours::textOnBody, titleFontPixels, QFont::DemiBold);
+    QLabel* subject = kit_.Text(QStringLiteral("LabelSubject"), QObject::tr("Convert audio files"),
+                                at::subject, colours::textMutedOnBody, window_);
     for (QLabel* label : {caption, subject}) {
         label->setAttribute(Qt::WA_TransparentForMouseEvents);
     }
-    controls_.ImageQuit = Picture(QStringLiteral("ImageQuit"), QObject::tr("Close"), at::ImageQuit,
-                                  hover_.AddGroup(), 0, window_);
+    controls_.ImageQuit = kit_.Picture(QStringLiteral("ImageQuit"), QObject::tr("Close"), at::ImageQuit,
+                                       hover_.AddGroup(), 0, window_);
 }
 
 void Builder::MakePaths() {
     QWidget* side = controls_.inputSide;
     const std::array<QString, 2> captions = {QObject::tr("Input folder"), QObject::tr("Output folder")};
-    Text(Indexed("LabelPath", 0), captions[0], InSide(at::pathCaption[0]), colours::textMutedOnBody, side);
-    Text(Indexed("LabelPath", 1), captions[1], at::pathCaption[1], colours::textMutedOnBody, window_);
+    kit_.Text(Indexed(QStringLiteral("LabelPath"), 0), captions[0], InSide(at::pathCaption[0]),
+              colours::textMutedOnBody, side);
+    kit_.Text(Indexed(QStringLiteral("LabelPath"), 1), captions[1], at::pathCaption[1],
+              colours::textMutedOnBody, window_);
     controls_.LabelIn = Put(new PathLabel(side), QStringLiteral("LabelIn"), InSide(at::path[0]));
     controls_.LabelOut = Put(new PathLabel(window_), QStringLiteral("LabelOut"), at::path[1]);
     controls_.txtInputFile = Put(new QLineEdit(side), QStringLiteral("txtInputFile"), InSide(at::path[0]));
@@ -141,10 +100,11 @@ void Builder::MakePaths() {
     controls_.txtInputFile->setAccessibleName(captions[0]);
     controls_.TextOutPath->setAccessibleName(captions[1]);
     const int group = hover_.AddGroup();
-    controls_.ImageinPath = Picture(QStringLiteral("ImageinPath"), QObject::tr("Choose the input folder"),
-                                    at::folder[0], group, 0, side);
-    controls_.ImageOutPath = Picture(QStringLiteral("ImageOutPath"), QObject::tr("Choose the output folder"),
-                                     at::folder[1], group, 1, window_);
+    controls_.ImageinPath = kit_.Picture(
+        QStringLiteral("ImageinPath"), QObject::tr("Choose the input folder"), at::folder[0], group, 0, side);
+    controls_.ImageOutPath =
+        kit_.Picture(QStringLiteral("ImageOutPath"), QObject::tr("Choose the output folder"), at::folder[1],
+                     group, 1, window_);
 }
 
 void Builder::MakeInput() {
@@ -153,7 +113,7 @@ void Builder::MakeInput() {
         auto* box = new QCheckBox(InputTypes::Caption(i), side);
         const auto column = static_cast<size_t>(i) % at::CheckinLeft.size();
         const auto row = static_cast<size_t>(i) / at::CheckinLeft.size();
-        Put(box, Indexed("Checkin", i),
+        Put(box, Indexed(QStringLiteral("Checkin"), i),
             InSide({{at::CheckinLeft[column], at::CheckinTop[row]}, at::Checkin}));
         box->setAccessibleName(QObject::tr("List %1 files").arg(InputTypes::Caption(i)));
         controls_.Checkin[static_cast<size_t>(i)] = box;
@@ -168,11 +128,11 @@ void Builder::MakeInput() {
     const int group = hover_.AddGroup();
     const std::array<QString, 2> tips = {QObject::tr("Tick all files"), QObject::tr("Untick all files")};
     for (size_t i = 0; i < tips.size(); ++i) {
-        controls_.ImageAllClear[i] = Picture(Indexed("ImageAllClear", i), tips[i], at::ImageAllClear[i],
-                                             group, static_cast<int>(i), side);
+        controls_.ImageAllClear[i] = kit_.Picture(Indexed(QStringLiteral("ImageAllClear"), i), tips[i],
+                                                  at::ImageAllClear[i], group, static_cast<int>(i), side);
     }
-    controls_.Label10[1] =
-        Text(Indexed("Label10", 1), QString(), InSide(at::statusLine), colours::textOnBody, side);
+    controls_.Label10[1] = kit_.Text(Indexed(QStringLiteral("Label10"), 1), QString(), InSide(at::statusLine),
+                                     colours::textOnBody, side);
     controls_.Label10[1]->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
 }
 
@@ -188,16 +148,18 @@ void Builder::MakeOutput() {
 }
 
 void Builder::MakeProgress() {
-    controls_.Label10[0] =
-        Text(Indexed("Label10", 0), QString(), at::currentFile, colours::textOnGlass, window_);
+    controls_.Label10[0] = kit_.Text(Indexed(QStringLiteral("Label10"), 0), QString(), at::currentFile,
+                                     colours::textOnGlass, window_);
     controls_.Label10[0]->SetHint(QObject::tr("Tick files and formats, then start"));
-    controls_.Label11 = Text(QStringLiteral("Label11"), QString(), at::stage, colours::accentOnBody, window_);
+    controls_.Label11 =
+        kit_.Text(QStringLiteral("Label11"), QString(), at::stage, colours::accentOnBody, window_);
     QFont bold = controls_.Label11->font();
     bold.setWeight(QFont::DemiBold);
     controls_.Label11->setFont(bold);
     const std::array<QString, 2> captions = {QObject::tr("File"), QObject::tr("All")};
     for (size_t i = 0; i < captions.size(); ++i) {
-        Text(Indexed("LabelBar", i), captions[i], at::barCaption[i], colours::textMuted, window_);
+        kit_.Text(Indexed(QStringLiteral("LabelBar"), i), captions[i], at::barCaption[i], colours::textMuted,
+                  window_);
     }
     controls_.ProgressConvert = Put(new QProgressBar(window_), QStringLiteral("ProgressConvert"), at::bar[0]);
     controls_.ProgressBar1 = Put(new QProgressBar(window_), QStringLiteral("ProgressBar1"), at::bar[1]);
@@ -210,32 +172,32 @@ void Builder::MakeProgress() {
 }
 
 void Builder::MakeRunKeys() {
-    controls_.Image1 =
-        Picture(QStringLiteral("Image1"), QObject::tr("Start"), at::Image1, hover_.AddGroup(), 0, window_);
+    controls_.Image1 = kit_.Picture(QStringLiteral("Image1"), QObject::tr("Start"), at::Image1,
+                                    hover_.AddGroup(), 0, window_);
     controls_.stopPlate =
         Put(new PictureLabel(pictures_.Strip(), window_), QStringLiteral("stopPlate"), at::Image2.place);
     controls_.stopPlate->SetCut({at::Image2Normal, at::Image2.place.size()});
-    controls_.Image2 =
-        Picture(QStringLiteral("Image2"), QObject::tr("Stop"), at::Image2, hover_.AddGroup(), 0, window_);
+    controls_.Image2 = kit_.Picture(QStringLiteral("Image2"), QObject::tr("Stop"), at::Image2,
+                                    hover_.AddGroup(), 0, window_);
     controls_.ImageOptions = new CaptionedButton(
         pictures_.Strip(), {at::ImageOptions.hover, at::ImageOptions.pressed, at::ImageOptions.lit},
         optionsCaptionLeft, window_);
     controls_.ImageOptions->setText(QObject::tr("Settings"));
-    Equip(controls_.ImageOptions, QStringLiteral("ImageOptions"), QObject::tr("Format settings"),
-          at::ImageOptions, hover_.AddGroup(), 0);
+    kit_.Equip(controls_.ImageOptions, QStringLiteral("ImageOptions"), QObject::tr("Format settings"),
+               at::ImageOptions, hover_.AddGroup(), 0);
     controls_.ImageOptions->setCheckable(true);
     controls_.ImageUpdown = new CaptionedButton(
         pictures_.Strip(), {at::ImageUpdown.hover, at::ImageUpdown.pressed}, heightCaptionLeft, window_);
     controls_.ImageUpdown->setText(QObject::tr("Events"));
-    Equip(controls_.ImageUpdown, QStringLiteral("ImageUpdown"), QObject::tr("Show the events"),
-          at::ImageUpdown, hover_.AddGroup(), 0);
+    kit_.Equip(controls_.ImageUpdown, QStringLiteral("ImageUpdown"), QObject::tr("Show the events"),
+               at::ImageUpdown, hover_.AddGroup(), 0);
 }
 
 void Builder::MakeEvents() {
     controls_.frmEvent = Put(new QWidget(window_), QStringLiteral("frmEvent"), at::frmEvent);
     controls_.frmEvent->setAccessibleName(QObject::tr("Events"));
-    Text(QStringLiteral("LabelEvents"), QObject::tr("Events"), at::eventsCaption, colours::textMutedOnBody,
-         controls_.frmEvent);
+    kit_.Text(QStringLiteral("LabelEvents"), QObject::tr("Events"), at::eventsCaption,
+              colours::textMutedOnBody, controls_.frmEvent);
     auto* view = Put(new QTreeView(controls_.frmEvent), QStringLiteral("viewEvent"), at::viewEvent);
     view->setAccessibleName(QObject::tr("Events"));
     view->setFrameShape(QFrame::NoFrame);
@@ -270,9 +232,7 @@ void Builder::OrderTabs() {
     add(controls_.formats);
     order.append({controls_.Image1, controls_.Image2, controls_.ImageOptions, controls_.ImageUpdown,
                   controls_.viewEvent, controls_.ImageQuit});
-    for (qsizetype i = 1; i < order.size(); ++i) {
-        QWidget::setTabOrder(order[i - 1], order[i]);
-    }
+    kestrune::OrderTabs(order);
 }
 
 } // namespace

@@ -17,8 +17,6 @@ namespace at = format_panel_layout;
 
 namespace {
 
-constexpr int titleFontPixels = 12;
-
 struct Line {
     const char* caption;
     const char* text; // objectName of its text
@@ -78,6 +76,7 @@ FormatPanel::FormatPanel(const SkinPicture& strip, HoverKeeper& hover, const Con
     : QWidget(window),
       strip_(strip),
       hover_(hover),
+      kit_(this, strip, nullptr, hover),
       state_(state),
       settings_(settings),
       opFreq_(new QButtonGroup(this)),
@@ -92,34 +91,19 @@ FormatPanel::FormatPanel(const SkinPicture& strip, HoverKeeper& hover, const Con
     ConnectSettings();
 }
 
-ImageButton* FormatPanel::Picture(const QString& name, const QString& tip, const KeyLayout& key, int group,
-                                  int index) {
-    auto* button = new ImageButton(strip_, {key.hover, key.pressed}, this);
-    button->setObjectName(name);
-    button->setGeometry(key.place);
-    button->setAccessibleName(tip);
-    button->setToolTip(tip);
-    hover_.Add(group, index, button);
-    return button;
-}
-
 void FormatPanel::MakeTitle() {
     auto* title = new QLabel(tr("Format settings"), this);
     title->setObjectName(QStringLiteral("LabelSet"));
     title->setGeometry(at::caption);
-    QFont face = title->font();
-    face.setPixelSize(titleFontPixels);
-    face.setWeight(QFont::DemiBold);
-    title->setFont(face);
-    imageSetdown_ = Picture(QStringLiteral("ImageSetdown"), tr("Hide the format settings"), at::ImageSetdown,
-                            hover_.AddGroup(), 0);
+    SetInk(title, title->palette().color(QPalette::WindowText), titleFontPixels, QFont::DemiBold);
+    imageSetdown_ = kit_.Picture(QStringLiteral("ImageSetdown"), tr("Hide the format settings"),
+                                 at::ImageSetdown, hover_.AddGroup(), 0);
 }
 
 void FormatPanel::MakeRates() {
     for (size_t i = 0; i < rateCaptions.size(); ++i) {
         const int index = static_cast<int>(i);
-        const QRect place = at::opFreq.translated(index % at::freqColumns * at::freqStep,
-                                                  index / at::freqColumns * at::freqRowStep);
+        const QRect place = InGrid(at::opFreq, index, at::freqColumns, at::freqStep, at::freqRowStep);
         auto* option =
             Option(QStringLiteral("opFreq(%1)").arg(i), QLatin1String(rateCaptions[i]), place, this);
         option->setAccessibleName(tr("%1 Hz").arg(optionFrequencies[i]));
@@ -164,8 +148,8 @@ void FormatPanel::MakeParameters() {
         tr("MP3 options, also of MP2"), tr("Ogg Vorbis options"),
         tr("Take the format of a WAV file, which switches this output on")};
     for (size_t i = 0; i < imageSet_.size(); ++i) {
-        imageSet_[i] = Picture(QStringLiteral("ImageSet(%1)").arg(i), tips[i],
-                               at::ImageSet(LineOf(places[i])), group, static_cast<int>(i));
+        imageSet_[i] = kit_.Picture(QStringLiteral("ImageSet(%1)").arg(i), tips[i],
+                                    at::ImageSet(LineOf(places[i])), group, static_cast<int>(i));
     }
     cmbG723Bits_ = BitsBox("cmbG723Bits", QStringLiteral("G.723"), FormatBox::txtG723FormatString,
                            {tr("3 bit"), tr("5 bit")}, this);

@@ -5,6 +5,7 @@
 #include "convert/output_settings.h"
 #include "skin/hover_keeper.h"
 #include "skin/image_button.h"
+#include "skin/window_kit.h"
 
 #include <QButtonGroup>
 #include <QComboBox>
@@ -37,7 +38,6 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
 
 private:
-    ImageButton* Picture(const QString& name, const QString& tip, const KeyLayout& key, int group, int index);
     void MakeTitle();
     void MakeRates();
     void MakeLines();
@@ -47,6 +47,7 @@ private:
 
     const SkinPicture& strip_;
     HoverKeeper& hover_;
+    WindowKit kit_;
     const ConverterState& state_;
     OutputSettings& settings_;
     QButtonGroup* opFreq_;

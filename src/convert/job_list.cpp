@@ -1,10 +1,10 @@
 #include "convert/job_list.h"
 
+#include "app/failure_log.h"
 #include "app/paths.h"
 #include "app/safe_file.h"
 #include "app/text_coding.h"
 #include "convert/con_path.h"
-#include "convert/passed_over.h"
 #include "playlist/playlist_text.h"
 
 #include <QDir>
@@ -143,7 +143,7 @@ void JobList::SaveConPath() {
     record.outputFolder = EncodeUpTo(outputText_, largestStoredText);
     const QByteArray bytes = EncodeConPath(record, oldBytes);
     if (bytes != oldBytes && !ReplaceFile(path, bytes)) {
-        PassOver(Outcome::WriteFailed, "storing the paths", path);
+        PassOver(logConvert, Outcome::WriteFailed, "storing the paths", path);
     }
 }
 

@@ -1,7 +1,7 @@
 #include "convert/output_folder.h"
 
+#include "app/failure_log.h"
 #include "convert/folder_listing.h"
-#include "convert/passed_over.h"
 
 #include <QFile>
 #include <QUuid>
@@ -15,7 +15,7 @@ bool IsOutputFolderValid(const QString& folder) {
     probe.close();
     const bool holdsFiles = HoldsFiles(folder);
     if (!isMade || !probe.remove()) {
-        qCWarning(convertLog) << "probe of the output folder:" << probe.fileName() << probe.errorString();
+        qCWarning(logConvert) << "probe of the output folder:" << probe.fileName() << probe.errorString();
     }
     return holdsFiles;
 }

@@ -1,6 +1,6 @@
 #include "convert/output_settings.h"
 
-#include "convert/passed_over.h"
+#include "app/failure_log.h"
 
 #include <algorithm>
 
@@ -35,11 +35,12 @@ void OutputSettings::Load() {
     state.Converting = false;
     parts_.inputFile.SetFlag(KSTAudioFile2::wholeFiles);
     outputFile.SetFlag(KSTAudioFile2::wholeFiles);
-    PassOver(outputFile.SetFormatOggVorbis(44100, 2, startKbps, 0, 0, byBitRate), "SetFormatOggVorbis");
+    PassOver(logConvert, outputFile.SetFormatOggVorbis(44100, 2, startKbps, 0, 0, byBitRate),
+             "SetFormatOggVorbis");
     TakeFormatText(FormatBox::txtOGGFormatString);
-    PassOver(outputFile.SetFormatMP3(44100, startKbps, 2), "SetFormatMP3");
+    PassOver(logConvert, outputFile.SetFormatMP3(44100, startKbps, 2), "SetFormatMP3");
     TakeFormatText(FormatBox::txtMP3FormatString);
-    PassOver(outputFile.SetFormatWMA(state.udWMAProfile), "SetFormatWMA");
+    PassOver(logConvert, outputFile.SetFormatWMA(state.udWMAProfile), "SetFormatWMA");
     TakeFormatText(FormatBox::txtWMAFormatString);
     RefreshFormatStrings();
 }
@@ -47,21 +48,23 @@ void OutputSettings::Load() {
 void OutputSettings::RefreshFormatStrings() {
     const ConverterState& state = parts_.state;
     KSTAudioFile2& outputFile = parts_.outputFile;
-    PassOver(outputFile.SetFormatADPCM(state.SampleRate, state.Channels), "SetFormatADPCM");
+    PassOver(logConvert, outputFile.SetFormatADPCM(state.SampleRate, state.Channels), "SetFormatADPCM");
     TakeFormatText(FormatBox::txtADPCMFormatString);
-    PassOver(outputFile.SetFormatGSM(state.SampleRate), "SetFormatGSM");
+    PassOver(logConvert, outputFile.SetFormatGSM(state.SampleRate), "SetFormatGSM");
     TakeFormatText(FormatBox::txtGSMFormatString);
-    PassOver(outputFile.SetFormatDSP(), "SetFormatDSP");
+    PassOver(logConvert, outputFile.SetFormatDSP(), "SetFormatDSP");
     TakeFormatText(FormatBox::txtDSPFormatString);
-    PassOver(outputFile.SetFormatVOX(state.SampleRate), "SetFormatVOX");
+    PassOver(logConvert, outputFile.SetFormatVOX(state.SampleRate), "SetFormatVOX");
     TakeFormatText(FormatBox::txtVOXFormatString);
-    PassOver(outputFile.SetFormatRaw(RawALaw, state.SampleRate, state.Channels, rawBits), "SetFormatRaw");
+    PassOver(logConvert, outputFile.SetFormatRaw(RawALaw, state.SampleRate, state.Channels, rawBits),
+             "SetFormatRaw");
     TakeFormatText(FormatBox::txtULAWFormatString);
-    PassOver(outputFile.SetFormatMP2(state.SampleRate, shownLayer2Kbps, state.Channels), "SetFormatMP2");
+    PassOver(logConvert, outputFile.SetFormatMP2(state.SampleRate, shownLayer2Kbps, state.Channels),
+             "SetFormatMP2");
     TakeFormatText(FormatBox::txtMP2FormatString);
-    PassOver(outputFile.SetFormatG723(state.SampleRate, state.G723Bits), "SetFormatG723");
+    PassOver(logConvert, outputFile.SetFormatG723(state.SampleRate, state.G723Bits), "SetFormatG723");
     TakeFormatText(FormatBox::txtG723FormatString);
-    PassOver(outputFile.SetFormatG726(state.SampleRate, state.G726Bits), "SetFormatG726");
+    PassOver(logConvert, outputFile.SetFormatG726(state.SampleRate, state.G726Bits), "SetFormatG726");
     TakeFormatText(FormatBox::txtG726FormatString);
 }
 
@@ -137,7 +140,7 @@ void OutputSettings::udWMAProfile_Change(qint32 value) {
     }
     parts_.state.udWMAProfile = profile;
     emit WmaProfileShown(profile);
-    PassOver(parts_.outputFile.SetFormatWMA(profile), "SetFormatWMA");
+    PassOver(logConvert, parts_.outputFile.SetFormatWMA(profile), "SetFormatWMA");
     TakeFormatText(FormatBox::txtWMAFormatString);
     parts_.log.AddEvent(QStringLiteral("Set WMA Format parameters "), EventIcon::SettingsChange);
 }
@@ -164,7 +167,7 @@ void OutputSettings::ChooseTemplate() {
         return;
     }
     parts_.state.AcmTemplatePath = path;
-    PassOver(parts_.outputFile.SetFormatFromFile(path), "SetFormatFromFile", path);
+    PassOver(logConvert, parts_.outputFile.SetFormatFromFile(path), "SetFormatFromFile", path);
     TakeFormatText(FormatBox::Text1);
     parts_.log.AddEvent(QStringLiteral("Set ACM Format parameters "), EventIcon::SettingsChange);
 }

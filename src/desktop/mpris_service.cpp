@@ -1,17 +1,15 @@
 #include "desktop/mpris_service.h"
 
+#include "app/failure_log.h"
 #include "desktop/mpris_adaptors.h"
 
 #include <QCoreApplication>
 #include <QDBusError>
 #include <QDBusMessage>
-#include <QLoggingCategory>
 
 namespace kestrune {
 
 namespace {
-
-Q_LOGGING_CATEGORY(desktopLog, "kestrune.desktop", QtCriticalMsg)
 
 const QString serviceName = QStringLiteral("org.mpris.MediaPlayer2.kestrune");
 
@@ -29,7 +27,7 @@ MprisService::~MprisService() {
 
 bool MprisService::Start(const QDBusConnection& bus) {
     if (!bus.isConnected()) {
-        qCWarning(desktopLog) << "no session bus:" << bus.lastError().message();
+        qCWarning(logDesktop) << "no session bus:" << bus.lastError().message();
         return false;
     }
     bus_ = bus;
@@ -37,7 +35,7 @@ bool MprisService::Start(const QDBusConnection& bus) {
     new MprisPlayer(control_, bus_, this);
     // The object first: whoever sees the name asks it at once.
     if (!bus_.registerObject(QString::fromLatin1(mprisPath), this, QDBusConnection::ExportAdaptors)) {
-        qCWarning(desktopLog) << "the object of the player cannot be put on the bus";
+        qCWarning(logDesktop) << "the object of the player cannot be put on the bus";
         return false;
     }
     const QString ofThisProcess =
@@ -49,7 +47,7 @@ bool MprisService::Start(const QDBusConnection& bus) {
             control_.Watch();
             return true;
         }
-        qCWarning(desktopLog) << name << "is taken:" << bus_.lastError().message();
+        qCWarning(logDesktop) << name << "is taken:" << bus_.lastError().message();
     }
     bus_.unregisterObject(QString::fromLatin1(mprisPath));
     return false;

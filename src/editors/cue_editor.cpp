@@ -1,6 +1,6 @@
 #include "editors/cue_editor.h"
 
-#include "editors/failure_log.h"
+#include "app/failure_log.h"
 #include "editors/number_texts.h"
 
 #include <algorithm>
@@ -24,7 +24,7 @@ void CueEditor::ShowCue(int index) {
 void CueEditor::Add(const CueTexts& texts) {
     const Outcome added = information_.AddCue(
         {NumberPrefix(texts.tPosition), NumberPrefix(texts.tLength), texts.tLabel, texts.tNote, texts.tText});
-    LogEditorFailure(added, "AddCue");
+    PassOver(logEditors, added, "AddCue");
     hasChanged_ = hasChanged_ || added == Outcome::Ok;
     UpdateRange();
     ReadCue();
@@ -42,7 +42,7 @@ void CueEditor::Update(const CueTexts& texts) {
 
 void CueEditor::Delete() {
     const Outcome deleted = information_.DeleteCue();
-    LogEditorFailure(deleted, "DeleteCue");
+    PassOver(logEditors, deleted, "DeleteCue");
     hasChanged_ = hasChanged_ || deleted == Outcome::Ok;
     UpdateRange();
     ReadCue();

@@ -1,6 +1,6 @@
 #include "editors/tag_editor.h"
 
-#include "editors/failure_log.h"
+#include "app/failure_log.h"
 #include "editors/number_texts.h"
 #include "playlist/playlist_text.h"
 
@@ -76,7 +76,7 @@ void TagEditor::GetInfo(int index) {
 }
 
 void TagEditor::ShowFileInfo() {
-    LogEditorFailure(parts_.information.ReadTagFromFile(aFile_), "ReadTagFromFile", aFile_);
+    PassOver(logEditors, parts_.information.ReadTagFromFile(aFile_), "ReadTagFromFile", aFile_);
     controls_ = ControlsOf(parts_.information.Tag());
     technical_ = TechnicalOf(parts_.information);
     emit Shown();
@@ -119,7 +119,7 @@ void TagEditor::Update() {
         return;
     }
     SetProperties();
-    LogEditorFailure(parts_.information.SaveTagToFile(aFile_), "SaveTagToFile", aFile_);
+    PassOver(logEditors, parts_.information.SaveTagToFile(aFile_), "SaveTagToFile", aFile_);
     const TagFields& tag = parts_.information.Tag();
     const QString head = TitleHead(parts_.rows.Field(currentRowIndex_, RowText));
     parts_.rows.SetField(currentRowIndex_, RowText, head + tag.artist + QStringLiteral(" - ") + tag.title);

@@ -1,18 +1,17 @@
 #include "help/help_book.h"
 
+#include "app/failure_log.h"
+
 #include <QDir>
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QLoggingCategory>
 #include <algorithm>
 
 namespace kestrune {
 
 namespace {
-
-Q_LOGGING_CATEGORY(helpLog, "kestrune.help", QtCriticalMsg)
 
 QByteArray ReadAll(const QString& path) {
     QFile file(path);
@@ -50,13 +49,13 @@ Outcome HelpBook::Open(const QString& folder) {
     folder_ = folder;
     const QString contentsFile = folder + QStringLiteral("/contents.json");
     if (!QFile::exists(contentsFile)) {
-        qCWarning(helpLog) << "no contents in" << folder;
+        qCWarning(logHelp) << "no contents in" << folder;
         return Outcome::NotFound;
     }
     QJsonParseError error;
     const QJsonObject book = QJsonDocument::fromJson(ReadAll(contentsFile), &error).object();
     if (error.error != QJsonParseError::NoError) {
-        qCWarning(helpLog) << contentsFile << error.errorString() << "at" << error.offset;
+        qCWarning(logHelp) << contentsFile << error.errorString() << "at" << error.offset;
         return Outcome::NotDecodable;
     }
     contents_ = TopicsOf(book.value(QLatin1String("contents")).toArray());
@@ -66,7 +65,7 @@ Outcome HelpBook::Open(const QString& folder) {
         if (auto page = ParseHelpPage(name, ReadAll(folder + u'/' + name))) {
             pages_.append(*std::move(page));
         } else {
-            qCWarning(helpLog) << name << "is damaged";
+            qCWarning(logHelp) << name << "is damaged";
         }
     }
     for (HelpPage& page : pages_) {

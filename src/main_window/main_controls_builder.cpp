@@ -3,26 +3,13 @@
 #include "main_window/main_window_access.h"
 #include "playback/position.h"
 #include "skin/skin_colours.h"
+#include "skin/window_kit.h"
 
 namespace kestrune {
 
 namespace {
 
-constexpr int bodyFontPixels = 11;
-constexpr int titleFontPixels = 12;
 constexpr int smallFontPixels = 10;
-
-template <typename Index>
-QString Indexed(const QString& name, Index index) {
-    return QStringLiteral("%1(%2)").arg(name).arg(index);
-}
-
-template <typename Widget>
-Widget* Put(Widget* widget, const QString& name, const QRect& place) {
-    widget->setObjectName(name);
-    widget->setGeometry(place);
-    return widget;
-}
 
 QRect At(const QPoint& corner, const QSize& size) {
     return {corner, size};
@@ -30,7 +17,10 @@ QRect At(const QPoint& corner, const QSize& size) {
 
 class Builder {
 public:
-    Builder(QWidget* window, const MainControlParts& parts) : window_(window), parts_(parts) {}
+    Builder(QWidget* window, const MainControlParts& parts)
+        : window_(window),
+          parts_(parts),
+          kit_(window, parts.pictures.Strip(), &parts.pictures.Off(), parts.hover) {}
 
     MainControls Make() {
         InstallMainWindowAccess();
@@ -46,20 +36,6 @@ public:
     }
 
 private:
-    ImageButton* Picture(const QString& name, const QString& tip, const KeyLayout& key, int group,
-                         int index) {
-        ButtonLooks looks{key.hover, key.pressed};
-        if (key.lit.x() >= 0) {
-            looks.lit = key.lit;
-        }
-        auto* button = Put(new ImageButton(parts_.pictures.Strip(), looks, window_), name, key.place);
-        button->SetOffPicture(&parts_.pictures.Off());
-        button->setAccessibleName(tip);
-        button->setToolTip(tip);
-        parts_.hover.Add(group, index, button);
-        return button;
-    }
-
     PictureLabel* Cut(const QString& name, const QRect& place) {
         auto* label = Put(new PictureLabel(parts_.pictures.Strip(), window_), name, place);
         // The mouse goes to what lies under it, which may be a button.
@@ -70,14 +46,9 @@ private:
     QLabel* Text(const QString& name, const QString& text, const QRect& place, const QColor& colour,
                  int pixels = bodyFontPixels) {
         auto* label = Put(new QLabel(text, window_), name, place);
-        QPalette palette = label->palette();
-        palette.setColor(QPalette::WindowText, colour);
-        label->setPalette(palette);
+        SetInk(label, colour, pixels);
         label->setTextFormat(Qt::PlainText);
         label->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-        QFont face = label->font();
-        face.setPixelSize(pixels);
-        label->setFont(face);
         return label;
     }
 
@@ -93,6 +64,7 @@ private:
 
     QWidget* window_;
     MainControlParts parts_;
+    WindowKit kit_;
     MainControls controls_{};
 };
 
@@ -100,9 +72,7 @@ void Builder::MakeTitle() {
     controls_.LabelTitle = Put(new QWidget(window_), QStringLiteral("LabelTitle"), layout::title);
     controls_.LabelCaption = Text(QStringLiteral("LabelCaption"), QStringLiteral("Kestrune"), layout::caption,
                                   colours::textOnBody, titleFontPixels);
-    QFont semibold = controls_.LabelCaption->font();
-    semibold.setWeight(QFont::DemiBold);
-    controls_.LabelCaption->setFont(semibold);
+    SetInk(controls_.LabelCaption, colours::textOnBody, titleFontPixels, QFont::DemiBold);
     controls_.LabelName =
         Text(QStringLiteral("LabelName"), QString(),
              layout::caption.adjusted(layout::caption.width(), 0, 0, 0), colours::textMuted);
@@ -112,8 +82,8 @@ void Builder::MakeTitle() {
     const int group = parts_.hover.AddGroup();
     const std::array<QString, 2> tips = {QObject::tr("Close"), QObject::tr("Minimise")};
     for (size_t i = 0; i < tips.size(); ++i) {
-        controls_.ImageWin[i] = Picture(Indexed(QStringLiteral("ImageWin"), i), tips[i], layout::ImageWin[i],
-                                        group, static_cast<int>(i));
+        controls_.ImageWin[i] = kit_.Picture(Indexed(QStringLiteral("ImageWin"), i), tips[i],
+                                             layout::ImageWin[i], group, static_cast<int>(i));
     }
     const std::array<QString, menuLabelCount> captions = {
         QObject::tr("&File"),    QObject::tr("&Play"),  QObject::tr("&Rip"),  QObject::tr("&Burn"),
@@ -140,8 +110,8 @@ void Builder::MakeToolBar() {
     for (size_t i = 0; i < tips.size(); ++i) {
         const QRect place = At(layout::ImageToolBar[i], layout::toolCell);
         const QPoint first(layout::toolFrameLefts[0], layout::toolFrameTops[i]);
-        controls_.ImageToolBar[i] = Picture(Indexed(QStringLiteral("ImageToolBar"), i), tips[i],
-                                            {place, first, first}, group, static_cast<int>(i));
+        controls_.ImageToolBar[i] = kit_.Picture(Indexed(QStringLiteral("ImageToolBar"), i), tips[i],
+                                                 {place, first, first}, group, static_cast<int>(i));
         controls_.toolFrames[i] = Cut(Indexed(QStringLiteral("toolFrame"), i), place);
         controls_.toolFrames[i]->setVisible(i == 0);
     }
@@ -187,16 +157,17 @@ void Builder::MakeTransport() {
                                                                QObject::tr("Play"),     QObject::tr("Stop"),
                                                                QObject::tr("Record"),   QObject::tr("Next")};
     for (size_t i = 0; i < buttons.size(); ++i) {
-        controls_.ImagePlayButton[i] = Picture(Indexed(QStringLiteral("ImagePlayButton"), i), buttons[i],
-                                               layout::ImagePlayButton[i], playGroup, static_cast<int>(i));
+        controls_.ImagePlayButton[i] =
+            kit_.Picture(Indexed(QStringLiteral("ImagePlayButton"), i), buttons[i],
+                         layout::ImagePlayButton[i], playGroup, static_cast<int>(i));
     }
     const int modeGroup = parts_.hover.AddGroup();
     const std::array<QString, 3> modes = {QObject::tr("Continuous"), QObject::tr("Shuffle"),
                                           QObject::tr("Repeat")};
     for (size_t i = 0; i < modes.size(); ++i) {
         controls_.ImageRepeatModeBut[i] =
-            Picture(Indexed(QStringLiteral("ImageRepeatModeBut"), i), modes[i], layout::ImageRepeatModeBut[i],
-                    modeGroup, static_cast<int>(i));
+            kit_.Picture(Indexed(QStringLiteral("ImageRepeatModeBut"), i), modes[i],
+                         layout::ImageRepeatModeBut[i], modeGroup, static_cast<int>(i));
         controls_.ImageRepeatModeBut[i]->setCheckable(true);
     }
     const PositionPictures pictures{parts_.pictures.Strip(), layout::positionLineInStrip,
@@ -218,10 +189,11 @@ void Builder::MakeVolume() {
 
 void Builder::MakeList() {
     const int panelGroup = parts_.hover.AddGroup();
-    controls_.ImageChgLstBnd = Picture(QStringLiteral("ImageChgLstBnd"), QObject::tr("Playlist / Equalizer"),
-                                       layout::ImageChgLstBnd, panelGroup, 0);
-    controls_.ImageColour = Picture(QStringLiteral("ImageColour"), QObject::tr("Display colours"),
-                                    layout::ImageColour, panelGroup, 1);
+    controls_.ImageChgLstBnd =
+        kit_.Picture(QStringLiteral("ImageChgLstBnd"), QObject::tr("Playlist / Equalizer"),
+                     layout::ImageChgLstBnd, panelGroup, 0);
+    controls_.ImageColour = kit_.Picture(QStringLiteral("ImageColour"), QObject::tr("Display colours"),
+                                         layout::ImageColour, panelGroup, 1);
     for (ImageButton* button : {controls_.ImageChgLstBnd, controls_.ImageColour}) {
         button->setCheckable(true);
     }
@@ -244,8 +216,8 @@ void Builder::MakeList() {
     controls_.KSTEqualizer21->hide();
     controls_.colourPanel->hide();
     for (size_t i = 0; i < buttons.size(); ++i) {
-        controls_.ImageListCmd[i] = Picture(Indexed(QStringLiteral("ImageListCmd"), i), buttons[i],
-                                            layout::ImageListCmd[i], listGroup, static_cast<int>(i));
+        controls_.ImageListCmd[i] = kit_.Picture(Indexed(QStringLiteral("ImageListCmd"), i), buttons[i],
+                                                 layout::ImageListCmd[i], listGroup, static_cast<int>(i));
     }
     MakeTotals();
 }
@@ -288,9 +260,7 @@ void Builder::OrderTabs() {
     order.append(controls_.ImagePlayButton[ButtonRecord]);
     order.append({controls_.ImageChgLstBnd, controls_.ImageColour, controls_.positionBar,
                   controls_.ImageWin[1], controls_.ImageWin[0]});
-    for (qsizetype i = 1; i < order.size(); ++i) {
-        QWidget::setTabOrder(order[i - 1], order[i]);
-    }
+    kestrune::OrderTabs(order);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "playlist/playlist_files.h"
 
+#include "app/failure_log.h"
 #include "app/paths.h"
 #include "app/safe_file.h"
 #include "playlist/file_choice.h"
@@ -8,13 +9,10 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <QLoggingCategory>
 
 namespace kestrune {
 
 namespace {
-
-Q_LOGGING_CATEGORY(playlistLog, "kestrune.playlist", QtCriticalMsg)
 
 const QLatin1String saveOperation("SAVE");
 const QLatin1String openOperation("OPEN");
@@ -96,7 +94,7 @@ void PlaylistFiles::AppendList(const QString& path) {
     // A list may name other lists, and so in the end itself.
     const QString file = QFileInfo(path).canonicalFilePath();
     if (openLists_.contains(file)) {
-        qCWarning(playlistLog) << "a playlist names itself" << path;
+        qCWarning(logPlaylist) << "a playlist names itself" << path;
         return;
     }
     openLists_.append(file);
@@ -117,7 +115,7 @@ void PlaylistFiles::OpenSaveMyPlaylistKSL(const QString& path, const QString& op
         bytes = ConvertOlderKsl(bytes);
         // The list loads all the same from a place that cannot be written.
         if (!ReplaceKeepingOld(path, bytes)) {
-            qCWarning(playlistLog) << "an older playlist stays as it is" << path;
+            qCWarning(logPlaylist) << "an older playlist stays as it is" << path;
         }
     }
     if (clearFirst) {

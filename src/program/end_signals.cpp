@@ -1,6 +1,6 @@
 #include "program/end_signals.h"
 
-#include <QLoggingCategory>
+#include "app/failure_log.h"
 
 #include <atomic>
 #include <cerrno>
@@ -10,8 +10,6 @@
 namespace kestrune {
 
 namespace {
-
-Q_LOGGING_CATEGORY(programLog, "kestrune.program", QtCriticalMsg)
 
 // Where a handler writes. It gets nothing but the number of the signal, so this cannot belong to an object.
 std::atomic<int> handlerEnd = -1;

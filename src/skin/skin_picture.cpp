@@ -1,6 +1,6 @@
 #include "skin/skin_picture.h"
 
-#include "skin/skin_log.h"
+#include "app/failure_log.h"
 
 #include <QPainter>
 #include <QSvgRenderer>
@@ -21,7 +21,7 @@ bool IsWhole(qreal value) {
 SkinPicture::SkinPicture(const QString& svgResource)
     : name_(svgResource), renderer_(std::make_unique<QSvgRenderer>(svgResource)) {
     if (!renderer_->isValid()) {
-        qCWarning(skinLog, "%s is no picture", qUtf8Printable(name_));
+        qCWarning(logSkin, "%s is no picture", qUtf8Printable(name_));
         return;
     }
     size_ = renderer_->viewBoxF().size().toSize();
@@ -61,7 +61,7 @@ QPixmap SkinPicture::Whole(qreal devicePixelRatio) const {
 
 QPixmap SkinPicture::Cut(const QRect& logical, qreal devicePixelRatio) const {
     if (!Contains(logical) || devicePixelRatio <= 0) {
-        qCWarning(skinLog, "%s: %d,%d %dx%d is not in the picture", qUtf8Printable(name_), logical.x(),
+        qCWarning(logSkin, "%s: %d,%d %dx%d is not in the picture", qUtf8Printable(name_), logical.x(),
                   logical.y(), logical.width(), logical.height());
         return {};
     }
@@ -98,7 +98,7 @@ void SkinPicture::Paint(QPainter& painter, const QPoint& at, const QRect& piece)
     const QTransform device = painter.deviceTransform();
     const qreal scale = device.m11();
     if (!Contains(piece) || scale <= 0 || device.type() > QTransform::TxScale) {
-        qCWarning(skinLog, "%s: %d,%d %dx%d cannot be drawn", qUtf8Printable(name_), piece.x(), piece.y(),
+        qCWarning(logSkin, "%s: %d,%d %dx%d cannot be drawn", qUtf8Printable(name_), piece.x(), piece.y(),
                   piece.width(), piece.height());
         return;
     }

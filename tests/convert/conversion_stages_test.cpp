@@ -119,37 +119,7 @@ protected:
         converter.State.Converting = true;
         Forget();
     }
-    void Run(Stage stage) {
-        ConversionRun& run = converter.Run;
-        switch (stage) {
-        case Stage::ACM:
-            return run.ConvertToACM();
-        case Stage::WMA:
-            return run.ConvertToWMA();
-        case Stage::MP3:
-            return run.ConvertToMP3();
-        case Stage::ADPCM:
-            return run.ConvertToADPCM();
-        case Stage::DSP:
-            return run.ConvertToDSP();
-        case Stage::MP2:
-            return run.ConvertToMP2();
-        case Stage::VOX:
-            return run.ConvertToVOX();
-        case Stage::OGG:
-            return run.ConvertToOgg();
-        case Stage::GSM:
-            return run.ConvertToGSM();
-        case Stage::G726:
-            return run.ConvertToG726();
-        case Stage::G723:
-            return run.ConvertToG723();
-        case Stage::G721:
-            return run.ConvertToG721();
-        case Stage::ALAW:
-            return run.ConvertToULAW();
-        }
-    }
+    void Run(Stage stage) { converter.Run.RunStage(stage); }
     // The calls of the copy, 500 bytes in blocks of 200.
     Texts OutputCopy(const std::string& name) const {
         return {"Create " + Utf8(out.Path()) + "/" + name,

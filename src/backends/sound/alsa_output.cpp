@@ -1,7 +1,7 @@
 #include "backends/sound/alsa_output.h"
 
+#include "app/failure_log.h"
 #include "backends/sound/run_core.h"
-#include "backends/sound/sound_log.h"
 
 #include <algorithm>
 #include <alsa/asoundlib.h>
@@ -27,7 +27,7 @@ OutputSource::Opened AlsaOutput::Open(const QByteArray& pcmName, int sampleRateH
         error = snd_pcm_open(&pcm, pcmName.constData(), SND_PCM_STREAM_PLAYBACK, SND_PCM_NONBLOCK);
     }
     if (error < 0) {
-        qCDebug(soundLog) << "cannot open" << pcmName << snd_strerror(error);
+        qCDebug(logSound) << "cannot open" << pcmName << snd_strerror(error);
         return {Outcome::DeviceFailed, nullptr};
     }
     std::unique_ptr<AlsaOutput> output(
@@ -68,14 +68,14 @@ bool AlsaOutput::SetParameters(int sampleRateHz, int channels) {
     then(snd_pcm_sw_params(pcm, software));
     then(snd_pcm_prepare(pcm));
     if (error < 0) {
-        qCDebug(soundLog) << "format refused" << sampleRateHz << channels << snd_strerror(error);
+        qCDebug(logSound) << "format refused" << sampleRateHz << channels << snd_strerror(error);
     }
     return error >= 0;
 }
 
 // After a failed call. A server that has gone fails here too, and for ever.
 bool AlsaOutput::Recover(int error) {
-    qCDebug(soundLog) << "recovering from" << snd_strerror(error);
+    qCDebug(logSound) << "recovering from" << snd_strerror(error);
     hasGone = hasGone || snd_pcm_recover(pcm, error, 1) < 0;
     return !hasGone;
 }

@@ -1,7 +1,7 @@
 #include "backends/sound/pulse_output.h"
 
+#include "app/failure_log.h"
 #include "backends/sound/run_core.h"
-#include "backends/sound/sound_log.h"
 
 #include <algorithm>
 #include <pulse/pulseaudio.h>
@@ -120,7 +120,7 @@ bool PulseOutput::IsHealthy() const {
 }
 
 bool PulseOutput::Abandon(const char* what) {
-    qCDebug(soundLog) << "sound server:" << what << pa_strerror(pa_context_errno(context));
+    qCDebug(logSound) << "sound server:" << what << pa_strerror(pa_context_errno(context));
     hasGone = true;
     return false;
 }

@@ -1,10 +1,10 @@
 #include "backends/tags/audio_probe.h"
 
+#include "app/failure_log.h"
 #include "backends/tags/bounded_file.h"
 #include "backends/tags/container.h"
 #include "backends/tags/general_reader.h"
 #include "backends/tags/headerless.h"
-#include "backends/tags/logging.h"
 #include "backends/tags/tag_reader.h"
 #include "backends/tags/tagged_file.h"
 #include "backends/tags/taglib_stream.h"

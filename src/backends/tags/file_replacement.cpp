@@ -1,8 +1,8 @@
 #include "backends/tags/file_replacement.h"
 
+#include "app/failure_log.h"
 #include "backends/tags/file_bytes.h"
 #include "backends/tags/in_place_writing.h"
-#include "backends/tags/logging.h"
 #include "backends/tags/save_leftovers.h"
 
 #include <QDir>

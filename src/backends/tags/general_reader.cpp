@@ -1,8 +1,8 @@
 #include "backends/tags/general_reader.h"
 
+#include "app/failure_log.h"
 #include "backends/tags/audio_kind.h"
 #include "backends/tags/lavf_reader.h"
-#include "backends/tags/logging.h"
 #include "backends/tags/mpeg_length.h"
 
 extern "C" {

@@ -1,6 +1,6 @@
 #include "backends/tags/lavf_reader.h"
 
-#include "backends/tags/logging.h"
+#include "app/failure_log.h"
 
 extern "C" {
 #include <libavcodec/avcodec.h>

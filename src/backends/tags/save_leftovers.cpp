@@ -1,6 +1,6 @@
 #include "backends/tags/save_leftovers.h"
 
-#include "backends/tags/logging.h"
+#include "app/failure_log.h"
 
 #include <QList>
 

@@ -1,5 +1,6 @@
 #include "backends/tags/tag_saving.h"
 
+#include "app/failure_log.h"
 #include "backends/tags/audio_probe.h"
 #include "backends/tags/bounded_file.h"
 #include "backends/tags/chunked_plan.h"
@@ -7,7 +8,6 @@
 #include "backends/tags/flac_plan.h"
 #include "backends/tags/id3_plan.h"
 #include "backends/tags/id3v1_block.h"
-#include "backends/tags/logging.h"
 #include "backends/tags/mp4_plan.h"
 #include "backends/tags/sound_check.h"
 #include "backends/tags/tag_changes.h"

@@ -1,7 +1,0 @@
-#include "backends/tags/logging.h"
-
-namespace kestrune {
-
-Q_LOGGING_CATEGORY(logTags, "kestrune.tags", QtCriticalMsg)
-
-} // namespace kestrune

@@ -1,7 +1,0 @@
-#include "skin/skin_log.h"
-
-namespace kestrune {
-
-Q_LOGGING_CATEGORY(skinLog, "kestrune.skin", QtCriticalMsg)
-
-} // namespace kestrune
