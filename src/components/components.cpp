@@ -1,4 +1,4 @@
-// Gives the abstract classes with signals their one home.
+// Compiles the signals of the abstract classes, once for the whole tree.
 #include "components/audio_file.h"
 #include "components/audio_format.h"
 #include "components/audio_information.h"

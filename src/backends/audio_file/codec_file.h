@@ -15,22 +15,23 @@ namespace kestrune {
 
 // An audio file object over FFmpeg, libmpcdec, spandsp, LAME, twolame, libvorbis and libsndfile.
 //
-// Lengths are those that a decode to the end gives, and turn into what was met once a decode came to the end.
-// Until then these are estimates: FLAC and Musepack files that were cut tell their old length; MPEG audio
-// above 256 MiB goes by its header frame or its bit rate; Matroska counts milliseconds; coded kinds of FFmpeg
-// outside the ones that length_scan.h names go by the durations of their packets. The first call of
-// GetLengthBytes reads through files whose header does not tell (MPEG audio, AVI, Windows Media) without
-// decoding them, about 5 ms for five minutes.
+// Lengths are those of a whole decode. Once a decode has come to the end, its own count is given. Before
+// that, a few kinds give an estimate: a FLAC or Musepack file that was cut tells the length it had; MPEG
+// audio above 256 MiB goes by its header frame or its bit rate; Matroska counts milliseconds; coded kinds
+// that length_scan.h does not name add up the durations of their packets. Where the header does not tell
+// (MPEG audio, AVI, Windows Media) the first call of GetLengthBytes reads through the file without decoding
+// it: about 5 ms for five minutes.
 //
 // Seeks are exact for every kind. Windows Media, AAC, Opus, Musepack with noise filling and the headerless
-// speech kinds decode from the start when they go back, and through what lies between when they go ahead.
+// speech kinds can't jump: they decode from the start to go back, and all that lies between to go ahead.
 //
-// A stream that changes its sample rate on the way is given on at the rate of its first frame.
+// A stream that changes its sample rate keeps the rate of its first frame: what follows is converted.
 //
-// Written samples are mixed to the channels of the format, converted to its rate and given to its encoder
-// (encoding_pipeline.h); what happens to files is told in output_file.h. SetSourceFormat counts from before
-// Create or until the first block, for one file; without it the blocks are taken as the format's own rate and
-// channels. A format that is set while a file is written counts from the next Create on.
+// Written samples are mixed to the channels of the format, converted to its rate and encoded
+// (encoding_pipeline.h); output_file.h tells how the file comes to its name. SetSourceFormat may be called
+// before Create or after it, up to the first block, and holds for one file. Without it the blocks are taken
+// to have the format's own rate and channels. A format that is set while a file is written holds from the
+// next Create on.
 class CodecFile : public KSTAudioFile2, public FormatChoice {
 public:
     CodecFile();

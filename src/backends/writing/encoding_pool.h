@@ -64,37 +64,36 @@ public:
     EncodingPool(const EncodingPool&) = delete;
     EncodingPool& operator=(const EncodingPool&) = delete;
 
-    // Of a pipeline that has begun, with its source set, on a device that lives until WaitForEnd has returned
-    // or the pool is gone.
+    // A new job. The pipeline has begun and has its source; its device lives until WaitForEnd has returned or
+    // the pool is gone.
     EncodingJobPtr Add(std::unique_ptr<EncodingPipeline> pipeline);
-    // Of a pipeline that has not begun: the file is made in memory.
+    // A new job whose file is made in memory. The pipeline has not begun.
     EncodingJobPtr AddInMemory(std::unique_ptr<EncodingPipeline> pipeline);
 
     void Push(const EncodingJobPtr& job, const QByteArray& block);
     // No block follows.
     void End(const EncodingJobPtr& job);
     void Prefer(const EncodingJobPtr& job);
-    // Once, of a job in memory: all it wrote and will write goes to `target`, which is
-    // empty and lives until WaitForEnd or Drop has returned. Not waited for.
+    // For a job in memory, once: what it wrote and will write goes to `target`, which is empty and lives
+    // until WaitForEnd or Drop has returned. Returns at once.
     void MoveTo(const EncodingJobPtr& job, QIODevice& target);
-    // Only of a job that began in memory: gives up what is not encoded. Waits for the block that is being
-    // encoded only if the job was to move.
+    // For a job in memory: gives up all that is not encoded yet. It waits for the block in work, but only if
+    // the job was to move.
     void Drop(const EncodingJobPtr& job);
 
     // Ends a job behind so many blocks. False, and nothing is done, if it went further already.
     bool EndAfter(const EncodingJobPtr& job, qint64 blocks);
-    // Ends a job in memory, that is moving or has moved, wherever it stands. Of what it had in memory only
-    // the first part, 0 to 1, needs to come to its place: the rest may be missing there.
+    // Ends a job that was told to move, however far it is. Of what it had in memory the first part (0 to 1)
+    // still comes to its place; the rest may be missing there.
     void EndHere(const EncodingJobPtr& job, double neededPart);
 
     // True when the encoder took its format and nothing failed since.
     bool IsUnderWay(const EncodingJobPtr& job);
-    // Until so much of what a job had in memory, 0 to 1, has moved to where it was told to. Gives at once
-    // what failed.
+    // Waits until this part (0 to 1) of what a job had in memory has moved. A failure is told at once.
     Outcome WaitForMove(const EncodingJobPtr& job, double part);
-    // Until this many blocks are encoded. Gives at once what failed.
+    // Waits until this many blocks are encoded. A failure is told at once.
     Outcome WaitForBlocks(const EncodingJobPtr& job, qint64 blocks);
-    // After End, until the file is finished.
+    // After End: waits until the file is finished.
     Outcome WaitForEnd(const EncodingJobPtr& job);
 
 private:
