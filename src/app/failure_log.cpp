@@ -12,6 +12,7 @@ Q_LOGGING_CATEGORY(logEditors, "kestrune.editors", QtCriticalMsg)
 Q_LOGGING_CATEGORY(logDesktop, "kestrune.desktop", QtCriticalMsg)
 Q_LOGGING_CATEGORY(logSkin, "kestrune.skin", QtCriticalMsg)
 Q_LOGGING_CATEGORY(logHelp, "kestrune.help", QtCriticalMsg)
+Q_LOGGING_CATEGORY(logProgram, "kestrune.program", QtCriticalMsg)
 
 void PassOver(LogCategory log, Outcome outcome, const char* call, const QString& subject) {
     if (outcome != Outcome::Ok) {

@@ -20,6 +20,7 @@ Q_DECLARE_LOGGING_CATEGORY(logEditors)  // the editors
 Q_DECLARE_LOGGING_CATEGORY(logDesktop)  // the session bus
 Q_DECLARE_LOGGING_CATEGORY(logSkin)     // pictures of the skin
 Q_DECLARE_LOGGING_CATEGORY(logHelp)     // help pages
+Q_DECLARE_LOGGING_CATEGORY(logProgram)  // signals of the system
 
 using LogCategory = const QLoggingCategory& (*)();
 

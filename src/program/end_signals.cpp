@@ -27,7 +27,7 @@ void NoteSignal(int /*signal*/) {
 
 EndSignals::EndSignals(QObject* parent) : QObject(parent) {
     if (::pipe2(pipe_.data(), O_CLOEXEC | O_NONBLOCK) != 0) {
-        qCWarning(programLog) << "signals end the program at once: no pipe";
+        qCWarning(logProgram) << "signals end the program at once: no pipe";
         return;
     }
     handlerEnd = pipe_[1];

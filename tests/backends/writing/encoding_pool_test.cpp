@@ -181,12 +181,13 @@ TEST(EncodingPool, EndedHereAJobMovesNoMoreThanIsNeeded) {
     const EncodingJobPtr job = pool.AddInMemory(Piped(std::make_unique<GatedEncoder>()));
     pool.Push(job, QByteArray(fileBytes, 'x'));
     EXPECT_EQ(pool.WaitForBlocks(job, 1), Outcome::Ok);
-    for (int block = 1; block <= 5; ++block) {
-        pool.Push(job, Block(block));
-    }
     StallingDevice out(fileBytes / 4);
     pool.MoveTo(job, out);
     EXPECT_EQ(pool.WaitForMove(job, 0.25), Outcome::Ok);
+    // They wait behind the move.
+    for (int block = 1; block <= 5; ++block) {
+        pool.Push(job, Block(block));
+    }
     pool.EndHere(job, 0.5);
     out.GoOn();
     EXPECT_EQ(pool.WaitForEnd(job), Outcome::Ok);
