@@ -1,5 +1,6 @@
 #include "app/text_coding.h"
 
+#include <QList>
 #include <QStringConverter>
 #include <algorithm>
 #include <array>

@@ -1,6 +1,8 @@
 // Which signal of the rules goes to which control, and which click to which rule.
 #include "main_window/frm_main.h"
 
+#include <QCoreApplication>
+
 namespace kestrune {
 
 void FrmMain::ConnectTransport() {

@@ -29,7 +29,7 @@ QMessageBox::Icon IconOf(PromptIcon icon) {
 }
 
 QStringList SelectedFiles(const QFileDialog& dialog, bool multiple) {
-    const QStringList chosen = dialog.selectedFiles();
+    QStringList chosen = dialog.selectedFiles();
     const auto* line = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
     if (line == nullptr || !multiple) {
         return chosen;

@@ -46,7 +46,7 @@ QString TabularText::Elided(const QString& text, const QFont& face, double room)
         return text;
     }
     for (qsizetype length = text.size() - 1; length > 0; --length) {
-        const QString shorter = text.left(length) + ellipsis;
+        QString shorter = text.left(length) + ellipsis;
         if (Width(shorter, face) <= room) {
             return shorter;
         }

@@ -98,7 +98,7 @@ QByteArray ItemsOf(const QByteArray& moov, const ItemsPath& path) {
 
 // The list with padding behind it, which fills the old room where it can.
 QByteArray RenderedList(const QByteArray& items, qint64 roomBytes) {
-    const QByteArray list = RenderMp4Atom("ilst", items);
+    QByteArray list = RenderMp4Atom("ilst", items);
     const qint64 leftBytes = roomBytes - list.size();
     if (leftBytes == 0) {
         return list;
