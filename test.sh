@@ -20,7 +20,7 @@ export QT_QPA_PLATFORM=offscreen
 # The encoders that make test files take their texts in the coding of the locale.
 export LC_ALL=C.UTF-8
 export ASAN_OPTIONS="${ASAN_OPTIONS:-detect_leaks=1:strict_string_checks=1}"
-export TSAN_OPTIONS="${TSAN_OPTIONS:-history_size=4:die_after_fork=0}"
+export TSAN_OPTIONS="${TSAN_OPTIONS:-history_size=4:die_after_fork=0:suppressions=$PWD/tests/support/tsan.supp}"
 export UBSAN_OPTIONS="${UBSAN_OPTIONS:-print_stacktrace=1}"
 unset DISPLAY WAYLAND_DISPLAY
 logs=$PWD/build/logs

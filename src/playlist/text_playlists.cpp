@@ -10,6 +10,12 @@ namespace kestrune {
 
 namespace {
 
+// A title without the line ends at which a reader cuts; other controls stay as they are.
+QString TitleLine(QString title) {
+    title.replace(u'\n', u' ');
+    return title.replace(u'\r', u' ');
+}
+
 const QLatin1String lineEnd("\r\n");
 
 // A whole number of seconds in 16 bits; 0 if it does not fit.
@@ -173,7 +179,7 @@ QByteArray EncodeM3u(const PlaylistRows& rows) {
     QString text = QStringLiteral("#EXTM3U") + lineEnd;
     for (int row = 1; row <= rows.Count(); ++row) {
         text += QStringLiteral("#EXTINF:") + QString::number(GetMusicSec(rows.Field(row, SubTime))) + u',' +
-                OneLine(rows.Title(row)) + lineEnd + PathLine(rows.FullPath(row)) + lineEnd;
+                TitleLine(rows.Title(row)) + lineEnd + PathLine(rows.FullPath(row)) + lineEnd;
     }
     return EncodeText(text);
 }
@@ -183,7 +189,7 @@ QByteArray EncodePls(const PlaylistRows& rows) {
     for (int row = 1; row <= rows.Count(); ++row) {
         const QString number = QString::number(row) + u'=';
         text += QStringLiteral("File") + number + PathLine(rows.FullPath(row)) + lineEnd;
-        text += QStringLiteral("Title") + number + OneLine(rows.Title(row)) + lineEnd;
+        text += QStringLiteral("Title") + number + TitleLine(rows.Title(row)) + lineEnd;
         text += QStringLiteral("Length") + number + QString::number(GetMusicSec(rows.Field(row, SubTime))) +
                 lineEnd;
     }
@@ -198,7 +204,7 @@ QByteArray EncodeAsx(const PlaylistRows& rows) {
         QString path = PathLine(rows.FullPath(row));
         path.replace(pathSeparator, u'\\');
         text += QStringLiteral("<Entry> ") + lineEnd;
-        text += QStringLiteral("<Title > ") + OneLine(rows.Title(row)) + QStringLiteral("</Title>") +
+        text += QStringLiteral("<Title > ") + TitleLine(rows.Title(row)) + QStringLiteral("</Title>") +
                 lineEnd + lineEnd;
         text += QStringLiteral("<Ref href = \"") + path + QStringLiteral("\"/>") + lineEnd;
         text += QStringLiteral("</Entry>") + lineEnd + lineEnd;
