@@ -3,7 +3,7 @@
 
 #include "fuzz_support.h"
 
-#include "backends/tags/file_pieces.h"
+#include "app/file_pieces.h"
 
 #include <QString>
 

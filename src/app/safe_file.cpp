@@ -1,11 +1,10 @@
 #include "app/safe_file.h"
 
 #include "app/failure_log.h"
+#include "app/file_replacement.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
-#include <QTemporaryFile>
 
 #include <cerrno>
 #include <fcntl.h>
@@ -17,27 +16,35 @@ namespace {
 
 enum class Keeping { Failed, Kept, WasThere };
 
-// For places where a file can't have two names. The copy appears whole or not at all, and never in place of
-// another file.
+bool Put(FileReplacement& replacement, const QByteArray& content) {
+    FilePieces pieces;
+    pieces.AddBytes(content);
+    return replacement.Fill(pieces) == Outcome::Ok && replacement.Commit() == Outcome::Ok;
+}
+
+bool Replace(const QString& path, const QByteArray& content, Replacing how) {
+    FileReplacement replacement(path, how);
+    const bool isThere = QFileInfo::exists(LinksFollowed(path));
+    const Outcome begun = isThere ? replacement.Begin() : replacement.BeginNew();
+    const bool done = begun == Outcome::Ok && Put(replacement, content);
+    if (!done) {
+        qCWarning(logFiles) << "cannot store" << path;
+    }
+    return done;
+}
+
+// For places where a file can't have two names. The copy appears whole or not at all.
 Keeping CopyAs(const QString& path, const QString& copyPath) {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        return Keeping::Failed;
-    }
-    const QByteArray content = file.readAll();
-    QTemporaryFile copy(copyPath + QStringLiteral(".XXXXXX"));
-    const bool isWritten = content.size() == file.size() && copy.open() &&
-                           copy.write(content) == content.size() && copy.flush() &&
-                           ::fsync(copy.handle()) == 0;
-    if (!isWritten) {
+    const QByteArray content = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    FileReplacement copy(copyPath, Replacing::KeepsOthers);
+    constexpr unsigned ownerOnly = 0600;
+    if (content.isEmpty() || content.size() != file.size() || copy.BeginNew(ownerOnly) != Outcome::Ok ||
+        !Put(copy, content)) {
         return Keeping::Failed;
     }
     // Where permissions can't be set, the copy is for its owner alone.
-    copy.setPermissions(file.permissions());
-    if (!copy.rename(copyPath)) {
-        return Keeping::Failed;
-    }
-    copy.setAutoRemove(false);
+    QFile::setPermissions(copyPath, file.permissions());
     return Keeping::Kept;
 }
 
@@ -62,14 +69,7 @@ QByteArray ReadWholeFile(const QString& path) {
 }
 
 bool ReplaceFile(const QString& path, const QByteArray& content) {
-    QSaveFile file(path);
-    // A commit takes no notice of what fails while it empties the buffer, so that is done before it.
-    if (file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.flush() &&
-        file.commit()) {
-        return true;
-    }
-    qCWarning(logFiles) << "cannot store" << path << file.errorString();
-    return false;
+    return Replace(path, content, Replacing::KeepsFile);
 }
 
 bool ReplaceKeepingOld(const QString& path, const QByteArray& content) {
@@ -82,7 +82,8 @@ bool ReplaceKeepingOld(const QString& path, const QByteArray& content) {
         qCWarning(logFiles) << "cannot keep the old" << path;
         return false;
     }
-    const bool isReplaced = ReplaceFile(path, content);
+    // The old content has two names now, of which one is to keep it.
+    const bool isReplaced = Replace(path, content, Replacing::KeepsName);
     if (!isReplaced && keeping == Keeping::Kept) {
         QFile::remove(oldPath);
     }

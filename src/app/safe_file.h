@@ -1,5 +1,5 @@
-// Whole files in, whole files out. A file is written beside its place, flushed, and moved over it, so that a
-// stop at any moment leaves the old content or the new.
+// Whole files in, whole files out. A stop at any moment leaves the old content or the new, as
+// file_replacement.h tells; a link stays a link.
 #pragma once
 
 #include <QByteArray>

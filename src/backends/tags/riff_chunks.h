@@ -2,7 +2,7 @@
 #pragma once
 
 #include "backends/tags/bounded_file.h"
-#include "backends/tags/file_pieces.h"
+#include "app/file_pieces.h"
 
 #include <QByteArray>
 #include <QList>

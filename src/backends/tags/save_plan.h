@@ -1,7 +1,7 @@
 // How a file with changed fields is made of the old one.
 #pragma once
 
-#include "backends/tags/file_pieces.h"
+#include "app/file_pieces.h"
 #include "components/outcome.h"
 
 #include <optional>

@@ -4,7 +4,7 @@
 #include "backends/tags/audio_probe.h"
 #include "backends/tags/bounded_file.h"
 #include "backends/tags/chunked_plan.h"
-#include "backends/tags/file_replacement.h"
+#include "app/file_replacement.h"
 #include "backends/tags/flac_plan.h"
 #include "backends/tags/id3_plan.h"
 #include "backends/tags/id3v1_block.h"

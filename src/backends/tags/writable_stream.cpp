@@ -1,6 +1,6 @@
 #include "backends/tags/writable_stream.h"
 
-#include "backends/tags/file_bytes.h"
+#include "app/file_bytes.h"
 
 #include <algorithm>
 #include <vector>

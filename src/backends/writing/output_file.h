@@ -8,14 +8,15 @@
 #include <memory>
 
 class QFile;
-class QFileDevice;
 class QIODevice;
-class QTemporaryFile;
 
 namespace kestrune {
 
+class FileReplacement;
+
 // A new file stands under its name from Open on, and stays there however far it was written. An existing one
-// is left as it is until Commit puts the new content in its place, so that it can be read meanwhile. A link
+// is left as it is until Commit puts the new content in its place as FileReplacement does that keeps the
+// name, so that it can be read meanwhile, and the end is never waited for longer than the disk takes. A link
 // stays a link: what it names is written. One thread at a time, which may change from call to call.
 class OutputFile {
 public:
@@ -42,12 +43,10 @@ public:
 private:
     Outcome OpenNew(const QString& path);
     Outcome OpenBeside(const QString& path);
-    bool TakePlace();
-    QFileDevice& File();
 
-    QString path_;                           // with links followed
-    std::unique_ptr<QFile> file_;            // of a new file
-    std::unique_ptr<QTemporaryFile> beside_; // of an existing one
+    QString path_;                                 // with links followed
+    std::unique_ptr<FileReplacement> replacement_; // of an existing file
+    std::unique_ptr<QFile> file_; // what is written to; after the replacement, which has it open
 };
 
 } // namespace kestrune

@@ -11,7 +11,9 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QThread>
 
+#include <array>
 #include <functional>
 
 namespace kestrune {
@@ -20,6 +22,7 @@ namespace {
 
 constexpr int rateHz = 44100;
 constexpr int frames = rateHz * 4;
+constexpr unsigned long msUntilAllIsEncoded = 300;
 
 struct Stage {
     QString name;
@@ -56,6 +59,10 @@ protected:
         out_.SetFlag(KSTAudioFile2::wholeFiles);
     }
     QString Path(const QString& name) const { return folder_.Path(QStringLiteral("out/") + name); }
+
+    QString PartPath(const Stage& stage, int blocks) const {
+        return Path(QString::number(blocks) + QLatin1Char('_') + stage.name);
+    }
 
     static void SetFormat(CodecFile& file, const Stage& stage) {
         if (stage.setFormat) {
@@ -116,15 +123,15 @@ protected:
     }
     // Not the very file that a coder makes of the part, but as long, and the same sound but for the last
     // block of the coding.
-    void ExpectPart(const Stage& stage, const QByteArray& samples) {
+    void ExpectPart(const Stage& stage, const QString& path, const QByteArray& samples) {
         const std::string name = stage.name.toStdString();
         Plain(stage, samples);
         const QString plain = folder_.Path(QStringLiteral("plain_") + stage.name);
-        EXPECT_NEAR(TellsSeconds(Path(stage.name)), TellsSeconds(plain), 0.002) << name;
+        EXPECT_NEAR(TellsSeconds(path), TellsSeconds(plain), 0.002) << name;
         const QByteArray wanted = Decoded(plain);
-        const QByteArray got = Decoded(Path(stage.name));
-        // Windows Media ends with a packet of the container.
-        const qint64 mostMore = stage.name.endsWith(QStringLiteral(".wma")) ? 4 * 2048 * 4 : 0;
+        const QByteArray got = Decoded(path);
+        // Windows Media ends with a packet of the container, which holds eight blocks of the coding here.
+        const qint64 mostMore = stage.name.endsWith(QStringLiteral(".wma")) ? 8 * 2048 * 4 : 0;
         EXPECT_GE(got.size(), wanted.size() - 4) << name;
         EXPECT_LE(got.size(), wanted.size() + mostMore + 4) << name;
         constexpr qint64 lastBytes = 2 * 4096 * 4;
@@ -167,15 +174,24 @@ TEST_F(Expected, NothingAppearsBeforeItsCreate) {
               QStringList{stages[0].name});
 }
 
-// The encoders are through with all of it by then, so that what they made is cut.
+// The encoders are through with all of it by then, so that what they made is cut. The judges come after all:
+// what starts a process leaves the thread sanitizer with a wrong picture of who has which file open.
 TEST_F(Expected, PartOfTheSamplesMakesThePartialFile) {
-    for (const int blocks : {1, 3, 5, 7}) {
-        const std::vector<Stage> stages = Stages();
+    const std::vector<Stage> stages = Stages();
+    const std::array<int, 4> parts = {1, 3, 5, 7}; // blocks
+    for (const int blocks : parts) {
         Expect(stages);
         Run(stages.back());
+        QThread::msleep(msUntilAllIsEncoded);
         for (size_t stage = 0; stage + 1 < stages.size(); ++stage) {
             Run(stages[stage], blocks);
-            ExpectPart(stages[stage], samples_.left(blocks * qint64{2} * rateHz));
+            ASSERT_TRUE(QFile::rename(Path(stages[stage].name), PartPath(stages[stage], blocks)));
+        }
+    }
+    for (const int blocks : parts) {
+        for (size_t stage = 0; stage + 1 < stages.size(); ++stage) {
+            ExpectPart(stages[stage], PartPath(stages[stage], blocks),
+                       samples_.left(blocks * qint64{2} * rateHz));
         }
     }
 }

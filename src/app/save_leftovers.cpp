@@ -1,4 +1,4 @@
-#include "backends/tags/save_leftovers.h"
+#include "app/save_leftovers.h"
 
 #include "app/failure_log.h"
 
@@ -28,7 +28,7 @@ void RemoveIfUnused(int folder, const char* name) {
     struct stat facts {};
     if (::fstat(file, &facts) == 0 && S_ISREG(facts.st_mode) && ::flock(file, LOCK_EX | LOCK_NB) == 0 &&
         ::unlinkat(folder, name, 0) == 0) {
-        qCDebug(logTags) << "removed what a killed save left:" << name;
+        qCDebug(logFiles) << "removed what a killed save left:" << name;
     }
     ::close(file);
 }

@@ -1,4 +1,4 @@
-#include "backends/tags/file_bytes.h"
+#include "app/file_bytes.h"
 
 #include <algorithm>
 #include <cerrno>

@@ -1,9 +1,9 @@
-#include "backends/tags/file_replacement.h"
+#include "app/file_replacement.h"
 
 #include "app/failure_log.h"
-#include "backends/tags/file_bytes.h"
-#include "backends/tags/in_place_writing.h"
-#include "backends/tags/save_leftovers.h"
+#include "app/file_bytes.h"
+#include "app/in_place_writing.h"
+#include "app/save_leftovers.h"
 
 #include <QDir>
 #include <QFile>
@@ -11,8 +11,8 @@
 
 #include <cerrno>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
+#include <functional>
 #include <vector>
 
 #include <fcntl.h>
@@ -26,6 +26,9 @@ namespace {
 
 // Leftovers of killed processes may have taken some.
 constexpr int mostNames = 1000;
+// As many links in a row as the system itself follows.
+constexpr int mostLinks = 40;
+constexpr unsigned ownerOnly = 0600;
 
 // Access lists and what users attach to files. Kinds that the system keeps to itself cannot be set; that is
 // no failure.
@@ -45,38 +48,54 @@ void CopyExtendedAttributes(int from, int to) {
         std::vector<char> value(static_cast<size_t>(valueBytes));
         const ssize_t read = ::fgetxattr(from, name, value.data(), value.size());
         if (read >= 0 && ::fsetxattr(to, name, value.data(), static_cast<size_t>(read), 0) != 0) {
-            qCDebug(logTags) << "attribute not taken over:" << name;
+            qCDebug(logFiles) << "attribute not taken over:" << name;
         }
     }
 }
 
-// A file in the folder under a hidden name, marked as in use; -1 with errno after a failure. Another process
-// that cleans up can take it away before it is marked.
-int MakeNamed(const QByteArray& folder, QByteArray& name) {
-    for (int time = 0; time < mostNames; ++time) {
-        name = folder + replacementPrefix + "XXXXXX" + replacementSuffix;
-        const int file =
-            ::mkostemps(name.data(), static_cast<int>(std::strlen(replacementSuffix)), O_CLOEXEC);
-        if (file < 0) {
+// Tries hidden names in the folder until `take` got one. Empty with errno after a failure.
+QByteArray TakeFreeName(const QByteArray& folder, const std::function<bool(const char*)>& take) {
+    for (int number = 0; number < mostNames; ++number) {
+        const QByteArray name = folder + replacementPrefix + QByteArray::number(::getpid()) + '-' +
+                                QByteArray::number(number) + replacementSuffix;
+        if (take(name.constData())) {
+            return name;
+        }
+        if (errno != EEXIST) {
             break;
         }
+    }
+    return {};
+}
+
+// A file in the folder under a hidden name, marked as in use; -1 with errno after a failure.
+int MakeNamed(const QByteArray& folder, unsigned permissions, QByteArray& name) {
+    int file = -1;
+    name = TakeFreeName(folder, [&](const char* path) {
+        file = ::open(path, O_CREAT | O_EXCL | O_RDWR | O_CLOEXEC, permissions);
+        if (file < 0) {
+            return false;
+        }
         MarkAsInUse(file);
+        // Another process that cleans up can have taken it away before it was marked.
         struct stat facts {};
         if (::fstat(file, &facts) == 0 && facts.st_nlink > 0) {
-            return file;
+            return true;
         }
         ::close(file);
-    }
-    name.clear();
-    return -1;
+        file = -1;
+        errno = EEXIST;
+        return false;
+    });
+    return file;
 }
 
 // Goes away with the descriptor, wherever it is.
 int MakeNameless(const QByteArray& folder) {
-    int file = ::open(folder.constData(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0600);
+    int file = ::open(folder.constData(), O_TMPFILE | O_RDWR | O_CLOEXEC, ownerOnly);
     if (file < 0) {
         QByteArray name;
-        file = MakeNamed(folder, name);
+        file = MakeNamed(folder, ownerOnly, name);
         if (file >= 0) {
             ::unlink(name.constData());
         }
@@ -92,8 +111,22 @@ int MakeStaging() {
 
 } // namespace
 
-FileReplacement::FileReplacement(const QString& path)
-    : target_(QFile::encodeName(QFileInfo(path).canonicalFilePath())),
+QString LinksFollowed(const QString& path) {
+    QString target = path;
+    for (int link = 0; link < mostLinks; ++link) {
+        const QFileInfo info(target);
+        if (!info.isSymLink()) {
+            return target;
+        }
+        target = info.symLinkTarget();
+    }
+    return target;
+}
+
+FileReplacement::FileReplacement(const QString& path, Replacing how)
+    : how_(how),
+      permissions_(ownerOnly),
+      target_(QFile::encodeName(QFileInfo(LinksFollowed(path)).absoluteFilePath())),
       folder_(target_.left(target_.lastIndexOf('/') + 1)) {}
 
 FileReplacement::~FileReplacement() {
@@ -114,7 +147,8 @@ void FileReplacement::CloseAll() {
 
 Outcome FileReplacement::Begin() {
     struct stat facts {};
-    if (target_.isEmpty() || (from_ = ::open(target_.constData(), O_RDONLY | O_CLOEXEC)) < 0 ||
+    // A pipe must not be waited for.
+    if ((from_ = ::open(target_.constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC)) < 0 ||
         ::fstat(from_, &facts) != 0 || !S_ISREG(facts.st_mode)) {
         return Outcome::NotFound;
     }
@@ -123,29 +157,39 @@ Outcome FileReplacement::Begin() {
         return Outcome::WriteFailed;
     }
     oldSizeBytes_ = facts.st_size;
-    inPlace_ = facts.st_nlink > 1;
+    inPlace_ = facts.st_nlink > 1 && how_ == Replacing::KeepsFile;
     RemoveLeftovers(folder_);
-    if (!MakeNew()) {
-        qCDebug(logTags) << "no file can be made in" << folder_;
+    return MakeNew() ? Outcome::Ok : Outcome::WriteFailed;
+}
+
+Outcome FileReplacement::BeginNew(unsigned permissions) {
+    // There is none to be kept.
+    how_ = how_ == Replacing::KeepsFile ? Replacing::KeepsName : how_;
+    permissions_ = permissions;
+    struct stat facts {};
+    // Also a link that leads round in a circle.
+    if (::lstat(target_.constData(), &facts) == 0) {
         return Outcome::WriteFailed;
     }
-    return Outcome::Ok;
+    return MakeNew() ? Outcome::Ok : Outcome::WriteFailed;
 }
 
 bool FileReplacement::MakeNew() {
     // Without a name until it is whole, where the file system can do that: then a kill leaves nothing behind.
-    to_ = ::open(folder_.constData(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0600);
+    to_ = ::open(folder_.constData(), O_TMPFILE | O_RDWR | O_CLOEXEC, permissions_);
     if (to_ < 0) {
-        to_ = MakeNamed(folder_, temporary_);
+        to_ = MakeNamed(folder_, permissions_, temporary_);
     }
-    if (to_ < 0 && errno != ENOSPC && errno != EDQUOT) {
+    if (to_ < 0 && errno != ENOSPC && errno != EDQUOT && how_ == Replacing::KeepsFile) {
         inPlace_ = true;
         to_ = MakeStaging();
     }
-    if (to_ >= 0) {
-        MarkAsInUse(to_);
+    if (to_ < 0) {
+        qCDebug(logFiles) << "no file can be made in" << folder_;
+        return false;
     }
-    return to_ >= 0;
+    MarkAsInUse(to_);
+    return true;
 }
 
 QString FileReplacement::PathOfNew() const {
@@ -158,7 +202,7 @@ Outcome FileReplacement::Fill(const FilePieces& pieces) {
                                  ? AppendStretch(from_, piece.offset, piece.lengthBytes, to_)
                                  : WriteOn(to_, piece.bytes.constData(), piece.bytes.size());
         if (!written) {
-            qCDebug(logTags) << "cannot write" << temporary_;
+            qCDebug(logFiles) << "cannot write" << temporary_;
             return Outcome::WriteFailed;
         }
     }
@@ -167,35 +211,35 @@ Outcome FileReplacement::Fill(const FilePieces& pieces) {
 
 // A rename needs a name to start from.
 bool FileReplacement::NameIt() {
-    const QByteArray nameless = "/proc/self/fd/" + QByteArray::number(to_);
-    for (int number = 0; temporary_.isEmpty() && number < mostNames; ++number) {
-        const QByteArray name = folder_ + replacementPrefix + QByteArray::number(::getpid()) + '-' +
-                                QByteArray::number(number) + replacementSuffix;
-        if (::linkat(AT_FDCWD, nameless.constData(), AT_FDCWD, name.constData(), AT_SYMLINK_FOLLOW) == 0) {
-            temporary_ = name;
-        } else if (errno != EEXIST) {
-            return CopyUnderAName();
-        }
+    if (!temporary_.isEmpty()) {
+        return true;
     }
-    return !temporary_.isEmpty();
+    const QByteArray nameless = "/proc/self/fd/" + QByteArray::number(to_);
+    temporary_ = TakeFreeName(folder_, [&](const char* name) {
+        return ::linkat(AT_FDCWD, nameless.constData(), AT_FDCWD, name, AT_SYMLINK_FOLLOW) == 0;
+    });
+    return !temporary_.isEmpty() || CopyUnderAName();
 }
 
 // Some systems give no name to a file that was made without one.
 bool FileReplacement::CopyUnderAName() {
-    const int named = MakeNamed(folder_, temporary_);
+    const int named = MakeNamed(folder_, permissions_, temporary_);
     if (named < 0) {
         return false;
     }
     const bool copied = AppendStretch(to_, 0, FileSize(to_), named);
     ::close(to_);
     to_ = named;
-    return copied && TakeOverAttributes() && ::fsync(to_) == 0;
+    return copied && TakesOverEnough() && ::fsync(to_) == 0;
 }
 
 // False where the permissions would be others.
 bool FileReplacement::TakeOverAttributes() {
     struct stat wanted {};
     struct stat got {};
+    if (from_ < 0) {
+        return true;
+    }
     if (::fstat(from_, &wanted) != 0) {
         return false;
     }
@@ -203,7 +247,7 @@ bool FileReplacement::TakeOverAttributes() {
     // away, the group may still be one of the user's.
     if (::fchown(to_, wanted.st_uid, wanted.st_gid) != 0 &&
         ::fchown(to_, static_cast<uid_t>(-1), wanted.st_gid) != 0) {
-        qCDebug(logTags) << "owner not taken over of" << target_;
+        qCDebug(logFiles) << "owner not taken over of" << target_;
     }
     // Some file systems refuse it, and have one mode for all their files.
     const bool refused = ::fchmod(to_, wanted.st_mode & 07777) != 0;
@@ -214,8 +258,20 @@ bool FileReplacement::TakeOverAttributes() {
     return true;
 }
 
+bool FileReplacement::MoveOver() {
+    if (how_ != Replacing::KeepsOthers) {
+        return ::rename(temporary_.constData(), target_.constData()) == 0;
+    }
+    if (::renameat2(AT_FDCWD, temporary_.constData(), AT_FDCWD, target_.constData(), RENAME_NOREPLACE) == 0) {
+        return true;
+    }
+    // Not every file system can do that.
+    return errno == EINVAL && ::link(temporary_.constData(), target_.constData()) == 0 &&
+           ::unlink(temporary_.constData()) == 0;
+}
+
 bool FileReplacement::TakePlace() {
-    if (!NameIt() || ::rename(temporary_.constData(), target_.constData()) != 0) {
+    if (!NameIt() || !MoveOver()) {
         return false;
     }
     temporary_.clear();
@@ -246,16 +302,20 @@ bool FileReplacement::WriteIntoOld() {
 }
 
 Outcome FileReplacement::Commit() {
-    inPlace_ = inPlace_ || !TakeOverAttributes();
+    inPlace_ = inPlace_ || !TakesOverEnough();
     // A full disk may come to light only here.
     if (to_ < 0 || ::fsync(to_) != 0) {
-        qCDebug(logTags) << "cannot write the new content of" << target_;
+        qCDebug(logFiles) << "cannot write the new content of" << target_;
         return Outcome::WriteFailed;
     }
     if (!inPlace_ && TakePlace()) {
         return Outcome::Ok;
     }
-    qCDebug(logTags) << "writing into" << target_;
+    if (how_ != Replacing::KeepsFile) {
+        qCDebug(logFiles) << "cannot replace" << target_;
+        return Outcome::WriteFailed;
+    }
+    qCDebug(logFiles) << "writing into" << target_;
     return WriteIntoOld() ? Outcome::Ok : Outcome::WriteFailed;
 }
 

@@ -1,6 +1,6 @@
-#include "backends/tags/in_place_writing.h"
+#include "app/in_place_writing.h"
 
-#include "backends/tags/file_bytes.h"
+#include "app/file_bytes.h"
 
 #include <QtGlobal>
 
