@@ -276,7 +276,9 @@ bool FileReplacement::TakePlace() {
     }
     temporary_.clear();
     CloseAll();
-    FlushFolder();
+    if (how_ == Replacing::KeepsFile) {
+        FlushFolder();
+    }
     return true;
 }
 

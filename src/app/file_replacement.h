@@ -21,7 +21,9 @@ enum class Replacing {
     // machine inside of that can leave a part of the old content and a part of the new. It takes as long as
     // writing all once more.
     KeepsFile,
-    // Further names keep the old content, permissions are best effort, all else fails.
+    // Further names keep the old content, permissions are best effort, all else fails. The disk may hear of
+    // it
+    // later, all at once: a machine that goes off meanwhile has the old file.
     KeepsName,
     // Only where nothing stands: what came there meanwhile is left alone, and Commit fails.
     KeepsOthers,

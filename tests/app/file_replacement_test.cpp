@@ -162,7 +162,7 @@ TEST_F(FileReplacementTest, LinksAreFollowedAndStay) {
 
 TEST_F(FileReplacementTest, WhatIsNoFileIsNotFound) {
     ASSERT_EQ(::mkfifo(Encoded("pipe").constData(), 0600), 0);
-    for (const QString& path : {Path("pipe"), Path("none"), Path(""), QStringLiteral("/dev/null")}) {
+    for (const QString& path : {Path("pipe"), Path("none"), Path("")}) {
         EXPECT_EQ(Replace(path, "x", Replacing::KeepsFile), Outcome::NotFound) << path.toStdString();
     }
 }
