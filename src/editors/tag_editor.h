@@ -1,4 +1,5 @@
-// What the tag editor does: it shows the tag of one file, writes it back, and walks the playlist.
+// What the tag editor does: it shows the tag of one file, writes it back, and walks the playlist. It never
+// asks whether to save: what was typed and not written goes with Previous, Next, another tag and Close.
 #pragma once
 
 #include "app/program_state.h"

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "components/audio_format.h"
+#include "encoder_options/mp3_presets.h"
 
 #include <QString>
 #include <array>
@@ -23,11 +24,6 @@ inline constexpr int vbrMethodAbr = 5;
 inline constexpr std::array<const char*, 4> athControlTexts = {"default", "only", "disabled",
                                                                "only for short blocks"};
 inline constexpr std::array<const char*, 3> emphasisTexts = {"default", "0/15 microseconds", "citt j.17"};
-// From number 1 on.
-inline constexpr std::array<const char*, 11> presetTexts = {"Phone", "SW",   "AM", "FM",     "Voice", "Radio",
-                                                            "Tape",  "HiFi", "CD", "Studio", "R3Mix"};
-inline constexpr std::array<const char*, 5> altPresetTexts = {"Fast Standard", "Standard", "Fast Extreme",
-                                                              "Extrene", "Insane"};
 
 // What may be typed as a command line, for one who does not know it. An even count.
 struct CommandLineExample {

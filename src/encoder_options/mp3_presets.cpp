@@ -91,7 +91,7 @@ void ApplyPreset(Mp3Options& options, int preset) {
         return;
     }
     options.preset = static_cast<qint16>(preset);
-    if (preset == mp3PresetCount) {
+    if (preset == mp3PresetCount) { // R3Mix
         ApplyVariableRate(options, Mp3Mtrh, 3);
         return;
     }
@@ -108,7 +108,7 @@ void ApplyAltPreset(Mp3Options& options, int preset) {
         return;
     }
     options.altPreset = static_cast<qint16>(preset);
-    if (preset == mp3AltPresetCount) {
+    if (preset == mp3AltPresetCount) { // insane
         BecomeMusic(options);
         options.bitrate = largestKbps;
         return;

@@ -4,6 +4,7 @@
 #include "components/audio_format.h"
 
 #include <QString>
+#include <array>
 
 namespace kestrune {
 
@@ -12,6 +13,11 @@ enum Mp3VbrMethod : qint32 { Mp3NoVbr = -1, Mp3UsualVbr, Mp3OldVbr, Mp3NewVbr, M
 
 constexpr int mp3PresetCount = 11;
 constexpr int mp3AltPresetCount = 5;
+// From number 1 on.
+inline constexpr std::array<const char*, mp3PresetCount> presetTexts = {
+    "Phone", "SW", "AM", "FM", "Voice", "Radio", "Tape", "HiFi", "CD", "Studio", "R3Mix"};
+inline constexpr std::array<const char*, mp3AltPresetCount> altPresetTexts = {
+    "Fast Standard", "Standard", "Fast Extreme", "Extrene", "Insane"};
 
 // Each sets the property that it is named after and all others that the encoder reads. A number that names no
 // preset changes nothing.

@@ -2,6 +2,7 @@
 
 #include "playlist/playlist_look.h"
 #include "playlist/playlist_text.h"
+#include "skin/skin_colours.h"
 
 #include <QFontMetrics>
 #include <algorithm>
@@ -11,7 +12,6 @@ namespace kestrune {
 
 namespace {
 
-constexpr double selectionOpacity = 0.28;
 constexpr double hoverOpacity = 0.04;
 constexpr double frameOpacity = 0.75;
 constexpr double dropOpacity = 0.10;
@@ -52,7 +52,7 @@ void ListPainter::PaintRow(const PlaylistRows& rows, int row, const QRect& line,
     const bool selected = rows.IsSelected(row);
     const bool bold = rows.IsBold(row);
     if (selected) {
-        painter_.fillRect(line, look::WithOpacity(look::accent, selectionOpacity));
+        painter_.fillRect(line, look::WithOpacity(look::accent, colours::selectionStrength));
     }
     if (look.hovered) {
         painter_.fillRect(line, look::WithOpacity(Qt::white, hoverOpacity));

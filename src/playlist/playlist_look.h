@@ -1,15 +1,17 @@
 // Colours of the list and its scroll bar.
 #pragma once
 
+#include "skin/skin_colours.h"
+
 #include <QColor>
 
 namespace kestrune::look {
 
-inline constexpr QColor glass(20, 20, 20);
-inline constexpr QColor text(0xD7, 0xDA, 0xF5);
+inline constexpr QColor glass = colours::glass;
+inline constexpr QColor text = colours::textOnGlass;
 inline constexpr QColor secondaryText(0xA9, 0xAE, 0xC2);
-inline constexpr QColor mutedText(0x8A, 0x90, 0x9C);
-inline constexpr QColor accent(128, 128, 255);
+inline constexpr QColor mutedText = colours::textMuted;
+inline constexpr QColor accent = colours::accent;
 // The accent for text on a selected row, where the plain one is too dark to read.
 inline constexpr QColor accentOnSelection(0xB4, 0xB4, 0xFF);
 

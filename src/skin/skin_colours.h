@@ -17,6 +17,8 @@ inline constexpr QColor textMuted(0x8A, 0x90, 0x9C);
 inline constexpr QColor textMutedOnBody(0xA6, 0xAC,
                                         0xB8); // the muted one is too dark on the body's upper part
 inline constexpr QColor textDisabled(0x6C, 0x72, 0x7D);
+// How much of the accent lies over the glass in a selected row of any list.
+inline constexpr double selectionStrength = 0.28;
 inline constexpr QColor accentOnBody(0xA6, 0xA6, 0xFF); // the accent as a text on the body
 
 } // namespace kestrune::colours

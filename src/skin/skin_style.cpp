@@ -46,7 +46,7 @@ QPalette SkinPalette() {
     using shapes::Mixed;
     QPalette palette;
     const QColor window(0x2A, 0x2E, 0x35);
-    const QColor selection = Mixed(colours::glass, colours::accent, 0.28);
+    const QColor selection = Mixed(colours::glass, colours::accent, colours::selectionStrength);
     palette.setColor(QPalette::Window, window);
     palette.setColor(QPalette::WindowText, colours::textOnBody);
     palette.setColor(QPalette::Base, colours::glass);

@@ -245,6 +245,8 @@ bool HoldsPair(const TagLib::File& tagged) {
 
 } // namespace
 
+// Of two tags the one that is asked for: the editor begins with ID3v1 (TagInformation) and changes by its
+// ChooseTagKind. Rows of the playlist take NamingOf, where the second version goes first.
 TagFields ReadFields(TagLib::File& tagged, BoundedFile& file, TagKind kind) {
     if (HoldsPair(tagged)) {
         if (kind == TagKind::Id3v1) {

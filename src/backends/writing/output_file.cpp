@@ -81,6 +81,8 @@ bool OutputFile::Shorten(qint64 bytes) {
     return file_->flush() && file_->resize(bytes);
 }
 
+// Not after a write that failed, as on a full disk (EncodingOutput::Close): the old file stays then, and a
+// new one stays as far as it was written.
 Outcome OutputFile::Commit() {
     bool done = file_ && file_->flush() && file_->error() == QFileDevice::NoError;
     file_.reset();
