@@ -26,10 +26,8 @@ QString GroupedDigits(qint64 number) {
 } // namespace
 
 QString SizeText(qint64 bytes) {
-    if (bytes <= 0) {
-        return QStringLiteral("       0 KB");
-    }
-    return (GroupedDigits(bytes / bytesPerKilobyte) + QStringLiteral(" KB")).rightJustified(sizeWidth, u' ');
+    const QString digits = bytes <= 0 ? QStringLiteral("0") : GroupedDigits(bytes / bytesPerKilobyte);
+    return ConversionRows::tr("%1 KB").arg(digits).rightJustified(sizeWidth, u' ');
 }
 
 QString FileSizeText(const QString& path) {

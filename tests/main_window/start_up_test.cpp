@@ -4,6 +4,7 @@
 #include "support/fake_audio_file.h"
 #include "support/fake_audio_player.h"
 #include "support/fake_clock.h"
+#include "support/fake_main_window.h"
 #include "support/rule_support.h"
 
 #include <QDir>
@@ -17,29 +18,6 @@ using rules::Content;
 using rules::MakeRow;
 using rules::Playlist;
 using rules::Utf8;
-
-// Notes the steps, and what the program had done at some of them.
-class WindowLog : public MainWindowSteps {
-public:
-    QStringList steps;
-    std::function<void(const QString&)> onStep;
-    void Hide() override { Note(QStringLiteral("Hide")); }
-    void FillColourList() override { Note(QStringLiteral("FillColourList")); }
-    void PrepareDisplay() override { Note(QStringLiteral("PrepareDisplay")); }
-    void PrepareSkin() override { Note(QStringLiteral("PrepareSkin")); }
-    void PaintSkin() override { Note(QStringLiteral("PaintSkin")); }
-    void SizeAndCentre() override { Note(QStringLiteral("SizeAndCentre")); }
-    void ShowKnob() override { Note(QStringLiteral("ShowKnob")); }
-    void Show() override { Note(QStringLiteral("Show")); }
-
-private:
-    void Note(const QString& step) {
-        steps << step;
-        if (onStep) {
-            onStep(step);
-        }
-    }
-};
 
 class FakeLock : public InstanceLock {
 public:
@@ -73,7 +51,7 @@ protected:
     FakeClock clock;
     Transport transport{{list.state, list.rows, list.options, audioFile, audioPlayer, list.prompts, clock}};
     VolumeKnob knob{KnobGeometry{}};
-    WindowLog window;
+    FakeMainWindow window;
 };
 
 TEST(ProgramState, TellsTitleVersionAndBuild) {
