@@ -1,11 +1,8 @@
 #include "main_window/start_up.h"
 
 #include "playlist/ksl_format.h"
-#include "support/fake_audio_file.h"
-#include "support/fake_audio_player.h"
-#include "support/fake_clock.h"
 #include "support/fake_main_window.h"
-#include "support/rule_support.h"
+#include "support/program_playlist.h"
 
 #include <QDir>
 #include <gtest/gtest.h>
@@ -27,10 +24,7 @@ public:
 
 class StartUpTest : public testing::Test {
 protected:
-    bool Load() {
-        return LoadMainWindow({list.state, list.options, list.rows, list.files, transport, knob, audioFile,
-                               audioPlayer, list.prompts, window});
-    }
+    bool Load() { return list.house.program.Load(window); }
     QString UpdateFile() const { return list.home.Path(QStringLiteral("associateupdate.src")); }
     // The four bytes of the update record.
     std::string UpdateBytes() const {
@@ -46,11 +40,10 @@ protected:
     }
 
     Playlist list;
-    FakeAudioFile audioFile;
-    FakeAudioPlayer audioPlayer;
-    FakeClock clock;
-    Transport transport{{list.state, list.rows, list.options, audioFile, audioPlayer, list.prompts, clock}};
-    VolumeKnob knob{KnobGeometry{}};
+    FakeAudioFile& audioFile = *list.house.components.files.first();
+    FakeAudioPlayer& audioPlayer = *list.house.components.players.first();
+    Transport& transport = list.house.program.transport;
+    VolumeKnob& knob = list.house.program.knob;
     FakeMainWindow window;
 };
 

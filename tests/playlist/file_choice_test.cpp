@@ -1,5 +1,6 @@
 #include "playlist/file_choice.h"
 
+#include "support/fake_user_prompts.h"
 #include "support/rule_support.h"
 
 #include <QDir>
