@@ -1,13 +1,10 @@
 // Times what a user waits for when a list is long: opening it, adding files to it, sorting it, adding it up.
 // Each runs at two or three lengths, so that growth with the square of the length would show.
-#include "app/options.h"
 #include "backends/tags/tag_information.h"
-#include "playlist/admission.h"
 #include "playlist/ksl_format.h"
-#include "playlist/playlist_files.h"
 #include "playlist/playlist_order.h"
 #include "playlist/playlist_totals.h"
-#include "support/fake_user_prompts.h"
+#include "support/test_program.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -41,17 +38,22 @@ void Fill(PlaylistRows& rows, int count) {
     }
 }
 
+// Probes files as on a machine.
+class ProbingComponents : public FakeComponents {
+public:
+    std::unique_ptr<KSTAudioInformation2> MakeAudioInformation() override {
+        return kestrune::MakeAudioInformation();
+    }
+};
+
 struct House {
     QTemporaryDir folder;
-    ProgramState state;
-    Options options{state};
-    PlaylistRows rows;
-    std::unique_ptr<KSTAudioInformation2> audioInfo = MakeAudioInformation();
-    FakeUserPrompts prompts;
-    Admission admission{rows, *audioInfo, prompts};
-    PlaylistFiles files{state, options, rows, admission, prompts};
+    TestProgram<ProbingComponents> whole;
+    PlaylistRows& rows = whole.program.rows;
+    Admission& admission = whole.program.admission;
+    PlaylistFiles& files = whole.program.files;
 
-    House() { state.AppPath = folder.path(); }
+    House() { whole.state.AppPath = folder.path(); }
 };
 
 void OpenKsl(benchmark::State& run) {

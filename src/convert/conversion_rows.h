@@ -1,7 +1,8 @@
 // The job list. Its rows are the model of ListViewInput; there is no second list.
 #pragma once
 
-#include <QAbstractTableModel>
+#include "tool_window/ticked_rows.h"
+
 #include <QString>
 #include <vector>
 
@@ -24,47 +25,35 @@ QString SizeText(qint64 bytes);
 // file, counts as empty.
 QString FileSizeText(const QString& path);
 
-// Row numbers are 1-based in all procedures but those of QAbstractTableModel. A number outside 1 to Count()
-// is passed over by the writers; the readers give an empty text or false. Window thread.
-//
-// The view shows the check boxes by Qt::CheckStateRole of the first column and changes them by setData, which
-// alone raises RowCheckChanged: boxes that the program changes do not.
-class ConversionRows : public QAbstractTableModel {
+// Row numbers are 1-based, as in TickedRows; a reader gives an empty text for a row that there is not. Window
+// thread.
+class ConversionRows : public TickedRows {
     Q_OBJECT
 public:
-    using QAbstractTableModel::QAbstractTableModel;
+    using TickedRows::TickedRows;
 
-    int Count() const { return static_cast<int>(rows_.size()); }
+    int Count() const override { return static_cast<int>(rows_.size()); }
     const ConversionRow& Row(int row) const;
     // The file of a row: its folder, a separator if that has none, its name.
     QString FullPath(int row) const;
-    bool IsChecked(int row) const;
     // Checked rows, up to the largest count that 16 bits hold.
     qint16 CheckedCount() const;
 
-    void SetChecked(int row, bool checked);
-    void SetAllChecked(bool checked);
     void Append(std::vector<ConversionRow> rows);
     void Replace(std::vector<ConversionRow> rows);
     void Clear() { Replace({}); }
 
     // QAbstractTableModel
-    int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
-    QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
-    bool setData(const QModelIndex& index, const QVariant& value, int role = Qt::EditRole) override;
-    Qt::ItemFlags flags(const QModelIndex& index) const override;
     QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
 
-signals:
-    void RowCheckChanged(int row); // by the user
+protected:
+    bool IsTicked(int row) const override { return Row(row).checked; }
+    void StoreTick(int row, bool ticked) override { rows_[static_cast<size_t>(row - 1)].checked = ticked; }
+    QString CellText(int row, int column) const override;
 
 private:
-    bool Has(int row) const { return row >= 1 && row <= Count(); }
-    void ChecksChanged(int firstRow, int lastRow);
-
     std::vector<ConversionRow> rows_;
-    int checked_ = 0;
 };
 
 } // namespace kestrune

@@ -18,13 +18,14 @@ qint16 OneMore(qint16 count) {
     return static_cast<qint16>(std::min(count + 1, largestRow));
 }
 
-// "1 File Created/2 Files Converted(Total 3)"
 QString StatusText(int created, int converted, int total) {
-    return QString::number(created) +
-           (created < 2 ? QStringLiteral(" File Created/") : QStringLiteral(" Files Created/")) +
-           QString::number(converted) +
-           (converted < 2 ? QStringLiteral(" File Converted") : QStringLiteral(" Files Converted")) +
-           QStringLiteral("(Total ") + QString::number(total) + u')';
+    const bool one = created < 2;
+    const QString text = converted < 2
+                             ? (one ? ConversionRun::tr("%1 File Created/%2 File Converted(Total %3)")
+                                    : ConversionRun::tr("%1 Files Created/%2 File Converted(Total %3)"))
+                             : (one ? ConversionRun::tr("%1 File Created/%2 Files Converted(Total %3)")
+                                    : ConversionRun::tr("%1 Files Created/%2 Files Converted(Total %3)"));
+    return text.arg(created).arg(converted).arg(total);
 }
 
 } // namespace
@@ -63,12 +64,12 @@ void ConversionRun::Start() {
     }
     state.FilesTotal = FindAllCheck();
     if (state.FilesTotal == 0) {
-        parts_.prompts.Message(QStringLiteral("No file selected!"), PromptIcon::Warning);
+        parts_.prompts.Message(tr("No file selected!"), PromptIcon::Warning);
         return;
     }
     const QString& outputFolder = parts_.jobs.TextOutPath();
     if (outputFolder.isEmpty() || !IsOutputFolderValid(WithSeparator(outputFolder))) {
-        parts_.prompts.Message(QStringLiteral("Invalid output directory!"), PromptIcon::Warning);
+        parts_.prompts.Message(tr("Invalid output directory!"), PromptIcon::Warning);
         return;
     }
     parts_.jobs.SaveGetConPath(ConPathAction::Save);
@@ -91,7 +92,7 @@ void ConversionRun::ConvertRows() {
             continue;
         }
         const QString name = parts_.rows.Row(row).name;
-        SetLabel10(0, QStringLiteral("Current File: ") + name);
+        SetLabel10(0, tr("Current File: %1").arg(name));
         Converter(name, row);
         ++handled;
         SetProgressBar(handled, progressBarMaximum_);
@@ -109,7 +110,7 @@ void ConversionRun::EndRun() {
     ActiveObj(true);
     parts_.state.Converting = false;
     if (!abandoned_) {
-        parts_.prompts.Message(QStringLiteral("Done!"), PromptIcon::Warning);
+        parts_.prompts.Message(tr("Done!"), PromptIcon::Warning);
     }
 }
 
@@ -125,7 +126,7 @@ void ConversionRun::Image2_Click() {
 }
 
 bool ConversionRun::AskToSkip() {
-    if (!parts_.prompts.AskYesNo(QStringLiteral("Do you want to skip current file?"), PromptIcon::Warning)) {
+    if (!parts_.prompts.AskYesNo(tr("Do you want to skip current file?"), PromptIcon::Warning)) {
         return false;
     }
     parts_.state.SkipCurrent = true;
@@ -135,8 +136,7 @@ bool ConversionRun::AskToSkip() {
 }
 
 void ConversionRun::AskForNext() {
-    if (!parts_.prompts.AskYesNo(QStringLiteral("Do you want to convert the next file?"),
-                                 PromptIcon::Warning)) {
+    if (!parts_.prompts.AskYesNo(tr("Do you want to convert the next file?"), PromptIcon::Warning)) {
         parts_.state.StopBatch = true;
     }
 }
@@ -164,8 +164,7 @@ void ConversionRun::Converter(const QString& name, int row) {
     }
     state.InputPath = WithSeparator(parts_.rows.Row(row).folder) + name;
     if (!FileExists(state.InputPath) || !name.contains(u'.')) {
-        parts_.prompts.Message(QStringLiteral("Invalid input file name: ") + state.InputPath,
-                               PromptIcon::Critical);
+        parts_.prompts.Message(tr("Invalid input file name: %1").arg(state.InputPath), PromptIcon::Critical);
         return;
     }
     QString extension;
@@ -241,7 +240,7 @@ void ConversionRun::RunStage(Stage stage) {
     if (facts.isFormatSetBeforeLog) {
         setFormat();
     }
-    parts_.log.AddEvent(facts.startLog, EventIcon::RunStep);
+    parts_.log.AddEvent(StartLog(facts), EventIcon::RunStep);
     if (stage == Stage::WMA && !TakeSourceFormat()) {
         return;
     }
@@ -250,8 +249,8 @@ void ConversionRun::RunStage(Stage stage) {
     }
     const QString written = StageOutput(stage, state);
     ConvertFile(state.InputPath, written);
-    parts_.log.AddEvent(facts.stopLog, EventIcon::RunStep);
-    if (state.Converting && state.BackwardTransform != 0 && !facts.backLog.isEmpty()) {
+    parts_.log.AddEvent(StopLog(facts), EventIcon::RunStep);
+    if (state.Converting && state.BackwardTransform != 0 && HasWayBack(facts)) {
         StepBack(facts, written);
     }
 }
@@ -275,7 +274,7 @@ void ConversionRun::StepBack(const StageFacts& facts, const QString& written) {
     KSTAudioFile2& input = parts_.inputFile;
     for (const BackStep step : facts.backSteps) {
         if (step == BackStep::Log) {
-            parts_.log.AddEvent(facts.backLog, EventIcon::RunStep);
+            parts_.log.AddEvent(BackLog(facts), EventIcon::RunStep);
         } else if (step == BackStep::OpenWritten) {
             PassOver(logConvert, input.OpenRead(written, 0, 1), "OpenRead", written);
             if (input.GetFormatId() < 0) {

@@ -1,5 +1,7 @@
 #include "convert/conversion_stages.h"
 
+#include <QCoreApplication>
+
 namespace kestrune {
 
 namespace {
@@ -8,21 +10,11 @@ constexpr qint32 sampleBits = 16;
 
 // What most stages share.
 StageFacts Facts(Stage stage, std::optional<OutputBox> box, const char* arrow, const char* logName) {
-    const QString name = QString::fromLatin1(logName);
-    return {stage,
-            box,
-            QStringLiteral("--> ") + QString::fromLatin1(arrow),
-            QStringLiteral("Start ConvertTo") + name,
-            QStringLiteral("Stop ConvertTo") + name,
-            false,
-            true,
-            {},
-            {}};
+    return {stage, box, QStringLiteral("--> ") + QLatin1String(arrow), QLatin1String(logName), false,
+            true,  {}};
 }
 
-StageFacts WithWayBack(StageFacts facts, const char* backLog,
-                       const std::array<BackStep, largestBackSteps>& backSteps) {
-    facts.backLog = QString::fromLatin1(backLog);
+StageFacts WithWayBack(StageFacts facts, const std::array<BackStep, largestBackSteps>& backSteps) {
     facts.backSteps = backSteps;
     return facts;
 }
@@ -41,28 +33,22 @@ std::array<StageFacts, stageCount> MakeStages() {
     using B = BackStep;
     using O = OutputBox;
     return {
-        WithWayBack(Facts(Stage::ACM, {}, "ACM", "ACM"), "Start ConvertACMtoPCM", {B::OutputPcm, B::Log}),
-        WithWayBack(Facts(Stage::WMA, O::chWMA, "WMA", "WMA"), "Start ConvertWMAtoPCM",
+        WithWayBack(Facts(Stage::ACM, {}, "ACM", "ACM"), {B::OutputPcm, B::Log}),
+        WithWayBack(Facts(Stage::WMA, O::chWMA, "WMA", "WMA"),
                     {B::Log, B::OpenWritten, B::OutputPcm, B::CloseInput}),
-        WithWayBack(Facts(Stage::MP3, O::chMP3, "MP3", "MP3"), "Start ConvertMP3toPCM",
-                    {B::OutputPcm, B::Log}),
+        WithWayBack(Facts(Stage::MP3, O::chMP3, "MP3", "MP3"), {B::OutputPcm, B::Log}),
         Facts(Stage::ADPCM, O::chADPCM, "ADPCM", "ADPCM"),
         Facts(Stage::DSP, O::chDSP, "DSP", "DSP"),
-        WithWayBack(Facts(Stage::MP2, O::chMP2, "MP2", "MP2"), "Start ConvertMP2toPCM",
-                    {B::OutputPcm, B::Log}),
-        WithWayBack(Facts(Stage::VOX, O::chVOX, "VOX", "VOX"), "Start ConvertVOXtoPCM",
-                    {B::InputVox, B::OutputPcm, B::Log}),
-        WithWayBack(Facts(Stage::OGG, O::chOGG, "OGG", "Ogg"), "Start ConvertOggtoPCM",
-                    {B::Log, B::OutputPcm}),
+        WithWayBack(Facts(Stage::MP2, O::chMP2, "MP2", "MP2"), {B::OutputPcm, B::Log}),
+        WithWayBack(Facts(Stage::VOX, O::chVOX, "VOX", "VOX"), {B::InputVox, B::OutputPcm, B::Log}),
+        WithWayBack(Facts(Stage::OGG, O::chOGG, "OGG", "Ogg"), {B::Log, B::OutputPcm}),
         Facts(Stage::GSM, O::chGSM, "GSM", "GSM"),
-        WithWayBack(Facts(Stage::G726, O::chG726, "G.726", "G726"), "Start ConvertG726toPCM",
-                    {B::InputG726, B::OutputPcm, B::Log}),
+        WithWayBack(Facts(Stage::G726, O::chG726, "G.726", "G726"), {B::InputG726, B::OutputPcm, B::Log}),
         WithWayBack(WithFormatBeforeLog(Facts(Stage::G723, O::chG723, "G.723", "G723")),
-                    "Start ConvertG723toPCM", {B::Log, B::InputG723, B::OutputPcm}),
+                    {B::Log, B::InputG723, B::OutputPcm}),
         WithWayBack(WithoutFlagTest(WithFormatBeforeLog(Facts(Stage::G721, O::chG721, "G.721", "G721"))),
-                    "Start ConvertG721toPCM", {B::Log, B::InputG721, B::OutputPcm}),
-        WithWayBack(Facts(Stage::ALAW, O::chULAW, "A-LAW", "ULAW"), "Start ConvertULAWtoPCM",
-                    {B::Log, B::InputRaw, B::OutputPcm}),
+                    {B::Log, B::InputG721, B::OutputPcm}),
+        WithWayBack(Facts(Stage::ALAW, O::chULAW, "A-LAW", "ULAW"), {B::Log, B::InputRaw, B::OutputPcm}),
     };
 }
 
@@ -103,6 +89,22 @@ QString OutputSuffix(Stage stage, const ConverterState& state) {
 const std::array<StageFacts, stageCount>& Stages() {
     static const std::array<StageFacts, stageCount> stages = MakeStages();
     return stages;
+}
+
+QString StartLog(const StageFacts& facts) {
+    return QCoreApplication::translate("kestrune::ConversionRun", "Start ConvertTo%1").arg(facts.logName);
+}
+
+QString StopLog(const StageFacts& facts) {
+    return QCoreApplication::translate("kestrune::ConversionRun", "Stop ConvertTo%1").arg(facts.logName);
+}
+
+QString BackLog(const StageFacts& facts) {
+    return QCoreApplication::translate("kestrune::ConversionRun", "Start Convert%1toPCM").arg(facts.logName);
+}
+
+bool HasWayBack(const StageFacts& facts) {
+    return facts.backSteps.front() != BackStep::None;
 }
 
 bool IsStageTicked(const StageFacts& facts, const ConverterState& state) {

@@ -32,18 +32,22 @@ inline constexpr size_t largestBackSteps = 4;
 
 struct StageFacts {
     Stage stage;
-    std::optional<OutputBox> box; // none: a template switches the stage on
-    QString arrow;                // text of Label11
-    QString startLog;
-    QString stopLog;
-    bool isFormatSetBeforeLog; // the format call comes before the line of the start
-    bool isFlagTestedBehind;   // Stop and the like are looked for behind this stage
-    QString backLog;           // empty: no backward step
-    std::array<BackStep, largestBackSteps> backSteps;
+    std::optional<OutputBox> box;                     // none: a template switches the stage on
+    QString arrow;                                    // text of Label11
+    QString logName;                                  // the format in the lines of the log
+    bool isFormatSetBeforeLog;                        // the format call comes before the line of the start
+    bool isFlagTestedBehind;                          // Stop and the like are looked for behind this stage
+    std::array<BackStep, largestBackSteps> backSteps; // none: no backward step
 };
 
 // In the order of a run.
 const std::array<StageFacts, stageCount>& Stages();
+
+// Lines of the log.
+QString StartLog(const StageFacts& facts);
+QString StopLog(const StageFacts& facts);
+QString BackLog(const StageFacts& facts);
+bool HasWayBack(const StageFacts& facts);
 
 // A stage runs when its box is ticked, that of the template when there is one.
 bool IsStageTicked(const StageFacts& facts, const ConverterState& state);

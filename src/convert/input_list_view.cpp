@@ -6,7 +6,6 @@
 #include "skin/tabular_text.h"
 
 #include <QDragEnterEvent>
-#include <QHeaderView>
 #include <QMimeData>
 #include <QPainter>
 #include <QStyledItemDelegate>
@@ -56,22 +55,10 @@ public:
 
 } // namespace
 
-InputListView::InputListView(QWidget* parent) : QTreeView(parent) {
-    setFrameShape(QFrame::NoFrame);
-    setRootIsDecorated(false);
-    setUniformRowHeights(true);
-    setAllColumnsShowFocus(true);
+InputListView::InputListView(QWidget* parent) : TickedListView(parent) {
     setItemDelegateForColumn(ColumnLong, new SizeDelegate(this));
-    setItemsExpandable(false);
-    setExpandsOnDoubleClick(false);
-    setEditTriggers(NoEditTriggers);
-    setSelectionMode(ExtendedSelection);
-    setVerticalScrollMode(ScrollPerPixel);
-    setTextElideMode(Qt::ElideMiddle);
     setAcceptDrops(true);
     setDropIndicatorShown(false);
-    header()->setSectionsMovable(false);
-    header()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
 }
 
 void InputListView::ShowTarget(bool shown) {
@@ -111,7 +98,7 @@ void InputListView::dropEvent(QDropEvent* event) {
 }
 
 void InputListView::paintEvent(QPaintEvent* event) {
-    QTreeView::paintEvent(event);
+    TickedListView::paintEvent(event);
     QPainter painter(viewport());
     if (model() != nullptr && model()->rowCount() == 0) {
         painter.setPen(colours::textMuted);

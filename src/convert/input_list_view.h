@@ -1,13 +1,14 @@
 // ListViewInput on screen: rows with check boxes, on which files can be dropped.
 #pragma once
 
+#include "tool_window/ticked_list_view.h"
+
 #include <QStringList>
-#include <QTreeView>
 
 namespace kestrune {
 
 // Window thread. The model is the job list's rows.
-class InputListView : public QTreeView {
+class InputListView : public TickedListView {
     Q_OBJECT
 public:
     explicit InputListView(QWidget* parent = nullptr);

@@ -43,7 +43,41 @@ QString BrowserStart(const QString& text) {
     return QDir(text).exists() && !text.isEmpty() ? text : QString();
 }
 
+// What the record holds of a path that was never chosen is the same in every language.
+constexpr const char* startInput = QT_TRANSLATE_NOOP("kestrune::JobList", "Enter Input Directory");
+constexpr const char* startOutput = QT_TRANSLATE_NOOP("kestrune::JobList", "Enter Output Directory");
+
+QString TextOfRecord(const QByteArray& bytes) {
+    for (const char* start : {startInput, startOutput}) {
+        if (bytes == start) {
+            return JobList::tr(start);
+        }
+    }
+    return DecodeText(bytes);
+}
+
+QByteArray RecordOfText(const QString& text) {
+    for (const char* start : {startInput, startOutput}) {
+        if (text == JobList::tr(start)) {
+            return start;
+        }
+    }
+    return EncodeUpTo(text, largestStoredText);
+}
+
 } // namespace
+
+QString StartInputText() {
+    return JobList::tr(startInput);
+}
+
+QString StartOutputText() {
+    return JobList::tr(startOutput);
+}
+
+QString FromPlaylistText() {
+    return JobList::tr("From Playlist");
+}
 
 JobList::JobList(JobListParts parts, QObject* parent) : QObject(parent), parts_(std::move(parts)) {}
 
@@ -95,8 +129,7 @@ void JobList::AddFilefromPayList() {
         if (FileExists(folder + name)) {
             AppendRows(rows, folder, name, true);
         } else {
-            parts_.prompts.Message(u'[' + folder + name + QStringLiteral("] no longer exists!"),
-                                   PromptIcon::None);
+            parts_.prompts.Message(tr("[%1] no longer exists!").arg(folder + name), PromptIcon::None);
         }
     }
     parts_.rows.Append(std::move(rows));
@@ -120,12 +153,12 @@ void JobList::GetConPath() {
     const ConPathRecord record = DecodeConPath(ReadWholeFile(path));
     isReadingConPath_ = true;
     if (IsFolderMode()) {
-        SetInputText(DecodeText(record.inputFolder));
+        SetInputText(TextOfRecord(record.inputFolder));
     } else {
-        SetInputText(fromPlaylistText);
-        SetLabelIn(fromPlaylistText);
+        SetInputText(FromPlaylistText());
+        SetLabelIn(FromPlaylistText());
     }
-    SetOutputText(DecodeText(record.outputFolder));
+    SetOutputText(TextOfRecord(record.outputFolder));
     isReadingConPath_ = false;
     if (saveWanted_) {
         saveWanted_ = false;
@@ -138,9 +171,9 @@ void JobList::SaveConPath() {
     const QByteArray oldBytes = ReadWholeFile(path);
     ConPathRecord record = DecodeConPath(oldBytes);
     if (IsFolderMode()) {
-        record.inputFolder = EncodeUpTo(inputText_, largestStoredText);
+        record.inputFolder = RecordOfText(inputText_);
     }
-    record.outputFolder = EncodeUpTo(outputText_, largestStoredText);
+    record.outputFolder = RecordOfText(outputText_);
     const QByteArray bytes = EncodeConPath(record, oldBytes);
     if (bytes != oldBytes && !ReplaceFile(path, bytes)) {
         PassOver(logConvert, Outcome::WriteFailed, "storing the paths", path);
@@ -193,7 +226,7 @@ void JobList::InputFolderChanged() {
     if (!IsFolderMode()) {
         return;
     }
-    if (outputText_ == startOutputText) {
+    if (outputText_ == StartOutputText()) {
         SetOutputText(inputText_);
     }
     const QStringList names = parts_.listFolder(inputText_);
@@ -222,8 +255,7 @@ void JobList::TextOutPath_Change(const QString& text) {
 
 void JobList::ImageinPath_Click() {
     InputControlStat(true, BothPathBoxes);
-    const QString folder =
-        parts_.prompts.ChooseFolder(QStringLiteral("Get Intput Directory"), BrowserStart(inputText_));
+    const QString folder = parts_.prompts.ChooseFolder(tr("Get Intput Directory"), BrowserStart(inputText_));
     if (folder.isEmpty()) {
         return;
     }
@@ -238,8 +270,7 @@ void JobList::ImageinPath_Click() {
 
 void JobList::ImageOutPath_Click() {
     InputControlStat(true, BothPathBoxes);
-    QString folder =
-        parts_.prompts.ChooseFolder(QStringLiteral("Get Output Directory"), BrowserStart(outputText_));
+    QString folder = parts_.prompts.ChooseFolder(tr("Get Output Directory"), BrowserStart(outputText_));
     if (folder.mid(1) == QStringLiteral(":")) {
         folder.append(pathSeparator);
     }

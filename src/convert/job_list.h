@@ -15,9 +15,10 @@
 
 namespace kestrune {
 
-inline const QString startInputText = QStringLiteral("Enter Input Directory");
-inline const QString startOutputText = QStringLiteral("Enter Output Directory");
-inline const QString fromPlaylistText = QStringLiteral("From Playlist");
+// What the paths show before a folder was chosen, and for a list that came from the playlist.
+QString StartInputText();
+QString StartOutputText();
+QString FromPlaylistText();
 
 // The paths that InputControlStat means; they may be joined.
 enum PathBox { InputPathBox = 1, OutputPathBox = 2, BothPathBoxes = 3 };
@@ -121,10 +122,10 @@ private:
 
     JobListParts parts_;
     InputTypes types_;
-    QString inputText_ = startInputText;
-    QString outputText_ = startOutputText;
-    QString labelIn_ = startInputText;
-    QString labelOut_ = startOutputText;
+    QString inputText_ = StartInputText();
+    QString outputText_ = StartOutputText();
+    QString labelIn_ = StartInputText();
+    QString labelOut_ = StartOutputText();
     QString fileListPath_;
     QString toolTip_;
     bool inputReadOnly_ = false;

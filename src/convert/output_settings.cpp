@@ -1,6 +1,7 @@
 #include "convert/output_settings.h"
 
 #include "app/failure_log.h"
+#include "playlist/file_choice.h"
 
 #include <algorithm>
 
@@ -92,8 +93,7 @@ void OutputSettings::opFreq_Click(int index) {
     opFreq_ = index;
     parts_.state.SampleRate = optionFrequencies[static_cast<size_t>(index)];
     emit FrequencyShown(index);
-    parts_.log.AddEvent(QStringLiteral("Set Frequency: %1 Hz").arg(parts_.state.SampleRate),
-                        EventIcon::SettingsChange);
+    parts_.log.AddEvent(tr("Set Frequency: %1 Hz").arg(parts_.state.SampleRate), EventIcon::SettingsChange);
     RefreshFormatStrings();
 }
 
@@ -103,8 +103,7 @@ void OutputSettings::opChannels_Click(int index) {
     }
     parts_.state.Channels = index;
     emit ChannelsShown(index);
-    parts_.log.AddEvent(index == 1 ? QStringLiteral("Set Mono") : QStringLiteral("Set Stereo"),
-                        EventIcon::SettingsChange);
+    parts_.log.AddEvent(index == 1 ? tr("Set Mono") : tr("Set Stereo"), EventIcon::SettingsChange);
     RefreshFormatStrings();
 }
 
@@ -116,7 +115,7 @@ void OutputSettings::cmbG723Bits_Click(int index) {
     parts_.state.G723Bits = index == 0 ? 3 : 5;
     emit G723BitsShown(index);
     RefreshFormatStrings();
-    parts_.log.AddEvent(QStringLiteral("Set G.723 Format parameters "), EventIcon::SettingsChange);
+    parts_.log.AddEvent(tr("Set G.723 Format parameters "), EventIcon::SettingsChange);
 }
 
 void OutputSettings::cmbG726Bits_Click(int index) {
@@ -127,7 +126,7 @@ void OutputSettings::cmbG726Bits_Click(int index) {
     parts_.state.G726Bits = index + 2;
     emit G726BitsShown(index);
     RefreshFormatStrings();
-    parts_.log.AddEvent(QStringLiteral("Set G.726 Format parameters "), EventIcon::SettingsChange);
+    parts_.log.AddEvent(tr("Set G.726 Format parameters "), EventIcon::SettingsChange);
 }
 
 void OutputSettings::udWMAProfile_Change(qint32 value) {
@@ -142,7 +141,7 @@ void OutputSettings::udWMAProfile_Change(qint32 value) {
     emit WmaProfileShown(profile);
     PassOver(logConvert, parts_.outputFile.SetFormatWMA(profile), "SetFormatWMA");
     TakeFormatText(FormatBox::txtWMAFormatString);
-    parts_.log.AddEvent(QStringLiteral("Set WMA Format parameters "), EventIcon::SettingsChange);
+    parts_.log.AddEvent(tr("Set WMA Format parameters "), EventIcon::SettingsChange);
 }
 
 void OutputSettings::OutputBox_Click(int index, bool ticked) {
@@ -154,14 +153,14 @@ void OutputSettings::OutputBox_Click(int index, bool ticked) {
 }
 
 void OutputSettings::EncoderDialogClosed(EncoderDialog dialog) {
-    parts_.log.AddEvent(dialog == EncoderDialog::Mp3 ? QStringLiteral("Set MP3 Format parameters ")
-                                                     : QStringLiteral("Set Ogg Vorbis Format parameters "),
+    parts_.log.AddEvent(dialog == EncoderDialog::Mp3 ? tr("Set MP3 Format parameters ")
+                                                     : tr("Set Ogg Vorbis Format parameters "),
                         EventIcon::SettingsChange);
 }
 
 void OutputSettings::ChooseTemplate() {
     FileChoice choice;
-    choice.filter = QStringLiteral("Wav files (*.wav)|*.wav");
+    choice.filter = FilterText({{QT_TRANSLATE_NOOP("kestrune::FileChoice", "Wav files (*.wav)"), "*.wav"}});
     const QString path = parts_.prompts.ChooseFiles(choice).files.value(0);
     if (path.isEmpty()) {
         return;
@@ -169,7 +168,7 @@ void OutputSettings::ChooseTemplate() {
     parts_.state.AcmTemplatePath = path;
     PassOver(logConvert, parts_.outputFile.SetFormatFromFile(path), "SetFormatFromFile", path);
     TakeFormatText(FormatBox::Text1);
-    parts_.log.AddEvent(QStringLiteral("Set ACM Format parameters "), EventIcon::SettingsChange);
+    parts_.log.AddEvent(tr("Set ACM Format parameters "), EventIcon::SettingsChange);
 }
 
 } // namespace kestrune

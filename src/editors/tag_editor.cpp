@@ -2,6 +2,7 @@
 
 #include "app/failure_log.h"
 #include "editors/number_texts.h"
+#include "playlist/file_choice.h"
 #include "playlist/playlist_text.h"
 
 #include <limits>
@@ -10,17 +11,19 @@ namespace kestrune {
 
 namespace {
 
-const QString openTitle = QStringLiteral("Open Audio File");
-// The commas in the first pattern belong to it.
-const QString openFilter = QStringLiteral("All Supported Files|"
-                                          "*.mp3;*.mp2;*.mpeg,*.mpc;*.mp+;*.wma;*.wav;*.ogg,*.avi|"
-                                          "MPEG Files(*.mp3;*.mp2;*.mpeg;*.mpc;*.mp+)|"
-                                          "*.mp3;*.mp2;*.mpeg;*.mpc;*.mp+|"
-                                          "WMA Files(*.wma)|*.wma|"
-                                          "Wav Files (*.wav)|*.wav|"
-                                          "Ogg Vorbis Files(*.ogg)|*.ogg|"
-                                          "AVI Files(*.avi)|*.avi|"
-                                          "All Files(*.*)|*.*");
+QString OpenFilter() {
+    // The commas in the first pattern belong to it.
+    return FilterText(
+        {{QT_TRANSLATE_NOOP("kestrune::FileChoice", "All Supported Files"),
+          "*.mp3;*.mp2;*.mpeg,*.mpc;*.mp+;*.wma;*.wav;*.ogg,*.avi"},
+         {QT_TRANSLATE_NOOP("kestrune::FileChoice", "MPEG Files(*.mp3;*.mp2;*.mpeg;*.mpc;*.mp+)"),
+          "*.mp3;*.mp2;*.mpeg;*.mpc;*.mp+"},
+         {QT_TRANSLATE_NOOP("kestrune::FileChoice", "WMA Files(*.wma)"), "*.wma"},
+         {QT_TRANSLATE_NOOP("kestrune::FileChoice", "Wav Files (*.wav)"), "*.wav"},
+         {QT_TRANSLATE_NOOP("kestrune::FileChoice", "Ogg Vorbis Files(*.ogg)"), "*.ogg"},
+         {QT_TRANSLATE_NOOP("kestrune::FileChoice", "AVI Files(*.avi)"), "*.avi"},
+         {QT_TRANSLATE_NOOP("kestrune::FileChoice", "All Files(*.*)"), "*.*"}});
+}
 
 // Text that is no number of the property's type leaves the property alone.
 template <typename Number>
@@ -52,9 +55,9 @@ TagControls ControlsOf(const TagFields& tag) {
 TechnicalTexts TechnicalOf(const KSTAudioInformation2& information) {
     TechnicalTexts texts;
     texts.infoFormatString = information.GetFormatString();
-    texts.infoFrequency = QStringLiteral("%1 Hz").arg(information.Frequency());
-    texts.infoBitrate = QStringLiteral("%1 bps").arg(information.GetBitrate());
-    texts.infoDuration = QStringLiteral("%1 ms").arg(information.GetDurationMs());
+    texts.infoFrequency = TagEditor::tr("%1 Hz").arg(information.Frequency());
+    texts.infoBitrate = TagEditor::tr("%1 bps").arg(information.GetBitrate());
+    texts.infoDuration = TagEditor::tr("%1 ms").arg(information.GetDurationMs());
     texts.infoChannels = QString::number(information.Channels());
     texts.infoSamples = QString::number(information.Samples());
     texts.infoSize = QString::number(information.FileSize());
@@ -97,8 +100,8 @@ void TagEditor::ChooseTagKind(int option) {
 
 void TagEditor::ImageinPath() {
     FileChoice choice;
-    choice.title = openTitle;
-    choice.filter = openFilter;
+    choice.title = tr("Open Audio File");
+    choice.filter = OpenFilter();
     choice.mustExist = true;
     if (!aFile_.isEmpty()) {
         QString name;

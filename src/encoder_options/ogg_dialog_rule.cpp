@@ -113,7 +113,8 @@ bool OggDialogRule::ApplyOgg() {
         isSet = SetBitrates(0, 0);
     }
     if (!isSet) {
-        target_.prompts.Message(QStringLiteral("Incorrect format"), PromptIcon::Critical);
+        target_.prompts.Message(QCoreApplication::translate("kestrune::OggDialog", "Incorrect format"),
+                                PromptIcon::Critical);
         return false;
     }
     if (target_.showText) {

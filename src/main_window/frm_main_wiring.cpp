@@ -1,8 +1,6 @@
 // Which signal of the rules goes to which control, and which click to which rule.
 #include "main_window/frm_main.h"
 
-#include <QCoreApplication>
-
 namespace kestrune {
 
 void FrmMain::ConnectTransport() {
@@ -12,9 +10,7 @@ void FrmMain::ConnectTransport() {
             controls_.ImageSmall[i]->setVisible(static_cast<int>(lamp) == static_cast<int>(i));
         }
     });
-    connect(transport, &Transport::PauseCaption, menus_.mnuPause, [this](const QString& caption) {
-        menus_.mnuPause->setText(QCoreApplication::translate("kestrune::Transport", qUtf8Printable(caption)));
-    });
+    connect(transport, &Transport::PauseCaption, menus_.mnuPause, &QAction::setText);
     connect(transport, &Transport::NameShown, this, &FrmMain::ShowName);
     connect(transport, &Transport::ThumbVisible, controls_.positionBar, &PositionBar::SetThumbVisible);
     connect(transport, &Transport::PositionReset, controls_.positionBar, &PositionBar::WalkToStart);

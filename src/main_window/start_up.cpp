@@ -4,6 +4,8 @@
 #include "app/update_record.h"
 #include "playlist/playlist_order.h"
 
+#include <QCoreApplication>
+
 namespace kestrune {
 
 namespace {
@@ -51,7 +53,8 @@ bool IsOnlyInstance(InstanceLock& lock, UserPrompts& prompts) {
     if (lock.TryLock()) {
         return true;
     }
-    prompts.Message(QStringLiteral("This programme is running!"), PromptIcon::Information);
+    prompts.Message(QCoreApplication::translate("kestrune::StartUp", "This programme is running!"),
+                    PromptIcon::Information);
     return false;
 }
 
@@ -61,7 +64,8 @@ bool LoadMainWindow(const StartUpParts& parts) {
     const int deviceCount = parts.audioPlayer.DeviceCount();
     if (deviceCount < 1 &&
         !parts.prompts.AskYesNo(
-            QStringLiteral("There is no Audio Device installed on this machine, continue anyway? "),
+            QCoreApplication::translate(
+                "kestrune::StartUp", "There is no Audio Device installed on this machine, continue anyway? "),
             PromptIcon::Warning)) {
         return false;
     }

@@ -1,5 +1,6 @@
 #include "playback/equalizer_bands.h"
 
+#include <QCoreApplication>
 #include <QLocale>
 #include <algorithm>
 #include <cmath>
@@ -81,7 +82,8 @@ QString BandLabel(int band) {
 
 QString BandFrequency(int band) {
     const auto hz = static_cast<int>(equalizerCentresHz[static_cast<size_t>(band)]);
-    return QLocale(QLocale::English).toString(hz) + QStringLiteral(" Hz");
+    return QCoreApplication::translate("kestrune::EqualizerPanel", "%1 Hz")
+        .arg(QLocale(QLocale::English).toString(hz));
 }
 
 QString GainText(float gainDb) {
@@ -89,7 +91,8 @@ QString GainText(float gainDb) {
     const QChar sign = rounded > 0 ? QChar(u'+') : QChar(0x2212);
     const bool isWhole = rounded == std::round(rounded);
     const QString size = QString::number(std::abs(rounded), 'f', isWhole ? 0 : 1);
-    return (rounded == 0 ? QString() : QString(sign)) + size + QStringLiteral(" dB");
+    return QCoreApplication::translate("kestrune::EqualizerPanel", "%1 dB")
+        .arg((rounded == 0 ? QString() : QString(sign)) + size);
 }
 
 } // namespace kestrune

@@ -13,10 +13,6 @@ namespace {
 constexpr qint64 feedBlockMs = 2000;
 constexpr qint32 seekFromStart = 3;
 
-QString PauseText() {
-    return QStringLiteral("Pause");
-}
-
 } // namespace
 
 Transport::Transport(const TransportParts& parts, QObject* parent) : QObject(parent), parts_(parts) {
@@ -108,8 +104,7 @@ bool Transport::ChooseRow() {
 
 void Transport::AskToDeleteRow() {
     const bool remove = parts_.prompts.AskYesNo(
-        QStringLiteral("The selected file no longer exists. Would you like to delete it "
-                       "from your playlist?"),
+        tr("The selected file no longer exists. Would you like to delete it from your playlist?"),
         PromptIcon::Information);
     if (!remove) {
         return;
@@ -160,7 +155,7 @@ void Transport::StopPlay() {
     parts_.audioFile.CloseFile();
     state_.IsPlaying = false;
     emit ChangeColorEnabled(true);
-    emit PauseCaption(PauseText());
+    emit PauseCaption(tr("Pause"));
     emit DisplayCleared();
     SetButton(false);
     SetPlayButtonTrueFalse(ButtonPlay, true);
@@ -179,7 +174,7 @@ void Transport::PauseContinue() {
     }
     KSTAudioPlayer2& player = parts_.audioPlayer;
     if (!state_.IsPaused) {
-        emit PauseCaption(QStringLiteral("Continue"));
+        emit PauseCaption(tr("Continue"));
         state_.IsPaused = true;
         // The figure stands still only once the output has stopped; the sound goes on until then.
         player.StopOutput();
@@ -190,7 +185,7 @@ void Transport::PauseContinue() {
         SetPlayButtonTrueFalse(ButtonPlay, true);
         return;
     }
-    emit PauseCaption(PauseText());
+    emit PauseCaption(tr("Pause"));
     state_.IsPaused = false;
     player.Prepare();
     if (player.GetStatus() < 0) {

@@ -54,7 +54,7 @@ void Admission::AddFiletoList(const QString& path, const QString& fileName) {
     } else {
         const MusicInfo info = GetMusicInfo(file);
         if (info.Time.isEmpty()) {
-            prompts_.Message(QStringLiteral("Invalid audio file!"), PromptIcon::Warning);
+            prompts_.Message(tr("Invalid audio file!"), PromptIcon::Warning);
             emit WaitCursor(false);
             return;
         }

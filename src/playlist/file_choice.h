@@ -7,13 +7,21 @@
 
 #include <QString>
 #include <QStringList>
+#include <initializer_list>
 
 namespace kestrune {
 
-inline const QString addFilesTitle = QStringLiteral("Add audio files");
-inline const QString addForBurningTitle = QStringLiteral("Add audio files for burning");
-inline const QString openPlaylistTitle = QStringLiteral("Open playlist");
-inline const QString savePlaylistTitle = QStringLiteral("Save playlist");
+enum class FileDialog { AddFiles, AddForBurning, OpenPlaylist, SavePlaylist };
+
+// An entry of a filter. The label is in English, marked for the context "kestrune::FileChoice", and is shown
+// in the user's language; patterns are parted by semicolons.
+struct FilterEntry {
+    const char* label;
+    const char* patterns;
+};
+
+// As FileChoice takes it.
+QString FilterText(std::initializer_list<FilterEntry> entries);
 
 // What came of a dialog. With several files `list` holds their full paths in the order of choice and the
 // other two are empty; with one, `path` is its folder and `file` its name; all empty after a cancel.
@@ -23,12 +31,12 @@ struct ChosenFiles {
     QStringList list;
 };
 
-// What the dialog of a title offers. A title that is none of the four gets no filter.
-FileChoice FileChoiceFor(const QString& title);
+// What a dialog offers.
+FileChoice FileChoiceFor(FileDialog dialog);
 
-// Shows the dialog of the title, starting in the state's CurPath, and stores the new folder; a cancel stores
+// Shows a dialog, starting in the state's CurPath, and stores the new folder; a cancel stores
 // nothing. Window thread.
-ChosenFiles ShowFileDialog(const QString& title, ProgramState& state, Options& options, UserPrompts& prompts);
+ChosenFiles ShowFileDialog(FileDialog dialog, ProgramState& state, Options& options, UserPrompts& prompts);
 
 // True when the file exists and has one of the audio endings. Endings have three or four letters.
 bool IsAudioFile(const QString& file);

@@ -10,7 +10,7 @@ void ListTip::MouseMoved() {
     const qint64 nowMs = clock_.MonotonicMs();
     if (!firstMoveMs_) {
         firstMoveMs_ = nowMs;
-        text_ = QStringLiteral("Hold CTRL to select more than 1");
+        text_ = tr("Hold CTRL to select more than 1");
         isHint_ = true;
     } else if (isHint_ && nowMs - *firstMoveMs_ >= hintMs) {
         text_.clear();

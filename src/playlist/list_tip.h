@@ -4,6 +4,7 @@
 
 #include "components/clock.h"
 
+#include <QCoreApplication>
 #include <QString>
 #include <optional>
 
@@ -11,6 +12,7 @@ namespace kestrune {
 
 // Window thread. The clock must outlive the object.
 class ListTip {
+    Q_DECLARE_TR_FUNCTIONS(kestrune::ListTip)
 public:
     explicit ListTip(Clock& clock) : clock_(clock) {}
 

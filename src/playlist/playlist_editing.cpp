@@ -41,7 +41,7 @@ PlaylistEditing::PlaylistEditing(ProgramState& state, PlaylistRows& rows, Playli
       playback_(std::move(playback)) {}
 
 void PlaylistEditing::DelFilefromList() {
-    if (prompts_.AskYesNo(QStringLiteral("Delete selected files from Playlist?"), PromptIcon::Question)) {
+    if (prompts_.AskYesNo(tr("Delete selected files from Playlist?"), PromptIcon::Question)) {
         StopIfDeleted();
         rows_.RemoveSelected();
         rows_.Renumber();

@@ -44,8 +44,8 @@ void PlaylistFiles::OpenSavePlayList(const QString& operation, bool useDefaultFi
         save ? Save(file, true) : Open(file);
         return;
     }
-    const ChosenFiles chosen =
-        ShowFileDialog(save ? savePlaylistTitle : openPlaylistTitle, state_, options_, prompts_);
+    const ChosenFiles chosen = ShowFileDialog(save ? FileDialog::SavePlaylist : FileDialog::OpenPlaylist,
+                                              state_, options_, prompts_);
     if (chosen.path.isEmpty() || chosen.file.isEmpty()) {
         return;
     }
@@ -70,7 +70,7 @@ void PlaylistFiles::Save(const QString& path, bool isDefault) {
         QFile::remove(path);
     }
     if (!isDefault) {
-        prompts_.Message(QStringLiteral("Saved successfully!"), PromptIcon::Warning);
+        prompts_.Message(tr("Saved successfully!"), PromptIcon::Warning);
     }
 }
 
@@ -143,7 +143,7 @@ void PlaylistFiles::OpenSaveWinaimM3U(const QString& path, const QString& operat
     }
     const ParsedList list = ParseM3u(ReadWholeFile(path));
     if (!list.isValid) {
-        prompts_.Message(QStringLiteral("Invalid Winamp M3U Playlist!"), PromptIcon::Warning);
+        prompts_.Message(tr("Invalid Winamp M3U Playlist!"), PromptIcon::Warning);
         return;
     }
     AddTextEntries(list, path, clearFirst);
@@ -156,7 +156,7 @@ void PlaylistFiles::OpenSaveWinaimPls(const QString& path, const QString& operat
     }
     const ParsedList list = ParsePls(ReadWholeFile(path));
     if (!list.isValid) {
-        prompts_.Message(QStringLiteral("Invalid Winamp PLS Playlist!"), PromptIcon::Warning);
+        prompts_.Message(tr("Invalid Winamp PLS Playlist!"), PromptIcon::Warning);
         return;
     }
     AddTextEntries(list, path, clearFirst);
@@ -185,7 +185,7 @@ void PlaylistFiles::OpenSaveMediaPlayerWAX(const QString& path, const QString& o
     }
     const ParsedList list = ParseAsx(ReadWholeFile(path));
     if (!list.isValid) {
-        prompts_.Message(QStringLiteral("Invalid Media Player Playlist!"), PromptIcon::Warning);
+        prompts_.Message(tr("Invalid Media Player Playlist!"), PromptIcon::Warning);
         return;
     }
     if (list.entries.empty()) {
@@ -228,7 +228,7 @@ void PlaylistFiles::SaveDefault() {
 }
 
 void PlaylistFiles::AddFilesByDialog() {
-    const ChosenFiles chosen = ShowFileDialog(addFilesTitle, state_, options_, prompts_);
+    const ChosenFiles chosen = ShowFileDialog(FileDialog::AddFiles, state_, options_, prompts_);
     if (chosen.list.isEmpty()) {
         if (!chosen.path.isEmpty() && !chosen.file.isEmpty()) {
             admission_.AddFiletoList(chosen.path, chosen.file);

@@ -2,6 +2,8 @@
 
 #include "playlist/playlist_text.h"
 
+#include <QCoreApplication>
+
 namespace kestrune {
 
 namespace {
@@ -19,7 +21,8 @@ QString MegabytesWithDigit(const PlaylistSums& sums) {
 }
 
 QString LabelText(const PlaylistSums& sums) {
-    return FormatMinutes(sums.seconds) + QStringLiteral(" (") + Megabytes(sums) + QStringLiteral(" MB)");
+    return QCoreApplication::translate("kestrune::TotalTexts", "%1 (%2 MB)")
+        .arg(FormatMinutes(sums.seconds), Megabytes(sums));
 }
 
 } // namespace
@@ -30,8 +33,8 @@ TotalTexts TotalTextsOf(const PlaylistRows& rows) {
     TotalTexts texts;
     texts.LabelSeltal0 = LabelText(total);
     texts.LabelSeltal1 = LabelText(selected);
-    texts.PictureSelToalTip = MegabytesWithDigit(total) + QStringLiteral(" MB/") +
-                              MegabytesWithDigit(selected) + QStringLiteral(" MB");
+    texts.PictureSelToalTip = QCoreApplication::translate("kestrune::TotalTexts", "%1 MB/%2 MB")
+                                  .arg(MegabytesWithDigit(total), MegabytesWithDigit(selected));
     texts.LabelTemp = FormatMinutes(total.seconds) + u'/' + FormatMinutes(selected.seconds);
     return texts;
 }

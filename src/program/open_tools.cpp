@@ -2,6 +2,7 @@
 
 #include "convert/converterfrm_dialog.h"
 #include "editors/frm_info.h"
+#include "program/converter_tool.h"
 #include "program/frm_splash.h"
 
 namespace kestrune {
@@ -11,19 +12,14 @@ namespace {
 class OpenedConverter : public OpenedTool {
 public:
     OpenedConverter(const ToolParts& parts, QWidget* owner)
-        : outputFile_(parts.components.MakeAudioFile()),
-          inputFile_(parts.components.MakeAudioFile()),
-          rules_(parts.state, parts.rows, *inputFile_, *outputFile_, parts.components.Prompts(),
-                 parts.components.Events(), parts.components.Time()),
-          window_({rules_, *outputFile_, parts.components.Prompts()}, owner) {}
+        : tool_(parts.components, parts.state, parts.rows),
+          window_({tool_.rules, *tool_.outputFile, parts.components.Prompts()}, owner) {}
 
     void Load() override { window_.Load(); }
     QDialog& Window() override { return window_; }
 
 private:
-    std::unique_ptr<KSTAudioFile2> outputFile_;
-    std::unique_ptr<KSTAudioFile2> inputFile_;
-    ConverterRules rules_;
+    ConverterTool tool_;
     ConverterfrmDialog window_;
 };
 

@@ -1,6 +1,6 @@
 #include "tool_window/tool_windows.h"
 
-#include <QObject>
+#include <QCoreApplication>
 
 namespace kestrune {
 
@@ -8,7 +8,9 @@ namespace {
 
 void TellIfMissing(bool isThere, UserPrompts& prompts) {
     if (!isThere) {
-        prompts.Message(QObject::tr("This tool is not part of Kestrune yet."), PromptIcon::Information);
+        prompts.Message(
+            QCoreApplication::translate("kestrune::ToolWindows", "This tool is not part of Kestrune yet."),
+            PromptIcon::Information);
     }
 }
 

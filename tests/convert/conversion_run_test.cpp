@@ -295,11 +295,20 @@ public:
     qint64 GetLengthBytes() override { return length; }
 };
 
+class UnmeasuredComponents : public FakeComponents {
+public:
+    std::unique_ptr<KSTAudioFile2> MakeAudioFile() override {
+        return Noted(files, std::make_unique<UnmeasuredFile>());
+    }
+};
+
 TEST_F(RunTest, ProgressStaysANumberWhenTheLengthIsNotKnown) {
-    UnmeasuredFile unmeasured;
+    UnmeasuredComponents parts;
+    ConverterTool unmeasuredTool(parts, program, playlist);
+    auto& unmeasured = static_cast<UnmeasuredFile&>(*parts.files[1]);
+    ConverterRules& other = unmeasuredTool.rules;
     const QString path = AddMusic(QStringLiteral("a.wav"), 800);
     unmeasured.files = input.files;
-    ConverterRules other(program, playlist, unmeasured, output, prompts, pending, clock);
     other.Load();
     std::vector<float> seen;
     QObject::connect(&other.Run, &ConversionRun::ProgressConvertShown,
@@ -310,7 +319,7 @@ TEST_F(RunTest, ProgressStaysANumberWhenTheLengthIsNotKnown) {
     };
     copyFile();
     EXPECT_THAT(seen, ElementsAre(0.001F, 100.0F, 0.001F));
-    EXPECT_EQ(output.written.value(out.Path(QStringLiteral("a.mp3"))).size(), 800);
+    EXPECT_EQ(parts.files[0]->written.value(out.Path(QStringLiteral("a.mp3"))).size(), 800);
     // One that is too short never shows more than the whole.
     seen.clear();
     unmeasured.length = 300;

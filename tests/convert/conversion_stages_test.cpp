@@ -229,8 +229,8 @@ TEST_F(StagesTest, WithoutTheWayBackAStageEndsWithItsStopLine) {
     for (const StageFacts& facts : Stages()) {
         Forget();
         Run(facts.stage);
-        EXPECT_EQ(ToTexts(output.calls).back(), Utf8(u'#' + facts.stopLog));
-        EXPECT_EQ(ToTexts(input.calls).back(), Utf8(u'#' + facts.stopLog));
+        EXPECT_EQ(ToTexts(output.calls).back(), Utf8(u'#' + StopLog(facts)));
+        EXPECT_EQ(ToTexts(input.calls).back(), Utf8(u'#' + StopLog(facts)));
     }
 }
 

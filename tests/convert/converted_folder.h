@@ -2,10 +2,8 @@
 #pragma once
 
 #include "backends/audio_file/codec_file.h"
-#include "convert/converter_rules.h"
-#include "playlist/playlist_rows.h"
-#include "support/fake_clock.h"
-#include "support/fake_user_prompts.h"
+#include "program/converter_tool.h"
+#include "support/fake_components.h"
 #include "support/rule_support.h"
 
 #include <QDir>
@@ -57,6 +55,18 @@ private:
     double longestMs_ = 0;
     int longestAt_ = 0;
     int runs_ = 0;
+};
+
+// Reads and writes files as on a machine.
+class CodecComponents : public FakeComponents {
+public:
+    QList<CodecFile*> codecFiles;
+    TimedEvents timedEvents;
+
+    std::unique_ptr<KSTAudioFile2> MakeAudioFile() override {
+        return Noted(codecFiles, std::make_unique<CodecFile>());
+    }
+    PendingEvents& Events() override { return timedEvents; }
 };
 
 // A tone in noise of a seed, interleaved.
@@ -112,12 +122,12 @@ protected:
     rules::Folder folder_;
     ProgramState program_;
     PlaylistRows playlist_;
-    CodecFile input_;
-    CodecFile output_;
-    FakeUserPrompts prompts_;
-    TimedEvents events_;
-    FakeClock clock_;
-    ConverterRules converter_{program_, playlist_, input_, output_, prompts_, events_, clock_};
+    CodecComponents components_;
+    ConverterTool tool_{components_, program_, playlist_};
+    CodecFile& output_ = *components_.codecFiles[0];
+    FakeUserPrompts& prompts_ = components_.prompts;
+    TimedEvents& events_ = components_.timedEvents;
+    ConverterRules& converter_ = tool_.rules;
 };
 
 } // namespace kestrune

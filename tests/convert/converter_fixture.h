@@ -1,12 +1,8 @@
-// The rules of the converter over fakes, with folders of their own.
+// The rules of the converter as the program opens them, over fakes, with folders of their own.
 #pragma once
 
-#include "convert/converter_rules.h"
-#include "playlist/playlist_rows.h"
-#include "support/fake_audio_file.h"
-#include "support/fake_clock.h"
-#include "support/fake_pending_events.h"
-#include "support/fake_user_prompts.h"
+#include "program/converter_tool.h"
+#include "support/fake_components.h"
 #include "support/rule_support.h"
 
 #include <gmock/gmock.h>
@@ -126,12 +122,16 @@ protected:
     Folder out;
     ProgramState program;
     PlaylistRows playlist;
-    FakeAudioFile input;
-    FakeAudioFile output;
-    FakeUserPrompts prompts;
-    FakePendingEvents pending;
-    FakeClock clock;
-    ConverterRules converter{program, playlist, input, output, prompts, pending, clock};
+    FakeComponents components;
+    ConverterTool tool{components, program, playlist};
+
+    // The parts that tests look at.
+    FakeAudioFile& output = *components.files[0];
+    FakeAudioFile& input = *components.files[1];
+    FakeUserPrompts& prompts = components.prompts;
+    FakePendingEvents& pending = components.events;
+    FakeClock& clock = components.clock;
+    ConverterRules& converter = tool.rules;
     int firstLine = 1;
 };
 

@@ -2,10 +2,8 @@
 #pragma once
 
 #include "convert/converterfrm_dialog.h"
-#include "support/fake_audio_file.h"
-#include "support/fake_clock.h"
-#include "support/fake_pending_events.h"
-#include "support/fake_user_prompts.h"
+#include "program/converter_tool.h"
+#include "support/fake_components.h"
 
 #include <QFile>
 #include <QScrollBar>
@@ -73,12 +71,16 @@ protected:
     QTemporaryDir results;
     ProgramState program;
     PlaylistRows playlist;
-    FakeAudioFile input;
-    FakeAudioFile output;
-    FakeUserPrompts prompts;
-    FakePendingEvents pending;
-    FakeClock clock;
-    ConverterRules rules{program, playlist, input, output, prompts, pending, clock};
+    FakeComponents components;
+    ConverterTool tool{components, program, playlist};
+
+    // The parts that tests look at.
+    FakeAudioFile& output = *components.files[0];
+    FakeAudioFile& input = *components.files[1];
+    FakeUserPrompts& prompts = components.prompts;
+    FakePendingEvents& pending = components.events;
+    FakeClock& clock = components.clock;
+    ConverterRules& rules = tool.rules;
     ConverterfrmDialog window{{rules, output, prompts}};
 };
 

@@ -1,6 +1,7 @@
 // The left side of the converter window by mouse and keys: paths, input types, the list, the two heights.
 #include "convert/converter_window_fixture.h"
 
+#include <QAccessible>
 #include <QMimeData>
 #include <QScreen>
 
@@ -183,6 +184,18 @@ TEST_F(ConverterListTest, BoxesOfRowsAreTickedByMouseAndKeyAndTheStatusLineFollo
     EXPECT_EQ(Find<QLabel>("Label10(1)")->text(), QStringLiteral("0 File Created/0 File Converted(Total 2)"));
     TickRow(2);
     EXPECT_FALSE(rules.Rows.IsChecked(2));
+}
+
+TEST_F(ConverterListTest, AScreenReaderTicksARowAndTheStatusLineFollows) {
+    Open();
+    QAccessibleInterface* list = QAccessible::queryAccessibleInterface(List());
+    EXPECT_EQ(list->text(QAccessible::Name), QStringLiteral("Files to convert"));
+    QAccessibleInterface* box = list->tableInterface()->cellAt(1, ColumnName);
+    EXPECT_EQ(box->text(QAccessible::Name), QStringLiteral("b.mp3"));
+    box->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+    EXPECT_TRUE(rules.Rows.IsChecked(2));
+    EXPECT_TRUE(box->state().checked);
+    EXPECT_EQ(Find<QLabel>("Label10(1)")->text(), QStringLiteral("0 File Created/0 File Converted(Total 1)"));
 }
 
 TEST_F(ConverterListTest, AClickShowsThePathAndADoubleClickTurnsTheTick) {

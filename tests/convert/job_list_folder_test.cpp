@@ -251,10 +251,10 @@ TEST_F(FolderModeTest, TextsOfAnyLettersComeBack) {
     converter.Load();
     jobs.txtInputFile_Change(folder);
     EXPECT_THAT(Names(), ElementsAre("é.ogg"));
-    ConverterRules again(program, playlist, input, output, prompts, pending, clock);
-    again.Load();
-    EXPECT_EQ(Utf8(again.Jobs.txtInputFile()), Utf8(folder));
-    EXPECT_EQ(again.Rows.Count(), 1);
+    ConverterTool again(components, program, playlist);
+    again.rules.Load();
+    EXPECT_EQ(Utf8(again.rules.Jobs.txtInputFile()), Utf8(folder));
+    EXPECT_EQ(again.rules.Rows.Count(), 1);
 }
 
 } // namespace

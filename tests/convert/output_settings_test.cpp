@@ -244,7 +244,8 @@ TEST_F(OutputSettingsTest, EachOpeningStartsFromTheDefaults) {
     Open();
     settings.opFreq_Click(0);
     Tick(OutputBox::chGSM);
-    ConverterRules again(program, playlist, input, output, prompts, pending, clock);
+    ConverterTool opened(components, program, playlist);
+    ConverterRules& again = opened.rules;
     again.Load();
     EXPECT_EQ(again.State.SampleRate, 44100);
     EXPECT_FALSE(again.Settings.IsTicked(OutputBox::chGSM));

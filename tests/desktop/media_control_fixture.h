@@ -1,9 +1,7 @@
-// What the desktop sees of a transport over fakes.
+// What the desktop sees of a program over fakes.
 #pragma once
 
-#include "desktop/media_control.h"
 #include "playback/transport_fixture.h"
-#include "support/fake_audio_information.h"
 
 #include <QCoreApplication>
 
@@ -39,6 +37,7 @@ protected:
         FakeAudioInformation::Probe probe;
         probe.durationMs = 10000;
         probe.bitrateBps = 128000;
+        prober.files.insert(path, probe);
         audioInfo.files.insert(path, probe);
     }
     // A track of 10 seconds that is on disk and not in the list. Returns its address.
@@ -56,13 +55,13 @@ protected:
     }
     PlaybackStatus Status() { return control.State().status; }
 
-    FakeAudioInformation audioInfo;
-    Admission admission{rows, audioInfo, prompts};
-    PlaylistFiles files{state, options, rows, admission, prompts};
-    VolumeKnob knob{KnobGeometry{}};
-    bool blocked = false;
-    MediaControl control{{options, rows, admission, files, transport, buttons, knob, file, audioInfo,
-                          [this] { return blocked; }}};
+    FakeAudioInformation& prober = *house.components.information[0];    // of the list
+    FakeAudioInformation& audioInfo = *house.components.information[1]; // of what plays
+    Admission& admission = house.program.admission;
+    PlaylistFiles& files = house.program.files;
+    VolumeKnob& knob = house.program.knob;
+    bool& blocked = house.tools.isUserKeptAway;
+    MediaControl& control = house.program.media;
     QList<MediaProperties> told;
     MediaState lastTold;
     QList<qint64> seeked;

@@ -125,12 +125,13 @@ TEST_F(MediaNewsTest, ANeighbourThatComesOrGoesIsTold) {
     EXPECT_TRUE(lastTold.canGoNext);
 }
 
-TEST_F(MediaNewsTest, NothingIsToldBeforeSomebodyWatches) {
-    MediaControl unwatched{
-        {options, rows, admission, files, transport, buttons, knob, file, audioInfo, [] { return false; }}};
+class UnwatchedMediaTest : public TransportFixture {};
+
+TEST_F(UnwatchedMediaTest, NothingIsToldBeforeSomebodyWatches) {
+    MediaControl& unwatched = house.program.media;
     bool heard = false;
     QObject::connect(&unwatched, &MediaControl::Changed, &unwatched, [&] { heard = true; });
-    Load(1);
+    AddTracks(1);
     Play(1);
     transport.PauseContinue();
     QCoreApplication::sendPostedEvents(&unwatched, 0);

@@ -1,7 +1,6 @@
 #include "main_window/menu_routing.h"
 
 #include "playback/transport_fixture.h"
-#include "support/fake_tool_windows.h"
 
 namespace kestrune {
 namespace {
@@ -29,8 +28,8 @@ protected:
         return used;
     }
 
-    FakeToolWindows windows;
-    MenuRouting routing{state, buttons, rows, windows, prompts};
+    FakeToolWindows& windows = house.tools;
+    MenuRouting& routing = house.program.routing;
     QList<int> atLabel;
     QList<int> atCursor;
 };

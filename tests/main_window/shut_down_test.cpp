@@ -2,7 +2,7 @@
 
 #include "playlist/ksl_format.h"
 #include "playlist/playlist_order.h"
-#include "support/rule_support.h"
+#include "support/program_playlist.h"
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,8 @@
 #include "main_window/start_up.h"
 
 #include "playlist/ksl_format.h"
-#include "support/fake_audio_file.h"
-#include "support/fake_audio_player.h"
-#include "support/fake_clock.h"
-#include "support/rule_support.h"
+#include "support/fake_main_window.h"
+#include "support/program_playlist.h"
 
 #include <QDir>
 #include <gtest/gtest.h>
@@ -18,29 +16,6 @@ using rules::MakeRow;
 using rules::Playlist;
 using rules::Utf8;
 
-// Notes the steps, and what the program had done at some of them.
-class WindowLog : public MainWindowSteps {
-public:
-    QStringList steps;
-    std::function<void(const QString&)> onStep;
-    void Hide() override { Note(QStringLiteral("Hide")); }
-    void FillColourList() override { Note(QStringLiteral("FillColourList")); }
-    void PrepareDisplay() override { Note(QStringLiteral("PrepareDisplay")); }
-    void PrepareSkin() override { Note(QStringLiteral("PrepareSkin")); }
-    void PaintSkin() override { Note(QStringLiteral("PaintSkin")); }
-    void SizeAndCentre() override { Note(QStringLiteral("SizeAndCentre")); }
-    void ShowKnob() override { Note(QStringLiteral("ShowKnob")); }
-    void Show() override { Note(QStringLiteral("Show")); }
-
-private:
-    void Note(const QString& step) {
-        steps << step;
-        if (onStep) {
-            onStep(step);
-        }
-    }
-};
-
 class FakeLock : public InstanceLock {
 public:
     bool isFree = true;
@@ -49,10 +24,7 @@ public:
 
 class StartUpTest : public testing::Test {
 protected:
-    bool Load() {
-        return LoadMainWindow({list.state, list.options, list.rows, list.files, transport, knob, audioFile,
-                               audioPlayer, list.prompts, window});
-    }
+    bool Load() { return list.house.program.Load(window); }
     QString UpdateFile() const { return list.home.Path(QStringLiteral("associateupdate.src")); }
     // The four bytes of the update record.
     std::string UpdateBytes() const {
@@ -68,12 +40,11 @@ protected:
     }
 
     Playlist list;
-    FakeAudioFile audioFile;
-    FakeAudioPlayer audioPlayer;
-    FakeClock clock;
-    Transport transport{{list.state, list.rows, list.options, audioFile, audioPlayer, list.prompts, clock}};
-    VolumeKnob knob{KnobGeometry{}};
-    WindowLog window;
+    FakeAudioFile& audioFile = *list.house.components.files.first();
+    FakeAudioPlayer& audioPlayer = *list.house.components.players.first();
+    Transport& transport = list.house.program.transport;
+    VolumeKnob& knob = list.house.program.knob;
+    FakeMainWindow window;
 };
 
 TEST(ProgramState, TellsTitleVersionAndBuild) {

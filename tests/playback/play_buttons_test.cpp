@@ -1,4 +1,5 @@
 // What the buttons do beside the player: recording, and the rows of the list.
+#include "support/fake_recording.h"
 #include "transport_fixture.h"
 
 namespace kestrune {
@@ -6,7 +7,11 @@ namespace {
 
 using testing::IsEmpty;
 
-class PlayButtonsTest : public TransportFixture {};
+class PlayButtonsTest : public TransportFixture {
+protected:
+    FakeRecording recording;
+    PlayButtons buttons{{state, rows, options, clock, transport, recording}};
+};
 
 TEST_F(PlayButtonsTest, RecordStartsARecording) {
     buttons.ImagePlayButton_Click(ButtonRecord);

@@ -1,13 +1,8 @@
 // A transport that really plays: files in memory, heard through the simulated player.
 #pragma once
 
-#include "playback/play_buttons.h"
-#include "playback/transport.h"
-#include "support/fake_audio_file.h"
-#include "support/fake_clock.h"
-#include "support/fake_recording.h"
-#include "support/fake_user_prompts.h"
 #include "support/simulated_player.h"
+#include "support/test_program.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -16,10 +11,23 @@
 
 namespace kestrune {
 
+class SimulatedComponents : public FakeComponents {
+public:
+    SimulatedPlayer* player = nullptr;
+
+    std::unique_ptr<KSTAudioPlayer2> MakeAudioPlayer() override {
+        auto made = std::make_unique<SimulatedPlayer>();
+        player = made.get();
+        return made;
+    }
+};
+
 class SimulatedTransport : public testing::Test {
 protected:
     SimulatedTransport() {
         state.AppPath = folder.path();
+        // Nobody looks at a display here, and to feed one takes most of the time.
+        QObject::disconnect(&player, nullptr, &house.program.feed, nullptr);
         QObject::connect(&transport, &Transport::LampShown, &transport, [this](Lamp shown) { lamp = shown; });
         QObject::connect(&transport, &Transport::PauseCaption, &transport,
                          [this](const QString& shown) { caption = shown; });
@@ -51,16 +59,14 @@ protected:
 
     std::mt19937 noise{41017};
     QTemporaryDir folder;
-    ProgramState state;
-    Options options{state};
-    PlaylistRows rows;
-    FakeAudioFile file;
-    SimulatedPlayer player;
-    FakeUserPrompts prompts;
-    FakeClock clock;
-    Transport transport{{state, rows, options, file, player, prompts, clock}};
-    FakeRecording recording;
-    PlayButtons buttons{{state, rows, options, clock, transport, recording}};
+    TestProgram<SimulatedComponents> house;
+    ProgramState& state = house.state;
+    Options& options = house.program.options;
+    PlaylistRows& rows = house.program.rows;
+    FakeAudioFile& file = *house.components.files.first();
+    SimulatedPlayer& player = *house.components.player;
+    Transport& transport = house.program.transport;
+    PlayButtons& buttons = house.program.buttons;
     QList<QByteArray> contents;
     Lamp lamp = Lamp::Stopped;
     QString caption = QStringLiteral("Pause");

@@ -1,13 +1,7 @@
-// A transport over fakes, with one record of everything that it does, in order.
+// The transport of a program over fakes, with one record of everything that it does, in order.
 #pragma once
 
-#include "playback/play_buttons.h"
-#include "playback/transport.h"
-#include "support/fake_audio_file.h"
-#include "support/fake_audio_player.h"
-#include "support/fake_clock.h"
-#include "support/fake_recording.h"
-#include "support/fake_user_prompts.h"
+#include "support/test_program.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -74,6 +68,19 @@ public:
 
 private:
     QStringList& log_;
+};
+
+// Writes what player and files are told into one log.
+class LoggedComponents : public FakeComponents {
+public:
+    QStringList log;
+
+    std::unique_ptr<KSTAudioPlayer2> MakeAudioPlayer() override {
+        return Noted(players, std::make_unique<LoggedAudioPlayer>(log));
+    }
+    std::unique_ptr<KSTAudioFile2> MakeAudioFile() override {
+        return Noted(files, std::make_unique<LoggedAudioFile>(log));
+    }
 };
 
 // Tracks are mono at 1000 Hz unless a test says otherwise: two bytes to a millisecond, 4000 to a block.
@@ -166,18 +173,20 @@ protected:
     }
     void CheckMode(PlayMode mode) { options.ImageRepeatModeBut_Click(static_cast<int>(mode)); }
 
-    QStringList log;
     QTemporaryDir folder;
-    ProgramState state;
-    Options options{state};
-    PlaylistRows rows;
-    LoggedAudioFile file{log};
-    LoggedAudioPlayer player{log};
-    FakeUserPrompts prompts;
-    FakeClock clock;
-    Transport transport{{state, rows, options, file, player, prompts, clock}};
-    FakeRecording recording;
-    PlayButtons buttons{{state, rows, options, clock, transport, recording}};
+    TestProgram<LoggedComponents> house;
+
+    // The parts of the program that tests look at.
+    QStringList& log = house.components.log;
+    ProgramState& state = house.state;
+    Options& options = house.program.options;
+    PlaylistRows& rows = house.program.rows;
+    FakeAudioFile& file = *house.components.files.first();
+    FakeAudioPlayer& player = *house.components.players.first();
+    FakeUserPrompts& prompts = house.components.prompts;
+    FakeClock& clock = house.components.clock;
+    Transport& transport = house.program.transport;
+    PlayButtons& buttons = house.program.buttons;
     QString pauseCaption = QStringLiteral("Pause");
     int lamp = 0;
 

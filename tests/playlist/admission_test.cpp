@@ -2,7 +2,7 @@
 
 #include "playlist/playlist_order.h"
 #include "playlist/playlist_totals.h"
-#include "support/rule_support.h"
+#include "support/program_playlist.h"
 
 #include <QDir>
 #include <gtest/gtest.h>

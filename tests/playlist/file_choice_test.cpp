@@ -1,5 +1,6 @@
 #include "playlist/file_choice.h"
 
+#include "support/fake_user_prompts.h"
 #include "support/rule_support.h"
 
 #include <QDir>
@@ -13,9 +14,9 @@ using rules::Folder;
 using rules::Utf8;
 
 // "label|patterns" of each entry of a filter.
-std::vector<std::string> Filters(const QString& title) {
+std::vector<std::string> Filters(FileDialog dialog) {
     std::vector<std::string> entries;
-    const QStringList parts = FileChoiceFor(title).filter.split(u'|');
+    const QStringList parts = FileChoiceFor(dialog).filter.split(u'|');
     for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
         entries.push_back(Utf8(parts[i] + u'|' + parts[i + 1]));
     }
@@ -25,7 +26,7 @@ std::vector<std::string> Filters(const QString& title) {
 const std::string playlistPatterns = "*.ksl;*.m3u;*.pls;*.wax;*.asx;*.wvx";
 
 TEST(FileFilters, OfAddingFiles) {
-    EXPECT_EQ(Filters(QStringLiteral("Add audio files")),
+    EXPECT_EQ(Filters(FileDialog::AddFiles),
               (std::vector<std::string>{
                   "All Supported Formats|*.wav;*.mp3;*.mp2;*.mp1;*.mpeg;*.vox;*.raw;*.pcm;*.gsm;*.adpcm;"
                   "*.g726;*.g721;*.g723;*.ogg;*.wma;*.mpc;*.mp+;*.dss;*.ksl;*.m3u;*.pls;*.wax;*.asx;*.wvx",
@@ -46,18 +47,17 @@ TEST(FileFilters, OfAddingFiles) {
 }
 
 TEST(FileFilters, OfAddingFilesForBurning) {
-    EXPECT_EQ(Filters(QStringLiteral("Add audio files for burning")),
-              (std::vector<std::string>{
-                  "All Supported Audio Formats|*.mp3;*.wma;*.wav;*.ogg",
-                  "MP3 Files (*.mp3)|*.mp3",
-                  "WMA Files (*.wma)|*.wma",
-                  "WAV Files (*.wav)|*.wav",
-                  "Ogg Vorbis Files (*.ogg)|*.ogg",
-              }));
+    EXPECT_EQ(Filters(FileDialog::AddForBurning), (std::vector<std::string>{
+                                                      "All Supported Audio Formats|*.mp3;*.wma;*.wav;*.ogg",
+                                                      "MP3 Files (*.mp3)|*.mp3",
+                                                      "WMA Files (*.wma)|*.wma",
+                                                      "WAV Files (*.wav)|*.wav",
+                                                      "Ogg Vorbis Files (*.ogg)|*.ogg",
+                                                  }));
 }
 
 TEST(FileFilters, OfOpeningAndSavingAPlaylist) {
-    EXPECT_EQ(Utf8(FileChoiceFor(QStringLiteral("Open playlist")).filter),
+    EXPECT_EQ(Utf8(FileChoiceFor(FileDialog::OpenPlaylist).filter),
               "All Supported Playlists(*.ksl;*.m3u;*.pls;*.wax;*.asx;*.wvx)|" + playlistPatterns +
                   "|Playlist Files (*.ksl)|*.ksl"
                   "|Winamp M3U Playlist(*.m3u)|*.m3u"
@@ -66,36 +66,42 @@ TEST(FileFilters, OfOpeningAndSavingAPlaylist) {
                   "|Media Player WVX Playlist(*.wvx)|*.wvx"
                   "|Media Player WAX Playlist(*.wax)|*.wax"
                   "|All Files (*.*)|*.*");
-    EXPECT_EQ(Utf8(FileChoiceFor(QStringLiteral("Save playlist")).filter),
-              Utf8(FileChoiceFor(QStringLiteral("Open playlist")).filter));
+    EXPECT_EQ(Utf8(FileChoiceFor(FileDialog::SavePlaylist).filter),
+              Utf8(FileChoiceFor(FileDialog::OpenPlaylist).filter));
 }
 
 TEST(FileChoiceFor, TheAddDialogsTakeSeveralFilesThatExist) {
-    for (const QString& title : {addFilesTitle, addForBurningTitle}) {
-        const FileChoice choice = FileChoiceFor(title);
+    for (const FileDialog dialog : {FileDialog::AddFiles, FileDialog::AddForBurning}) {
+        const FileChoice choice = FileChoiceFor(dialog);
         EXPECT_TRUE(choice.multiple);
         EXPECT_TRUE(choice.mustExist);
         EXPECT_FALSE(choice.save);
-        EXPECT_EQ(Utf8(choice.title), Utf8(title));
     }
 }
 
+TEST(FileChoiceFor, EachDialogHasItsTitle) {
+    EXPECT_EQ(Utf8(FileChoiceFor(FileDialog::AddFiles).title), "Add audio files");
+    EXPECT_EQ(Utf8(FileChoiceFor(FileDialog::AddForBurning).title), "Add audio files for burning");
+    EXPECT_EQ(Utf8(FileChoiceFor(FileDialog::OpenPlaylist).title), "Open playlist");
+    EXPECT_EQ(Utf8(FileChoiceFor(FileDialog::SavePlaylist).title), "Save playlist");
+}
+
 TEST(FileChoiceFor, OpeningNeedsAFileThatExistsAndSavingDoesNot) {
-    EXPECT_TRUE(FileChoiceFor(openPlaylistTitle).mustExist);
-    EXPECT_FALSE(FileChoiceFor(openPlaylistTitle).multiple);
-    EXPECT_FALSE(FileChoiceFor(openPlaylistTitle).save);
-    EXPECT_FALSE(FileChoiceFor(savePlaylistTitle).mustExist);
-    EXPECT_TRUE(FileChoiceFor(savePlaylistTitle).save);
+    EXPECT_TRUE(FileChoiceFor(FileDialog::OpenPlaylist).mustExist);
+    EXPECT_FALSE(FileChoiceFor(FileDialog::OpenPlaylist).multiple);
+    EXPECT_FALSE(FileChoiceFor(FileDialog::OpenPlaylist).save);
+    EXPECT_FALSE(FileChoiceFor(FileDialog::SavePlaylist).mustExist);
+    EXPECT_TRUE(FileChoiceFor(FileDialog::SavePlaylist).save);
 }
 
 class ShowFileDialogTest : public testing::Test {
 protected:
     ShowFileDialogTest() { state.AppPath = home.Path(); }
-    ChosenFiles Show(const QString& title, const QStringList& chosen) {
+    ChosenFiles Show(FileDialog dialog, const QStringList& chosen) {
         if (!chosen.isEmpty()) {
             prompts.filesToChoose = {chosen};
         }
-        return ShowFileDialog(title, state, options, prompts);
+        return ShowFileDialog(dialog, state, options, prompts);
     }
     std::string StoredFolder() {
         ProgramState later;
@@ -111,20 +117,20 @@ protected:
 
 TEST_F(ShowFileDialogTest, StartsInTheFolderLastUsed) {
     state.CurPath = QStringLiteral("/music/");
-    Show(addFilesTitle, {});
+    Show(FileDialog::AddFiles, {});
     ASSERT_EQ(prompts.choices.size(), 1);
     EXPECT_EQ(Utf8(prompts.choices[0].startFolder), "/music/");
     EXPECT_EQ(Utf8(prompts.choices[0].title), "Add audio files");
 }
 
 TEST_F(ShowFileDialogTest, WithoutOneItStartsInTheCurrentFolderAndKeepsIt) {
-    Show(openPlaylistTitle, {});
+    Show(FileDialog::OpenPlaylist, {});
     EXPECT_EQ(Utf8(prompts.choices[0].startFolder), Utf8(QDir::currentPath()));
     EXPECT_EQ(Utf8(state.CurPath), Utf8(QDir::currentPath()));
 }
 
 TEST_F(ShowFileDialogTest, OneFileGivesFolderAndNameAndTheFolderIsStored) {
-    const ChosenFiles chosen = Show(addFilesTitle, {QStringLiteral("/music/a/song.mp3")});
+    const ChosenFiles chosen = Show(FileDialog::AddFiles, {QStringLiteral("/music/a/song.mp3")});
     EXPECT_EQ(Utf8(chosen.path), "/music/a/");
     EXPECT_EQ(Utf8(chosen.file), "song.mp3");
     EXPECT_TRUE(chosen.list.isEmpty());
@@ -135,7 +141,7 @@ TEST_F(ShowFileDialogTest, OneFileGivesFolderAndNameAndTheFolderIsStored) {
 TEST_F(ShowFileDialogTest, SeveralFilesGiveAListInTheOrderOfChoice) {
     const QStringList files = {QStringLiteral("/m/c.mp3"), QStringLiteral("/m/a.mp3"),
                                QStringLiteral("/m/b.mp3")};
-    const ChosenFiles chosen = Show(addFilesTitle, files);
+    const ChosenFiles chosen = Show(FileDialog::AddFiles, files);
     EXPECT_EQ(chosen.list, files);
     EXPECT_TRUE(chosen.path.isEmpty());
     EXPECT_TRUE(chosen.file.isEmpty());
@@ -144,7 +150,7 @@ TEST_F(ShowFileDialogTest, SeveralFilesGiveAListInTheOrderOfChoice) {
 
 TEST_F(ShowFileDialogTest, ACancelGivesNothingAndStoresNothing) {
     state.CurPath = QStringLiteral("/music/");
-    const ChosenFiles chosen = Show(savePlaylistTitle, {});
+    const ChosenFiles chosen = Show(FileDialog::SavePlaylist, {});
     EXPECT_TRUE(chosen.path.isEmpty());
     EXPECT_TRUE(chosen.file.isEmpty());
     EXPECT_TRUE(chosen.list.isEmpty());

@@ -15,7 +15,8 @@
 
 namespace kestrune {
 
-// Makes fakes, and knows those that were made, in their order, for as long as their owners live.
+// Makes fakes, and knows those that were made, in their order, for as long as their owners live. A test that
+// needs another one, or a real one, overrides what makes it.
 class FakeComponents : public Components {
 public:
     QList<FakeAudioPlayer*> players;
@@ -37,12 +38,15 @@ public:
     Clock& Time() override { return clock; }
     PendingEvents& Events() override { return events; }
 
-private:
-    template <typename Fake>
-    static std::unique_ptr<Fake> Noted(QList<Fake*>& made) {
-        auto fake = std::make_unique<Fake>();
+protected:
+    template <typename Fake, typename Made>
+    static std::unique_ptr<Made> Noted(QList<Fake*>& made, std::unique_ptr<Made> fake) {
         made.append(fake.get());
         return fake;
+    }
+    template <typename Fake>
+    static std::unique_ptr<Fake> Noted(QList<Fake*>& made) {
+        return Noted(made, std::make_unique<Fake>());
     }
 };
 

@@ -1,14 +1,7 @@
-// What the tests of the rules share: files in a folder of their own, texts that GoogleTest can print, and a
-// playlist over fakes.
+// What the tests of the rules share: files in a folder of their own, and texts that GoogleTest can print.
 #pragma once
 
-#include "app/options.h"
-#include "app/program_state.h"
-#include "playlist/admission.h"
-#include "playlist/playlist_files.h"
 #include "playlist/playlist_rows.h"
-#include "support/fake_audio_information.h"
-#include "support/fake_user_prompts.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -68,36 +61,5 @@ inline std::vector<std::string> Column(const PlaylistRows& rows, RowField field)
     }
     return texts;
 }
-
-// The playlist and all that it works with. `home` is the program's folder, `music` holds the user's files.
-class Playlist {
-public:
-    Folder home;
-    Folder music;
-    ProgramState state;
-    Options options{state};
-    PlaylistRows rows;
-    FakeAudioInformation probe;
-    FakeUserPrompts prompts;
-    Admission admission{rows, probe, prompts};
-    PlaylistFiles files{state, options, rows, admission, prompts};
-
-    Playlist() { state.AppPath = home.Path(); }
-
-    QString MusicFolder() const { return music.Path() + u'/'; }
-    QString DefaultFile() const { return home.Path(QStringLiteral("Default.ksl")); }
-
-    // A file that the prober knows as one minute with the title.
-    QString AddMusic(const QString& name, const QString& title = {}) {
-        const QString path = music.Write(name, "x");
-        FakeAudioInformation::Probe facts;
-        facts.bitrateBps = 128 * 1024;
-        facts.durationMs = 60000;
-        facts.formatString = QStringLiteral("MPEG Layer-3, 44,100 Hz, 128 KBPS, Stereo");
-        facts.title = title;
-        probe.files.insert(path, facts);
-        return path;
-    }
-};
 
 } // namespace kestrune::rules
