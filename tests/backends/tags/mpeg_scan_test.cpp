@@ -1,4 +1,5 @@
-#include "backends/tags/mpeg_scan.h"
+#include "backends/formats/mpeg_scan.h"
+#include "backends/tags/bounded_file.h"
 
 #include "backends/tags/made_files.h"
 

@@ -1,0 +1,76 @@
+#include "backends/formats/demuxer_choice.h"
+
+#include "backends/formats/file_kind.h"
+#include "backends/formats/leading_tag.h"
+
+#include <QFileInfo>
+#include <QStringList>
+
+extern "C" {
+#include <libavformat/avformat.h>
+#include <libavutil/avstring.h>
+}
+
+namespace kestrune {
+
+namespace {
+
+constexpr int probeBytes = 1 << 20;
+// Below this a kind was guessed from very little.
+constexpr int trustedScore = AVPROBE_SCORE_EXTENSION / 2;
+// Noise in front of MPEG audio may be long.
+constexpr qint64 mostMpegSearchBytes = 16 << 20;
+
+// Readers of recorded sound in one file. The library has others that take their data from the network, from
+// devices or from further files, by ways of their own that nobody can refuse, and those of bare samples,
+// which would read anything.
+constexpr const char* recordedSound =
+    "aac,ac3,act,adx,aea,aiff,amr,amrnb,amrwb,ape,apm,asf,ast,au,avi,avr,caf,dsf,dss,dts,dtshd,dv,eac3,epaf,"
+    "flac,flv,g729,gsm,gxf,hcom,iff,ircam,kvag,loas,matroska,webm,mlp,mov,mp4,m4a,3gp,3g2,mj2,mp3,mpc,mpc8,"
+    "mpeg,"
+    "mpegts,mxf,nistsphere,nsv,nut,ogg,oma,pvf,rm,rso,sds,shn,sox,spdif,swf,tak,truehd,tta,voc,w64,wav,wtv,"
+    "wv,wve";
+
+bool HasAudioExtension(const QString& path) {
+    static const QStringList extensions = {
+        QStringLiteral("wav"), QStringLiteral("mp3"), QStringLiteral("mp2"),  QStringLiteral("mp1"),
+        QStringLiteral("mpa"), QStringLiteral("ogg"), QStringLiteral("wma"),  QStringLiteral("dss"),
+        QStringLiteral("aac"), QStringLiteral("ac3"), QStringLiteral("mpeg"),
+    };
+    return extensions.contains(QFileInfo(path).suffix().toLower());
+}
+
+bool IsMpegAudio(const AVInputFormat* format) {
+    return format != nullptr && qstrcmp(format->name, "mp3") == 0;
+}
+
+} // namespace
+
+const AVInputFormat* ChooseDemuxer(AVIOContext& io, ByteSource& source, const QString& path) {
+    // The library sees no kind behind several tags.
+    const qint64 start = LeadingTagBytes(source);
+    // The name without its folder is all that may be used to tell a kind.
+    const QByteArray name = QFileInfo(path).fileName().toUtf8();
+    const AVInputFormat* format = nullptr;
+    const int score = avio_seek(&io, start, SEEK_SET) == start
+                          ? av_probe_input_buffer2(&io, &format, name.constData(), nullptr, 0, probeBytes)
+                          : 0;
+    if (avio_seek(&io, 0, SEEK_SET) != 0) {
+        return nullptr;
+    }
+    const bool recorded = format != nullptr && av_match_list(format->name, recordedSound, ',') > 0;
+    if (recorded && score >= trustedScore && !IsMpegAudio(format)) {
+        return format;
+    }
+    // A few frames are too little for the library, and false ones in other data too much.
+    if (FindKind(source).kind == FileKind::Mpeg) {
+        return av_find_input_format("mp3");
+    }
+    const bool believed = HasAudioExtension(path);
+    if ((believed || IsMpegAudio(format)) && FindMpegFrameAnywhere(source, mostMpegSearchBytes)) {
+        return av_find_input_format("mp3");
+    }
+    return recorded && believed && !IsMpegAudio(format) ? format : nullptr;
+}
+
+} // namespace kestrune
