@@ -7,7 +7,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QFile>
 #include <QFileInfo>
 
 #include <ostream>
@@ -148,16 +147,15 @@ protected:
     }
 
     static Told Tell(const QString& name, const QByteArray& bytes) {
-        const QString path = made_->Write(name, bytes);
+        const TestFolder folder;
+        const QString path = folder.Write(name, bytes);
         const auto info = MakeAudioInformation();
         CodecFile reader;
         const bool probed = info->OpenInfo(path) == Outcome::Ok;
         const bool opened = reader.OpenRead(path) == Outcome::Ok;
         const QString none = QStringLiteral("none");
-        Told told{probed ? info->GetFormatString().section(u',', 0, 2) : none,
-                  opened ? reader.GetFormatText().section(u',', 0, 2) : none};
-        QFile::remove(path);
-        return told;
+        return {probed ? info->GetFormatString().section(u',', 0, 2) : none,
+                opened ? reader.GetFormatText().section(u',', 0, 2) : none};
     }
 
     static void ExpectBothTell(const QString& kind, const QString& name, const QByteArray& bytes) {
@@ -301,6 +299,16 @@ TEST_F(DoubtfulKind, AFewFramesOfMpegAudioAreEnough) {
         ExpectBothTell(QStringLiteral("MPEG Layer-3"), QStringLiteral("a.mp3"), few);
         ExpectBothTell(QStringLiteral("MPEG Layer-3"), QStringLiteral("a.dat"), few);
     }
+}
+
+TEST_F(DoubtfulKind, TheNameCountsWhereTheContentSaysTooLittle) {
+    const QByteArray whole = Bytes({"a.aac", "-", ""});
+    ASSERT_GT(whole.size(), 7);
+    const auto byteAt = [&](qsizetype at) { return static_cast<uchar>(whole[at]); };
+    const qsizetype frameBytes = (byteAt(3) & 3) << 11 | byteAt(4) << 3 | byteAt(5) >> 5;
+    const QByteArray one = whole.left(frameBytes);
+    ExpectBothTell(QStringLiteral("AAC"), QStringLiteral("a.aac"), one);
+    ExpectBothTell(QStringLiteral("none"), QStringLiteral("a.dat"), one);
 }
 
 TEST_F(DoubtfulKind, NoiseBeforeMpegAudioHidesNothing) {
