@@ -15,7 +15,8 @@ namespace kestrune {
 
 namespace {
 
-constexpr int probeBytes = 1 << 20;
+constexpr qint64 leastProbeBytes = 4096;
+constexpr qint64 mostProbeBytes = 1 << 20;
 // Below this a kind was guessed from very little.
 constexpr int trustedScore = AVPROBE_SCORE_EXTENSION / 2;
 // Noise in front of MPEG audio may be long.
@@ -44,20 +45,37 @@ bool IsMpegAudio(const AVInputFormat* format) {
     return format != nullptr && qstrcmp(format->name, "mp3") == 0;
 }
 
-} // namespace
+struct Guessed {
+    const AVInputFormat* format = nullptr;
+    int score = 0;
+};
 
-const AVInputFormat* ChooseDemuxer(AVIOContext& io, ByteSource& source, const QString& path) {
-    // The library sees no kind behind several tags.
+// From a little of the file, or from more of it where that says too little. The library would read it by
+// itself, but sees no kind behind several tags.
+Guessed Guess(ByteSource& source, const QString& path) {
     const qint64 start = LeadingTagBytes(source);
     // The name without its folder is all that may be used to tell a kind.
     const QByteArray name = QFileInfo(path).fileName().toUtf8();
-    const AVInputFormat* format = nullptr;
-    const int score = avio_seek(&io, start, SEEK_SET) == start
-                          ? av_probe_input_buffer2(&io, &format, name.constData(), nullptr, 0, probeBytes)
-                          : 0;
-    if (avio_seek(&io, 0, SEEK_SET) != 0) {
-        return nullptr;
+    Guessed guessed;
+    for (qint64 bytes = leastProbeBytes; guessed.score <= AVPROBE_SCORE_RETRY; bytes *= 4) {
+        const QByteArray head = source.ReadAt(start, bytes);
+        QByteArray padded = head + QByteArray(AVPROBE_PADDING_SIZE, '\0');
+        AVProbeData data = {};
+        data.filename = name.constData();
+        data.buf = reinterpret_cast<unsigned char*>(padded.data());
+        data.buf_size = static_cast<int>(head.size());
+        guessed.format = av_probe_input_format3(&data, 1, &guessed.score);
+        if (head.size() < bytes || bytes >= mostProbeBytes) {
+            break;
+        }
     }
+    return guessed;
+}
+
+} // namespace
+
+const AVInputFormat* ChooseDemuxer(ByteSource& source, const QString& path) {
+    const auto [format, score] = Guess(source, path);
     const bool recorded = format != nullptr && av_match_list(format->name, recordedSound, ',') > 0;
     if (recorded && score >= trustedScore && !IsMpegAudio(format)) {
         return format;

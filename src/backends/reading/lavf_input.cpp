@@ -88,7 +88,7 @@ bool LavfInput::OpenContext(const QString& path) {
         return false;
     }
     BytesBehind bytes(file, window_.start);
-    const AVInputFormat* const kind = ChooseDemuxer(*io_, bytes, path);
+    const AVInputFormat* const kind = ChooseDemuxer(bytes, path);
     if (kind == nullptr) {
         return false;
     }

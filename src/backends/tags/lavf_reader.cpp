@@ -16,6 +16,9 @@ namespace kestrune {
 namespace {
 
 constexpr int bufferBytes = 32 * 1024;
+// Each jump out of the buffer fills it anew, and in MPEG audio behind noise the library jumps to and fro
+// until it has a frame.
+constexpr int mpegBufferBytes = 1024 * 1024;
 constexpr int64_t mostProbeBytes = 1024 * 1024;
 constexpr int64_t mostAnalyseUs = 2 * AV_TIME_BASE;
 
@@ -56,12 +59,12 @@ int RefuseOpen(AVFormatContext* /*context*/, AVIOContext** /*io*/, const char* /
     return AVERROR(EPERM);
 }
 
-AVIOContext* MakeIo(LavfReader::Reading& reading) {
-    auto* buffer = static_cast<unsigned char*>(av_malloc(bufferBytes));
+AVIOContext* MakeIo(LavfReader::Reading& reading, int bytes) {
+    auto* buffer = static_cast<unsigned char*>(av_malloc(static_cast<size_t>(bytes)));
     if (buffer == nullptr) {
         return nullptr;
     }
-    AVIOContext* io = avio_alloc_context(buffer, bufferBytes, 0, &reading, ReadPacket, nullptr, SeekFile);
+    AVIOContext* io = avio_alloc_context(buffer, bytes, 0, &reading, ReadPacket, nullptr, SeekFile);
     if (io == nullptr) {
         av_free(buffer);
     }
@@ -118,13 +121,13 @@ LavfReader::~LavfReader() {
 bool LavfReader::Open() {
     const FileMark mark = FindMark(reading_.file);
     reading_.start = mark.kind == FileKind::Unknown ? 0 : mark.start;
-    io_ = MakeIo(reading_);
     BytesBehind bytes(reading_.file, reading_.start);
-    const AVInputFormat* format = io_ != nullptr ? ChooseDemuxer(*io_, bytes, reading_.file.Path()) : nullptr;
+    const AVInputFormat* format = ChooseDemuxer(bytes, reading_.file.Path());
     if (format == nullptr) {
         return false;
     }
-    context_ = OpenInput(io_, format);
+    io_ = MakeIo(reading_, qstrcmp(format->name, "mp3") == 0 ? mpegBufferBytes : bufferBytes);
+    context_ = io_ != nullptr ? OpenInput(io_, format) : nullptr;
     sound_ = context_ != nullptr ? FirstDecodableAudio(*context_) : nullptr;
     if (sound_ == nullptr) {
         qCDebug(logTags) << "no audio in" << reading_.file.Path() << "read as" << format->name;

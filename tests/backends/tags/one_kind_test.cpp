@@ -241,7 +241,7 @@ TEST_F(DoubtfulKind, PartsOfMarksLeaveBareSamples) {
     const QByteArrayList parts = {
         QByteArray::fromHex("3026B275"), "riff", "wvPk", "Rifx", "OGGS", "form", "Creative Voice", "ftypxx"};
     for (const QByteArray& part : parts) {
-        SCOPED_TRACE(part.constData());
+        SCOPED_TRACE(part.toHex(' ').constData());
         ExpectBothTell(QStringLiteral("PCM"), QStringLiteral("a.raw"), part + Noise(60000));
         ExpectBothTell(QStringLiteral("Dialogic VOX"), QStringLiteral("a.vox"), part + Noise(60000));
     }
@@ -269,7 +269,7 @@ TEST_F(DoubtfulKind, WholeMarksAreNoBareSamples) {
                                   QByteArray::fromHex("000001BA"),
                                   EmptyTag()};
     for (const QByteArray& mark : marks) {
-        SCOPED_TRACE(mark.constData());
+        SCOPED_TRACE(mark.toHex(' ').constData());
         ExpectBothTell(QStringLiteral("none"), QStringLiteral("a.raw"), mark + Noise(60000));
         ExpectBothTell(QStringLiteral("none"), QStringLiteral("a.vox"), mark + Noise(60000));
     }
