@@ -51,7 +51,7 @@ struct Guessed {
 };
 
 // From a little of the file, or from more of it where that says too little. The library would read it by
-// itself, but sees no kind behind several tags.
+// itself, but long tags in front would be all that it sees.
 Guessed Guess(ByteSource& source, const QString& path) {
     const qint64 start = LeadingTagBytes(source);
     // The name without its folder is all that may be used to tell a kind.

@@ -119,6 +119,15 @@ TEST(BoundedFile, TinyReadsCostToo) {
     EXPECT_LT(reads, 1000000);
 }
 
+TEST(MpegScan, TakesTwoFramesBeforeAPieceOfAHeader) {
+    const QByteArray two = LayerThreeFrame().repeated(2);
+    for (const QByteArray& rest : {QByteArray(), QByteArray(1, '\xFF'), QByteArray(3, '\0')}) {
+        EXPECT_TRUE(ScanOf(two + rest)) << rest.size();
+    }
+    EXPECT_FALSE(ScanOf(two + QByteArray(4, '\0')));
+    EXPECT_FALSE(ScanOf(LayerThreeFrame() + QByteArray(1, '\0')));
+}
+
 } // namespace
 
 } // namespace kestrune

@@ -263,6 +263,8 @@ TEST_F(DoubtfulKind, WholeMarksAreNoBareSamples) {
                                   "Creative Voice File",
                                   "\x02"
                                   "dss",
+                                  "\x03"
+                                  "dss",
                                   "\x1A\x45\xDF\xA3",
                                   QByteArray::fromHex("3026B2758E66CF11A6D900AA0062CE6C"),
                                   QByteArray::fromHex("726966662E91CF11A5D628DB04C10000"),
@@ -302,13 +304,31 @@ TEST_F(DoubtfulKind, AFewFramesOfMpegAudioAreEnough) {
 }
 
 TEST_F(DoubtfulKind, TheNameCountsWhereTheContentSaysTooLittle) {
-    const QByteArray whole = Bytes({"a.aac", "-", ""});
-    ASSERT_GT(whole.size(), 7);
-    const auto byteAt = [&](qsizetype at) { return static_cast<uchar>(whole[at]); };
+    const QByteArray aac = Bytes({"a.aac", "-", ""});
+    ASSERT_GT(aac.size(), 7);
+    const auto byteAt = [&](qsizetype at) { return static_cast<uchar>(aac[at]); };
     const qsizetype frameBytes = (byteAt(3) & 3) << 11 | byteAt(4) << 3 | byteAt(5) >> 5;
-    const QByteArray one = whole.left(frameBytes);
-    ExpectBothTell(QStringLiteral("AAC"), QStringLiteral("a.aac"), one);
-    ExpectBothTell(QStringLiteral("none"), QStringLiteral("a.dat"), one);
+    for (const QByteArray& little : {aac.left(frameBytes), Noise(1000) + aac.left(frameBytes)}) {
+        ExpectBothTell(QStringLiteral("AAC"), QStringLiteral("a.aac"), little);
+        ExpectBothTell(QStringLiteral("none"), QStringLiteral("a.dat"), little);
+    }
+    constexpr qsizetype blockBytes = 836; // at least one of 192 kbit/s
+    const QByteArray little = Bytes({"a.ac3", "-", ""}).left(blockBytes);
+    ExpectBothTell(QStringLiteral("AC3"), QStringLiteral("a.ac3"), little);
+    ExpectBothTell(QStringLiteral("none"), QStringLiteral("a.dat"), little);
+}
+
+// As one with pictures.
+TEST_F(DoubtfulKind, AKindIsToldBehindALongTag) {
+    const QByteArray tag = QByteArray::fromHex("494433030000007F0000") + QByteArray(0x7F << 14, '\0');
+    for (const char* name : {"a.ac3", "a.aac", "a.ogg", "a.flac"}) {
+        const QByteArray bytes = tag + Bytes({name, "-", ""});
+        const QString kind =
+            Tell(QStringLiteral("a.dat"), Bytes({name, "-", ""})).byReader.section(u',', 0, 0);
+        ASSERT_NE(kind, QStringLiteral("none"));
+        ExpectBothTell(kind, QStringLiteral("a.dat"), bytes);
+        ExpectBothTell(kind, QStringLiteral("a.raw"), bytes);
+    }
 }
 
 TEST_F(DoubtfulKind, NoiseBeforeMpegAudioHidesNothing) {
