@@ -2,7 +2,6 @@
 
 #include "app/failure_log.h"
 #include "backends/formats/demuxer_choice.h"
-#include "backends/formats/file_kind.h"
 
 extern "C" {
 #include <libavcodec/avcodec.h>
@@ -24,7 +23,7 @@ constexpr int64_t mostAnalyseUs = 2 * AV_TIME_BASE;
 
 int ReadPacket(void* opaque, uint8_t* out, int bytes) {
     auto& reading = *static_cast<LavfReader::Reading*>(opaque);
-    reading.file.Seek(reading.start + reading.position);
+    reading.file.Seek(reading.position);
     const qint64 got = reading.file.Read(reinterpret_cast<char*>(out), bytes);
     reading.position += got;
     return got > 0 ? static_cast<int>(got) : AVERROR_EOF;
@@ -34,14 +33,14 @@ int64_t SeekFile(void* opaque, int64_t offset, int whence) {
     auto& reading = *static_cast<LavfReader::Reading*>(opaque);
     switch (whence & ~AVSEEK_FORCE) {
     case AVSEEK_SIZE:
-        return reading.file.SizeBytes() - reading.start;
+        return reading.file.SizeBytes();
     case SEEK_SET:
         break;
     case SEEK_CUR:
         offset += reading.position;
         break;
     case SEEK_END:
-        offset += reading.file.SizeBytes() - reading.start;
+        offset += reading.file.SizeBytes();
         break;
     default:
         return AVERROR(EINVAL);
@@ -119,10 +118,7 @@ LavfReader::~LavfReader() {
 }
 
 bool LavfReader::Open() {
-    const FileMark mark = FindMark(reading_.file);
-    reading_.start = mark.kind == FileKind::Unknown ? 0 : mark.start;
-    BytesBehind bytes(reading_.file, reading_.start);
-    const AVInputFormat* format = ChooseDemuxer(bytes, reading_.file.Path());
+    const AVInputFormat* format = ChooseDemuxer(reading_.file, reading_.file.Path());
     if (format == nullptr) {
         return false;
     }

@@ -18,8 +18,7 @@ public:
     // Of the library, which others do not move.
     struct Reading {
         BoundedFile& file;
-        qint64 start = 0;
-        qint64 position = 0; // behind the start
+        qint64 position = 0;
     };
 
     explicit LavfReader(BoundedFile& file);
@@ -27,8 +26,7 @@ public:
     LavfReader(const LavfReader&) = delete;
     LavfReader& operator=(const LavfReader&) = delete;
 
-    // Once. False if the content is of no kind of recorded sound, or holds none that can be decoded. The
-    // library reads tags in front only of kinds that have no mark: in others, places count from behind them.
+    // Once. False if the content is of no kind of recorded sound, or holds none that can be decoded.
     bool Open();
 
     // After an Open that gave true.
