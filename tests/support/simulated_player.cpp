@@ -36,18 +36,18 @@ Outcome SimulatedPlayer::Prepare() {
         return outcome;
     }
     BeginRun();
-    core.Start(WaveFormat(), Channels());
-    framesTimes1000 = 0;
-    sinceTickMs = 0;
+    core_.Start(WaveFormat(), Channels());
+    framesTimes1000_ = 0;
+    sinceTickMs_ = 0;
     ForgetDevice();
     return Outcome::Ok;
 }
 
 void SimulatedPlayer::ForgetDevice() {
-    device.clear();
-    deviceOffset = 0;
-    unfedMs = 0;
-    endIsDue = false;
+    device_.clear();
+    deviceOffset_ = 0;
+    unfedMs_ = 0;
+    endIsDue_ = false;
 }
 
 Outcome SimulatedPlayer::WriteBlock(const QByteArray& block) {
@@ -55,14 +55,14 @@ Outcome SimulatedPlayer::WriteBlock(const QByteArray& block) {
         return Outcome::NotOpen;
     }
     NoteBlockWritten(block);
-    core.Push(block);
+    core_.Push(block);
     return Outcome::Ok;
 }
 
 void SimulatedPlayer::ClearBlocks() {
     if (IsRunning()) {
         ContinueRun();
-        core.Clear();
+        core_.Clear();
         ForgetDevice();
     }
 }
@@ -75,14 +75,14 @@ void SimulatedPlayer::StopOutput() {
 }
 
 void SimulatedPlayer::Vanish() {
-    hasGone = true;
+    hasGone_ = true;
     if (IsRunning()) {
-        events.push_back({Run(), PlayerEvent::DeviceVanished});
+        events_.push_back({Run(), PlayerEvent::DeviceVanished});
     }
 }
 
 void SimulatedPlayer::SetTimerInterval(int ms) {
-    timerIntervalMs = std::max(1, ms);
+    timerIntervalMs_ = std::max(1, ms);
 }
 
 // --- Time ---
@@ -111,12 +111,12 @@ bool SimulatedPlayer::IsIdle() const {
     if (!IsRunning()) {
         return true;
     }
-    const bool waitsForCall = DeviceFrames() == 0 && core.queue.IsEmpty() && !IsUnfed();
-    return waitsForCall && (events.empty() || !deliversEvents);
+    const bool waitsForCall = DeviceFrames() == 0 && core_.queue.IsEmpty() && !IsUnfed();
+    return waitsForCall && (events_.empty() || !deliversEvents);
 }
 
 qint64 SimulatedPlayer::DeviceFrames() const {
-    return (static_cast<qint64>(device.size()) - deviceOffset) / core.Channels();
+    return (static_cast<qint64>(device_.size()) - deviceOffset_) / core_.Channels();
 }
 
 qint64 SimulatedPlayer::MsToNextChange(qint64 limitMs) const {
@@ -124,8 +124,8 @@ qint64 SimulatedPlayer::MsToNextChange(qint64 limitMs) const {
         return limitMs;
     }
     qint64 nextMs = std::min<qint64>(limitMs, deviceBufferMs / 2);
-    nextMs = std::min(nextMs, timerIntervalMs - sinceTickMs);
-    const qint64 soundMs = (DeviceFrames() * 1000 + core.SampleRateHz() - 1) / core.SampleRateHz();
+    nextMs = std::min(nextMs, timerIntervalMs_ - sinceTickMs_);
+    const qint64 soundMs = (DeviceFrames() * 1000 + core_.SampleRateHz() - 1) / core_.SampleRateHz();
     if (soundMs > 0) {
         nextMs = std::min(nextMs, soundMs);
     }
@@ -134,24 +134,25 @@ qint64 SimulatedPlayer::MsToNextChange(qint64 limitMs) const {
 
 void SimulatedPlayer::PassTime(qint64 ms) {
     clockMs += ms;
-    if (!IsRunning() || hasGone) {
+    if (!IsRunning() || hasGone_) {
         return;
     }
-    framesTimes1000 += ms * core.SampleRateHz();
-    const qint64 frames = std::min(framesTimes1000 / 1000, DeviceFrames());
+    framesTimes1000_ += ms * core_.SampleRateHz();
+    const qint64 frames = std::min(framesTimes1000_ / 1000, DeviceFrames());
     if (frames == 0) {
         silentMs += ms;
     }
     // Time that found nothing to play is gone; it does not make the next sound faster.
-    framesTimes1000 = frames == framesTimes1000 / 1000 ? framesTimes1000 % 1000 : 0;
+    framesTimes1000_ = frames == framesTimes1000_ / 1000 ? framesTimes1000_ % 1000 : 0;
     if (keepsHeard && frames > 0) {
-        heard.append(reinterpret_cast<const char*>(device.data() + deviceOffset), frames * core.FrameSize());
+        heard.append(reinterpret_cast<const char*>(device_.data() + deviceOffset_),
+                     frames * core_.FrameSize());
     }
-    deviceOffset += frames * core.Channels();
+    deviceOffset_ += frames * core_.Channels();
     heardFramesTotal += frames;
-    core.SetUnheard(DeviceFrames());
-    unfedMs = IsUnfed() ? unfedMs + ms : 0;
-    sinceTickMs += ms;
+    core_.SetUnheard(DeviceFrames());
+    unfedMs_ = IsUnfed() ? unfedMs_ + ms : 0;
+    sinceTickMs_ += ms;
 }
 
 // --- Events ---
@@ -163,63 +164,63 @@ void SimulatedPlayer::Settle() {
     while (!alive.isNull()) {
         FillDevice();
         RaiseDueEvents();
-        if (events.empty() || !deliversEvents) {
+        if (events_.empty() || !deliversEvents) {
             return;
         }
-        const DueEvent due = events.front();
-        events.pop_front();
+        const DueEvent due = events_.front();
+        events_.pop_front();
         Deliver(due.run, due.event);
     }
 }
 
 void SimulatedPlayer::Tick() {
-    if (!IsRunning() || hasGone || !deliversEvents || sinceTickMs < timerIntervalMs) {
+    if (!IsRunning() || hasGone_ || !deliversEvents || sinceTickMs_ < timerIntervalMs_) {
         return;
     }
-    sinceTickMs = 0;
+    sinceTickMs_ = 0;
     const QPointer<SimulatedPlayer> alive(this);
     const quint64 tickRun = Run();
-    const Levels levels = core.TakeLevels();
-    const qint64 heardFrames = core.HeardFrames();
-    emit Timer(core.HeardBytes());
+    const Levels levels = core_.TakeLevels();
+    const qint64 heardFrames = core_.HeardFrames();
+    emit Timer(core_.HeardBytes());
     if (!alive.isNull() && Run() == tickRun) {
         emit LevelTimer(heardFrames, levels.leftDb, levels.rightDb);
     }
 }
 
 void SimulatedPlayer::FillDevice() {
-    const qint64 roomFrames = static_cast<qint64>(core.SampleRateHz()) * deviceBufferMs / 1000;
-    if (!IsRunning() || hasGone || DeviceFrames() > roomFrames / 2) {
+    const qint64 roomFrames = static_cast<qint64>(core_.SampleRateHz()) * deviceBufferMs / 1000;
+    if (!IsRunning() || hasGone_ || DeviceFrames() > roomFrames / 2) {
         return;
     }
-    device.erase(device.begin(), device.begin() + deviceOffset);
-    deviceOffset = 0;
+    device_.erase(device_.begin(), device_.begin() + deviceOffset_);
+    deviceOffset_ = 0;
     const qint64 heldFrames = DeviceFrames();
-    device.resize(static_cast<size_t>(roomFrames * core.Channels()));
+    device_.resize(static_cast<size_t>(roomFrames * core_.Channels()));
     qint64 frames = heldFrames;
-    while (frames < roomFrames && !core.queue.IsEmpty()) {
-        frames += core.Pull(device.data() + frames * core.Channels(), roomFrames - frames);
+    while (frames < roomFrames && !core_.queue.IsEmpty()) {
+        frames += core_.Pull(device_.data() + frames * core_.Channels(), roomFrames - frames);
     }
-    device.resize(static_cast<size_t>(frames * core.Channels()));
+    device_.resize(static_cast<size_t>(frames * core_.Channels()));
 }
 
 void SimulatedPlayer::RaiseDueEvents() {
-    if (!IsRunning() || hasGone) {
+    if (!IsRunning() || hasGone_) {
         return;
     }
-    const bool asksUnfed = unfedMs >= unfedPatienceMs;
-    if (asksUnfed || core.queue.TakeFirstRequest()) {
-        unfedMs = 0;
-        core.queue.NoteRequest();
-        events.push_back({Run(), PlayerEvent::RequestBlock});
+    const bool asksUnfed = unfedMs_ >= unfedPatienceMs;
+    if (asksUnfed || core_.queue.TakeFirstRequest()) {
+        unfedMs_ = 0;
+        core_.queue.NoteRequest();
+        events_.push_back({Run(), PlayerEvent::RequestBlock});
     }
-    while (core.queue.TakeEndedBlock()) {
-        core.queue.NoteRequest();
-        events.push_back({Run(), PlayerEvent::BlockEnded});
+    while (core_.queue.TakeEndedBlock()) {
+        core_.queue.NoteRequest();
+        events_.push_back({Run(), PlayerEvent::BlockEnded});
     }
-    if (!endIsDue && DeviceFrames() == 0 && core.queue.IsExhausted()) {
-        endIsDue = true;
-        events.push_back({Run(), PlayerEvent::PlayEnded});
+    if (!endIsDue_ && DeviceFrames() == 0 && core_.queue.IsExhausted()) {
+        endIsDue_ = true;
+        events_.push_back({Run(), PlayerEvent::PlayEnded});
     }
 }
 

@@ -36,9 +36,9 @@ public:
     qint64 RunUntilIdle(qint64 limitMs = 24 * 60 * 60 * 1000);
     // The device goes away now; the event comes with the next time that passes. Prepare fails until Return.
     void Vanish();
-    void Return() { hasGone = false; }
+    void Return() { hasGone_ = false; }
 
-    int DeviceCount() override { return hasGone ? 0 : deviceCount; }
+    int DeviceCount() override { return hasGone_ ? 0 : deviceCount; }
     QString DeviceName(int index) override;
     bool IsDeviceUsable() override;
 
@@ -46,16 +46,16 @@ public:
     Outcome WriteBlock(const QByteArray& block) override;
     void ClearBlocks() override;
     void StopOutput() override;
-    qint64 GetPlayedBytes() override { return core.HeardBytes(); }
-    QList<qint16> GetPlayedBlock(int count) override { return core.PlayedBlock(count); }
+    qint64 GetPlayedBytes() override { return core_.HeardBytes(); }
+    QList<qint16> GetPlayedBlock(int count) override { return core_.PlayedBlock(count); }
 
-    void SetVolume(qint32 volume) override { core.chain.SetVolume(volume); }
-    void EnableEqualizer(bool enabled) override { core.chain.EnableEqualizer(enabled); }
-    void SetEqualizer(const EqualizerGains& gainsDb) override { core.chain.SetEqualizer(gainsDb); }
+    void SetVolume(qint32 volume) override { core_.chain.SetVolume(volume); }
+    void EnableEqualizer(bool enabled) override { core_.chain.EnableEqualizer(enabled); }
+    void SetEqualizer(const EqualizerGains& gainsDb) override { core_.chain.SetEqualizer(gainsDb); }
     void SetTimerInterval(int ms) override;
 
 protected:
-    void HandleAnswer(bool wroteBlock) override { core.queue.NoteAnswer(wroteBlock); }
+    void HandleAnswer(bool wroteBlock) override { core_.queue.NoteAnswer(wroteBlock); }
     void HandleRunEnding() override {}
 
 private:
@@ -74,16 +74,16 @@ private:
     void ForgetDevice();
     qint64 DeviceFrames() const; // pulled, not yet heard
 
-    RunCore core;
-    std::deque<DueEvent> events;
-    std::vector<qint16> device; // what was pulled; heard up to deviceOffset
-    qint64 deviceOffset = 0;    // in samples
-    qint64 framesTimes1000 = 0; // part of a frame that has passed
-    qint64 unfedMs = 0;
-    qint64 sinceTickMs = 0;
-    int timerIntervalMs = 30;
-    bool hasGone = false;
-    bool endIsDue = false;
+    RunCore core_;
+    std::deque<DueEvent> events_;
+    std::vector<qint16> device_; // what was pulled; heard up to deviceOffset
+    qint64 deviceOffset_ = 0;    // in samples
+    qint64 framesTimes1000_ = 0; // part of a frame that has passed
+    qint64 unfedMs_ = 0;
+    qint64 sinceTickMs_ = 0;
+    int timerIntervalMs_ = 30;
+    bool hasGone_ = false;
+    bool endIsDue_ = false;
 };
 
 } // namespace kestrune

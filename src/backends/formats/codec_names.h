@@ -1,4 +1,5 @@
-// Names of codings as users read them.
+// Names of codings as users read them. Whoever tells one, for reading, writing or probing, takes it from
+// here.
 #pragma once
 
 #include <QString>
@@ -9,6 +10,10 @@ extern "C" {
 
 namespace kestrune {
 
+// "MPEG Layer-3", "PCM" and so on; a coding without a name here has the library's in capitals.
 QString CodecName(AVCodecID codec);
+
+// Whether it is plain samples, companded ones among them.
+bool IsPcm(AVCodecID codec);
 
 } // namespace kestrune

@@ -1,8 +1,5 @@
 #include "backends/formats/leading_tag.h"
 
-#include <QByteArray>
-#include <QIODevice>
-
 #include <algorithm>
 
 namespace kestrune {
@@ -31,16 +28,16 @@ qint64 TagBytes(const QByteArray& head) {
 
 } // namespace
 
-qint64 LeadingTagBytes(QIODevice& device) {
+qint64 LeadingTagBytes(ByteSource& bytes) {
     qint64 at = 0;
-    for (int tag = 0; tag < mostTags && device.seek(at); ++tag) {
-        const qint64 bytes = TagBytes(device.read(headBytes));
-        if (bytes == 0) {
+    for (int tag = 0; tag < mostTags; ++tag) {
+        const qint64 tagBytes = TagBytes(bytes.ReadAt(at, headBytes));
+        if (tagBytes == 0) {
             break;
         }
-        at += bytes;
+        at += tagBytes;
     }
-    return std::min(at, device.size());
+    return std::min(at, bytes.SizeBytes());
 }
 
 } // namespace kestrune

@@ -1,13 +1,11 @@
 // ID3v2 tags in front of the audio, of any kind of file.
 #pragma once
 
-#include <QtGlobal>
-
-class QIODevice;
+#include "backends/formats/byte_source.h"
 
 namespace kestrune {
 
-// Bytes of all ID3v2 tags at the start of the device; 0 without one, and never beyond its end.
-qint64 LeadingTagBytes(QIODevice& device);
+// Bytes of all ID3v2 tags at the start; 0 without one, and never beyond the end.
+qint64 LeadingTagBytes(ByteSource& bytes);
 
 } // namespace kestrune

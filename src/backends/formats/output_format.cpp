@@ -1,5 +1,6 @@
 #include "backends/formats/output_format.h"
 
+#include "backends/formats/codec_names.h"
 #include "backends/formats/format_text.h"
 #include "backends/formats/wave_header.h"
 
@@ -10,11 +11,11 @@ namespace {
 QString RawKind(qint32 type) {
     switch (type) {
     case RawALaw:
-        return QStringLiteral("A-Law");
+        return CodecName(AV_CODEC_ID_PCM_ALAW);
     case RawMuLaw:
-        return QStringLiteral("mu-Law");
+        return CodecName(AV_CODEC_ID_PCM_MULAW);
     default:
-        return QStringLiteral("PCM");
+        return CodecName(AV_CODEC_ID_PCM_S16LE);
     }
 }
 
@@ -22,52 +23,54 @@ QString WaveKind(quint16 tag) {
     switch (tag) {
     case WaveTagPcm:
     case WaveTagFloat:
-        return QStringLiteral("PCM");
+        return CodecName(AV_CODEC_ID_PCM_S16LE);
     case WaveTagALaw:
-        return QStringLiteral("A-Law");
+        return CodecName(AV_CODEC_ID_PCM_ALAW);
     case WaveTagMuLaw:
-        return QStringLiteral("mu-Law");
+        return CodecName(AV_CODEC_ID_PCM_MULAW);
     case WaveTagMsAdpcm:
-        return QStringLiteral("Microsoft ADPCM");
+        return CodecName(AV_CODEC_ID_ADPCM_MS);
     case WaveTagImaAdpcm:
-        return QStringLiteral("IMA ADPCM");
+        return CodecName(AV_CODEC_ID_ADPCM_IMA_WAV);
     case WaveTagTrueSpeech:
-        return QStringLiteral("TrueSpeech");
+        return CodecName(AV_CODEC_ID_TRUESPEECH);
     case WaveTagGsm610:
-        return QStringLiteral("GSM 6.10");
+        return CodecName(AV_CODEC_ID_GSM);
     case WaveTagMp3:
-        return QStringLiteral("MPEG Layer-3");
+        return CodecName(AV_CODEC_ID_MP3);
     default:
         return QStringLiteral("WAVE format %1").arg(tag);
     }
 }
 
-QString KindText(const OutputFormat& format) {
+} // namespace
+
+QString OutputKindName(const OutputFormat& format) {
     switch (format.kind) {
     case FormatKind::None:
         return {};
     case FormatKind::Pcm:
-        return QStringLiteral("PCM");
+        return CodecName(AV_CODEC_ID_PCM_S16LE);
     case FormatKind::Template:
         return WaveKind(format.waveTag);
     case FormatKind::Raw:
         return RawKind(format.rawType);
     case FormatKind::ImaAdpcm:
-        return QStringLiteral("IMA ADPCM");
+        return CodecName(AV_CODEC_ID_ADPCM_IMA_WAV);
     case FormatKind::Gsm:
-        return QStringLiteral("GSM 6.10");
+        return CodecName(AV_CODEC_ID_GSM);
     case FormatKind::Vox:
         return QStringLiteral("Dialogic VOX");
     case FormatKind::TrueSpeech:
-        return QStringLiteral("TrueSpeech");
+        return CodecName(AV_CODEC_ID_TRUESPEECH);
     case FormatKind::Mp2:
-        return QStringLiteral("MPEG Layer-2");
+        return CodecName(AV_CODEC_ID_MP2);
     case FormatKind::Mp3:
-        return QStringLiteral("MPEG Layer-3");
+        return CodecName(AV_CODEC_ID_MP3);
     case FormatKind::Vorbis:
-        return QStringLiteral("Ogg Vorbis");
+        return CodecName(AV_CODEC_ID_VORBIS);
     case FormatKind::WindowsMedia:
-        return QStringLiteral("Windows Media Audio");
+        return CodecName(AV_CODEC_ID_WMAV2);
     case FormatKind::G721:
         return QStringLiteral("G.721");
     case FormatKind::G723:
@@ -77,8 +80,6 @@ QString KindText(const OutputFormat& format) {
     }
     return {};
 }
-
-} // namespace
 
 int BitrateOf(const OutputFormat& format) {
     switch (format.kind) {
@@ -99,7 +100,7 @@ int BitrateOf(const OutputFormat& format) {
 }
 
 QString OutputFormatText(const OutputFormat& format) {
-    const QString kind = KindText(format);
+    const QString kind = OutputKindName(format);
     if (kind.isEmpty()) {
         return {};
     }

@@ -52,6 +52,9 @@ struct OutputFormat {
     bool operator==(const OutputFormat&) const = default;
 };
 
+// Its kind as users read it; empty for None.
+QString OutputKindName(const OutputFormat& format);
+
 // The text of a format; empty for None.
 QString OutputFormatText(const OutputFormat& format);
 

@@ -25,38 +25,27 @@ ChunkShape ShapeOf(ChunkSource::Coding coding) {
     return {AV_CODEC_ID_ADPCM_IMA_APC, 1, 2};
 }
 
-QString KindOf(ChunkSource::Coding coding) {
-    switch (coding) {
-    case ChunkSource::Coding::Gsm:
-        return QStringLiteral("GSM 6.10");
-    case ChunkSource::Coding::OkiAdpcm:
-        return QStringLiteral("Dialogic VOX");
-    case ChunkSource::Coding::ImaAdpcm:
-        break;
-    }
-    return QStringLiteral("IMA ADPCM");
-}
-
 // Of the codings whose chunks are single bytes, so many are decoded at once.
 constexpr int bytesAtOnce = 1024;
 
 } // namespace
 
-ChunkSource::ChunkSource(std::unique_ptr<QFile> file, Coding coding, int rateHz)
+ChunkSource::ChunkSource(std::unique_ptr<QFile> file, Coding coding, const QString& kind, int rateHz)
     : file_(std::move(file)), coding_(coding), parameters_(avcodec_parameters_alloc()), converter_(1) {
     const ChunkShape shape = ShapeOf(coding);
     parameters_->codec_type = AVMEDIA_TYPE_AUDIO;
     parameters_->codec_id = shape.codec;
     parameters_->sample_rate = rateHz;
     av_channel_layout_default(&parameters_->ch_layout, 1);
-    info_.kind = KindOf(coding);
+    info_.kind = kind;
     info_.rateHz = rateHz;
     info_.channels = 1;
     info_.bitrateBps = static_cast<int>(rateHz * 8LL * shape.bytes / shape.frames);
 }
 
-std::unique_ptr<ChunkSource> ChunkSource::Open(std::unique_ptr<QFile> file, Coding coding, int rateHz) {
-    std::unique_ptr<ChunkSource> source(new ChunkSource(std::move(file), coding, rateHz));
+std::unique_ptr<ChunkSource> ChunkSource::Open(std::unique_ptr<QFile> file, Coding coding,
+                                               const QString& kind, int rateHz) {
+    std::unique_ptr<ChunkSource> source(new ChunkSource(std::move(file), coding, kind, rateHz));
     return source->Rewind() ? std::move(source) : nullptr;
 }
 

@@ -15,8 +15,10 @@ class ChunkSource : public DecodingSource {
 public:
     enum class Coding { Gsm, OkiAdpcm, ImaAdpcm };
 
-    // `file` is open for reading, `rateHz` above 0. Null if there is no decoder.
-    static std::unique_ptr<ChunkSource> Open(std::unique_ptr<QFile> file, Coding coding, int rateHz);
+    // `file` is open for reading, `rateHz` above 0. `kind` is the name that users read. Null if there is no
+    // decoder.
+    static std::unique_ptr<ChunkSource> Open(std::unique_ptr<QFile> file, Coding coding, const QString& kind,
+                                             int rateHz);
 
 protected:
     bool DecodeNext(std::vector<qint16>& piece) override;
@@ -24,7 +26,7 @@ protected:
     qint64 CountFrames() override;
 
 private:
-    ChunkSource(std::unique_ptr<QFile> file, Coding coding, int rateHz);
+    ChunkSource(std::unique_ptr<QFile> file, Coding coding, const QString& kind, int rateHz);
 
     std::unique_ptr<QFile> file_;
     Coding coding_;

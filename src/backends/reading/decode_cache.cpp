@@ -1,11 +1,10 @@
 #include "backends/reading/decode_cache.h"
 
+#include "backends/formats/headerless_kind.h"
 #include "backends/reading/source_factory.h"
 #include "components/pcm.h"
 
 #include <QFile>
-#include <QFileInfo>
-#include <QStringList>
 
 #include <algorithm>
 
@@ -18,13 +17,6 @@ namespace {
 // Blocks outside are not worth a queue, or would hold too much at once.
 constexpr qint64 smallestBlockBytes = 1024;
 constexpr qint64 largestBlockBytes = Q_INT64_C(16) << 20;
-
-bool MayBeHeaderless(const QString& path) {
-    static const QStringList extensions = {
-        QStringLiteral("raw"),  QStringLiteral("pcm"),  QStringLiteral("vox"),  QStringLiteral("gsm"),
-        QStringLiteral("g721"), QStringLiteral("g723"), QStringLiteral("g726"), QStringLiteral("adpcm")};
-    return extensions.contains(QFileInfo(path).suffix().toLower());
-}
 
 qint64 Nanoseconds(const timespec& time) {
     return static_cast<qint64>(time.tv_sec) * 1000000000 + time.tv_nsec;
@@ -40,7 +32,7 @@ FileIdentity IdentityOf(const QString& path, const HeaderlessFormats& headerless
         identity.bytes = facts.st_size;
         identity.modifiedNs = Nanoseconds(facts.st_mtim);
         identity.changedNs = Nanoseconds(facts.st_ctim);
-        if (MayBeHeaderless(path)) {
+        if (HeaderlessKindOf(path) != nullptr) {
             identity.formats = headerless;
         }
     }

@@ -1,13 +1,10 @@
 #include "backends/reading/lavf_input.h"
 
+#include "backends/formats/demuxer_choice.h"
 #include "backends/formats/leading_tag.h"
 
-#include <QFileInfo>
-
 #include <algorithm>
-#include <array>
 #include <limits>
-#include <string_view>
 
 namespace kestrune {
 
@@ -16,14 +13,16 @@ namespace {
 constexpr int ioBufferBytes = 32768;
 constexpr qint64 probeBytes = 1 << 20;
 constexpr qint64 analyzeMicroseconds = 2000000;
-// Below this a kind was guessed from very little; then the extension has to agree that it is audio.
-constexpr int trustedProbeScore = AVPROBE_SCORE_EXTENSION / 2;
 constexpr int mostChannels = 64;
 constexpr qint64 farBehindBytes = Q_INT64_C(1) << 32;
 
 int ReadFile(void* opaque, uint8_t* buffer, int bytes) {
     auto& window = *static_cast<LavfInput::Window*>(opaque);
+    if (!window.file.seek(window.start + window.position)) {
+        return AVERROR_EOF;
+    }
     const qint64 got = window.file.read(reinterpret_cast<char*>(buffer), bytes);
+    window.position += std::max<qint64>(got, 0);
     return got > 0 ? static_cast<int>(got) : AVERROR_EOF;
 }
 
@@ -34,7 +33,7 @@ int64_t SeekFile(void* opaque, int64_t offset, int whence) {
     case AVSEEK_SIZE:
         return window.Size();
     case SEEK_CUR:
-        target += window.file.pos() - window.start;
+        target += window.position;
         break;
     case SEEK_END:
         target += window.Size();
@@ -43,30 +42,16 @@ int64_t SeekFile(void* opaque, int64_t offset, int whence) {
         break;
     }
     // Broken files point anywhere; places far behind the end are not worth asking the system for.
-    const bool sensible = target >= 0 && target <= window.Size() + farBehindBytes;
-    return sensible && window.file.seek(window.start + target) ? target : AVERROR(EINVAL);
+    if (target < 0 || target > window.Size() + farBehindBytes) {
+        return AVERROR(EINVAL);
+    }
+    window.position = target;
+    return target;
 }
 
 int RefuseOpening(AVFormatContext*, AVIOContext** io, const char*, int, AVDictionary**) {
     *io = nullptr;
     return AVERROR(EPERM);
-}
-
-// Kinds that only name other files or addresses. Those of the session descriptions listen on the network
-// without asking anybody.
-bool OnlyNamesOthers(const AVInputFormat& kind) {
-    static constexpr std::array names = {"sdp", "rtsp", "rtp", "hls", "concat", "dash", "imf", "image2"};
-    const std::string_view kindNames = kind.name;
-    return std::any_of(names.begin(), names.end(), [&](std::string_view name) { return kindNames == name; });
-}
-
-bool HasAudioExtension(const QString& path) {
-    static const QStringList extensions = {
-        QStringLiteral("wav"), QStringLiteral("mp3"), QStringLiteral("mp2"),  QStringLiteral("mp1"),
-        QStringLiteral("mpa"), QStringLiteral("ogg"), QStringLiteral("wma"),  QStringLiteral("dss"),
-        QStringLiteral("aac"), QStringLiteral("ac3"), QStringLiteral("mpeg"),
-    };
-    return extensions.contains(QFileInfo(path).suffix().toLower());
 }
 
 } // namespace
@@ -94,24 +79,17 @@ bool LavfInput::OpenContext(const QString& path) {
     if (!window_.file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
         return false;
     }
-    window_.start = LeadingTagBytes(window_.file);
-    if (!window_.file.seek(window_.start)) {
-        return false;
-    }
+    DeviceBytes file(window_.file);
+    window_.start = LeadingTagBytes(file);
     auto* const buffer = static_cast<unsigned char*>(av_malloc(ioBufferBytes));
     io_ = avio_alloc_context(buffer, ioBufferBytes, 0, &window_, ReadFile, nullptr, SeekFile);
     context_ = avformat_alloc_context();
     if (io_ == nullptr || context_ == nullptr) {
         return false;
     }
-    // The name without its folder is all that may be used to tell a kind.
-    const QByteArray name = QFileInfo(path).fileName().toUtf8();
-    const AVInputFormat* kind = nullptr;
-    const int score = av_probe_input_buffer2(io_, &kind, name.constData(), nullptr, 0, probeBytes);
-    if (score < 0 || kind == nullptr || OnlyNamesOthers(*kind)) {
-        return false;
-    }
-    if (score < trustedProbeScore && !HasAudioExtension(path)) {
+    BytesBehind bytes(file, window_.start);
+    const AVInputFormat* const kind = ChooseDemuxer(bytes, path);
+    if (kind == nullptr) {
         return false;
     }
     context_->pb = io_;
@@ -119,7 +97,7 @@ bool LavfInput::OpenContext(const QString& path) {
     context_->protocol_whitelist = av_strdup("file");
     context_->probesize = probeBytes;
     context_->max_analyze_duration = analyzeMicroseconds;
-    return avformat_open_input(&context_, name.constData(), kind, nullptr) >= 0 &&
+    return avformat_open_input(&context_, "", kind, nullptr) >= 0 &&
            avformat_find_stream_info(context_, nullptr) >= 0;
 }
 

@@ -23,6 +23,7 @@ public:
     struct Window {
         QFile file;
         qint64 start = 0;
+        qint64 position = 0; // behind the start, of the next read by the library
 
         qint64 Size() const { return file.size() - start; }
     };

@@ -1,5 +1,7 @@
 #include "backends/reading/mpc_source.h"
 
+#include "backends/formats/codec_names.h"
+
 #include <algorithm>
 #include <limits>
 
@@ -7,25 +9,29 @@ namespace kestrune {
 
 namespace {
 
-QFile& FileOf(mpc_reader* reader) {
-    return *static_cast<QFile*>(reader->data);
+// The first that tells of itself.
+constexpr mpc_uint32_t tellingVersion = 8;
+
+MpcSource::Window& WindowOf(mpc_reader* reader) {
+    return *static_cast<MpcSource::Window*>(reader->data);
 }
 
 mpc_int32_t ReadBytes(mpc_reader* reader, void* target, mpc_int32_t bytes) {
     return static_cast<mpc_int32_t>(
-        std::max<qint64>(FileOf(reader).read(static_cast<char*>(target), bytes), 0));
+        std::max<qint64>(WindowOf(reader).file->read(static_cast<char*>(target), bytes), 0));
 }
 
 mpc_bool_t SeekByte(mpc_reader* reader, mpc_int32_t position) {
-    return position >= 0 && FileOf(reader).seek(position) ? MPC_TRUE : MPC_FALSE;
+    const MpcSource::Window& window = WindowOf(reader);
+    return position >= 0 && window.file->seek(window.start + position) ? MPC_TRUE : MPC_FALSE;
 }
 
 mpc_int32_t TellByte(mpc_reader* reader) {
-    return static_cast<mpc_int32_t>(FileOf(reader).pos());
+    return static_cast<mpc_int32_t>(WindowOf(reader).file->pos() - WindowOf(reader).start);
 }
 
 mpc_int32_t SizeBytes(mpc_reader* reader) {
-    return static_cast<mpc_int32_t>(FileOf(reader).size());
+    return static_cast<mpc_int32_t>(WindowOf(reader).file->size() - WindowOf(reader).start);
 }
 
 mpc_bool_t CanSeek(mpc_reader*) {
@@ -34,13 +40,13 @@ mpc_bool_t CanSeek(mpc_reader*) {
 
 } // namespace
 
-MpcSource::MpcSource(std::unique_ptr<QFile> file) : file_(std::move(file)) {
+MpcSource::MpcSource(std::unique_ptr<QFile> file, qint64 start) : window_{std::move(file), start} {
     reader_.read = ReadBytes;
     reader_.seek = SeekByte;
     reader_.tell = TellByte;
     reader_.get_size = SizeBytes;
     reader_.canseek = CanSeek;
-    reader_.data = file_.get();
+    reader_.data = &window_;
 }
 
 MpcSource::~MpcSource() {
@@ -50,12 +56,12 @@ MpcSource::~MpcSource() {
     av_channel_layout_uninit(&speakers_);
 }
 
-std::unique_ptr<MpcSource> MpcSource::Open(std::unique_ptr<QFile> file) {
+std::unique_ptr<MpcSource> MpcSource::Open(std::unique_ptr<QFile> file, qint64 start) {
     // The library counts bytes in 32 bits.
     if (file->size() > std::numeric_limits<mpc_int32_t>::max()) {
         return nullptr;
     }
-    std::unique_ptr<MpcSource> source(new MpcSource(std::move(file)));
+    std::unique_ptr<MpcSource> source(new MpcSource(std::move(file), start));
     if (!source->Rewind()) {
         return nullptr;
     }
@@ -63,7 +69,8 @@ std::unique_ptr<MpcSource> MpcSource::Open(std::unique_ptr<QFile> file) {
     if (stream.sample_freq == 0 || stream.channels < 1 || stream.channels > 2) {
         return nullptr;
     }
-    source->info_.kind = QStringLiteral("Musepack SV%1").arg(stream.stream_version);
+    source->info_.kind =
+        CodecName(stream.stream_version >= tellingVersion ? AV_CODEC_ID_MUSEPACK8 : AV_CODEC_ID_MUSEPACK7);
     source->info_.rateHz = static_cast<int>(stream.sample_freq);
     source->info_.channels = static_cast<int>(stream.channels);
     source->info_.bitrateBps = static_cast<int>(std::clamp(stream.average_bitrate, 0.0, 2e9));
@@ -77,7 +84,7 @@ bool MpcSource::Rewind() {
         mpc_demux_exit(demuxer_);
         demuxer_ = nullptr;
     }
-    if (!file_->seek(0)) {
+    if (!window_.file->seek(window_.start)) {
         return false;
     }
     demuxer_ = mpc_demux_init(&reader_);
@@ -91,7 +98,6 @@ bool MpcSource::Rewind() {
 
 qint64 MpcSource::JumpBefore(qint64 frame) {
     constexpr qint64 nearFrames = 8192;
-    constexpr mpc_uint32_t tellingVersion = 8;
     // Only a profile shows that the encoder told anything about itself.
     const bool knownWithoutNoise =
         stream_.stream_version == tellingVersion && stream_.profile > 0.0F && stream_.pns == 0;

@@ -17,8 +17,13 @@ namespace kestrune {
 // backward decodes from the start.
 class MpcSource : public DecodingSource {
 public:
-    // `file` is open for reading. Null if it is no Musepack.
-    static std::unique_ptr<MpcSource> Open(std::unique_ptr<QFile> file);
+    // `file` is open for reading, `start` where the coding begins in it. Null if it is no Musepack.
+    static std::unique_ptr<MpcSource> Open(std::unique_ptr<QFile> file, qint64 start);
+    // What the library reads.
+    struct Window {
+        std::unique_ptr<QFile> file;
+        qint64 start = 0;
+    };
     ~MpcSource() override;
 
 protected:
@@ -28,9 +33,9 @@ protected:
     qint64 CountFrames() override;
 
 private:
-    explicit MpcSource(std::unique_ptr<QFile> file);
+    MpcSource(std::unique_ptr<QFile> file, qint64 start);
 
-    std::unique_ptr<QFile> file_;
+    Window window_;
     mpc_reader reader_ = {};
     mpc_demux* demuxer_ = nullptr;
     mpc_streaminfo stream_ = {};

@@ -1,5 +1,7 @@
 #include "backends/reading/pcm_source.h"
 
+#include "backends/formats/codec_names.h"
+
 #include <spandsp.h>
 
 #include <algorithm>
@@ -52,11 +54,11 @@ AVSampleFormat ConverterFormat(PcmCoding coding) {
 QString KindText(PcmCoding coding) {
     switch (coding) {
     case PcmCoding::ALaw:
-        return QStringLiteral("A-Law");
+        return CodecName(AV_CODEC_ID_PCM_ALAW);
     case PcmCoding::MuLaw:
-        return QStringLiteral("mu-Law");
+        return CodecName(AV_CODEC_ID_PCM_MULAW);
     default:
-        return QStringLiteral("PCM");
+        return CodecName(AV_CODEC_ID_PCM_S16LE);
     }
 }
 

@@ -17,9 +17,9 @@ struct OpenedSource {
 };
 
 // Content with a mark of its own is read as what it is, whatever its name says. Without one, the extensions
-// .vox .raw .pcm .gsm .g721 .g723 .g726 .adpcm are headerless data of the given formats; any other file is
-// left to what its packets look like. Only plain files are opened: NotFound for folders, pipes and devices.
-// NotSupported for headerless data whose set format makes no sense.
+// of headerless kinds are data of the given formats; any other file is left to what its packets look like.
+// Only plain files are opened: NotFound for folders, pipes and devices. NotSupported for headerless data
+// whose set format makes no sense.
 OpenedSource OpenSource(const QString& path, const HeaderlessFormats& headerless);
 
 } // namespace kestrune

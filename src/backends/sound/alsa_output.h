@@ -17,7 +17,7 @@ public:
     static OutputSource::Opened Open(const QByteArray& pcmName, int sampleRateHz, int channels);
     ~AlsaOutput() override;
 
-    bool IsAlive() override { return !hasGone; }
+    bool IsAlive() override { return !hasGone_; }
     qint64 WritableFrames() override;
     bool Write(const qint16* samples, qint64 frames) override;
     qint64 UnheardFrames() override;
@@ -30,12 +30,12 @@ private:
     bool Recover(int error);
     bool WriteAll(const qint16* samples, qint64 frames);
 
-    snd_pcm_t* pcm;
-    std::vector<qint16> silence; // what keeps the device running until the last frame was heard
-    qint64 silenceFrames;
-    qint64 paddedFrames = 0; // silence written behind the last frame
-    qint64 writtenFrames = 0;
-    bool hasGone = false;
+    snd_pcm_t* pcm_;
+    std::vector<qint16> silence_; // what keeps the device running until the last frame was heard
+    qint64 silenceFrames_;
+    qint64 paddedFrames_ = 0; // silence written behind the last frame
+    qint64 writtenFrames_ = 0;
+    bool hasGone_ = false;
 };
 
 } // namespace kestrune

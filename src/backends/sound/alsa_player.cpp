@@ -20,30 +20,30 @@ constexpr auto unfedPatience = 50ms;
 } // namespace
 
 AlsaPlayer::AlsaPlayer(std::unique_ptr<OutputSource> source, QObject* parent)
-    : BlockPlayer(parent), output(std::move(source), [this](quint64 run, PlayerEvent event) {
+    : BlockPlayer(parent), output_(std::move(source), [this](quint64 run, PlayerEvent event) {
           QMetaObject::invokeMethod(
               this, [this, run, event] { Deliver(run, event); }, Qt::QueuedConnection);
       }) {
-    tickTimer.setInterval(firstTimerInterval);
-    tickTimer.setTimerType(Qt::PreciseTimer);
-    connect(&tickTimer, &QTimer::timeout, this, [this] { Tick(); });
-    unfedTimer.setInterval(unfedPatience);
-    unfedTimer.setSingleShot(true);
-    connect(&unfedTimer, &QTimer::timeout, this, [this] { AskIfUnfed(); });
+    tickTimer_.setInterval(firstTimerInterval);
+    tickTimer_.setTimerType(Qt::PreciseTimer);
+    connect(&tickTimer_, &QTimer::timeout, this, [this] { Tick(); });
+    unfedTimer_.setInterval(unfedPatience);
+    unfedTimer_.setSingleShot(true);
+    connect(&unfedTimer_, &QTimer::timeout, this, [this] { AskIfUnfed(); });
 }
 
 AlsaPlayer::~AlsaPlayer() = default;
 
 int AlsaPlayer::DeviceCount() {
-    return output.DeviceCount();
+    return output_.DeviceCount();
 }
 
 QString AlsaPlayer::DeviceName(int index) {
-    return output.DeviceName(index);
+    return output_.DeviceName(index);
 }
 
 bool AlsaPlayer::IsDeviceUsable() {
-    return IsFormatPlayable() && output.IsDeviceUsable(DeviceIndex(), WaveFormat(), Channels());
+    return IsFormatPlayable() && output_.IsDeviceUsable(DeviceIndex(), WaveFormat(), Channels());
 }
 
 Outcome AlsaPlayer::Prepare() {
@@ -52,13 +52,13 @@ Outcome AlsaPlayer::Prepare() {
         EndRun(-1);
         return Outcome::NotSupported;
     }
-    const Outcome outcome = output.Begin(DeviceIndex(), WaveFormat(), Channels(), BeginRun());
+    const Outcome outcome = output_.Begin(DeviceIndex(), WaveFormat(), Channels(), BeginRun());
     if (outcome != Outcome::Ok) {
         EndRun(-1);
         return outcome;
     }
-    tickTimer.start();
-    unfedTimer.start();
+    tickTimer_.start();
+    unfedTimer_.start();
     return Outcome::Ok;
 }
 
@@ -67,61 +67,61 @@ Outcome AlsaPlayer::WriteBlock(const QByteArray& block) {
         return Outcome::NotOpen;
     }
     NoteBlockWritten(block);
-    output.Push(block, Run());
+    output_.Push(block, Run());
     return Outcome::Ok;
 }
 
 void AlsaPlayer::ClearBlocks() {
     if (IsRunning()) {
-        output.Clear(ContinueRun());
-        unfedTimer.start();
+        output_.Clear(ContinueRun());
+        unfedTimer_.start();
     }
 }
 
 void AlsaPlayer::StopOutput() {
     if (IsRunning()) {
         HandleRunEnding();
-        output.End();
+        output_.End();
         EndRun(0);
     }
 }
 
 qint64 AlsaPlayer::GetPlayedBytes() {
-    return output.HeardBytes();
+    return output_.HeardBytes();
 }
 
 QList<qint16> AlsaPlayer::GetPlayedBlock(int count) {
-    return output.PlayedBlock(count);
+    return output_.PlayedBlock(count);
 }
 
 void AlsaPlayer::SetVolume(qint32 volume) {
-    output.SetVolume(volume);
+    output_.SetVolume(volume);
 }
 
 void AlsaPlayer::EnableEqualizer(bool enabled) {
-    output.EnableEqualizer(enabled);
+    output_.EnableEqualizer(enabled);
 }
 
 void AlsaPlayer::SetEqualizer(const EqualizerGains& gainsDb) {
-    output.SetEqualizer(gainsDb);
+    output_.SetEqualizer(gainsDb);
 }
 
 void AlsaPlayer::SetTimerInterval(int ms) {
-    tickTimer.setInterval(std::max(1, ms));
+    tickTimer_.setInterval(std::max(1, ms));
 }
 
 void AlsaPlayer::HandleAnswer(bool wroteBlock) {
-    output.NoteAnswer(wroteBlock, Run());
+    output_.NoteAnswer(wroteBlock, Run());
 }
 
 void AlsaPlayer::HandleRunEnding() {
-    tickTimer.stop();
-    unfedTimer.stop();
+    tickTimer_.stop();
+    unfedTimer_.stop();
 }
 
 void AlsaPlayer::Tick() {
     const QPointer<AlsaPlayer> alive(this);
-    const OutputThread::Position position = output.QueryPosition();
+    const OutputThread::Position position = output_.QueryPosition();
     const quint64 tickRun = Run();
     emit Timer(position.heardBytes);
     if (!alive.isNull() && Run() == tickRun) {
@@ -131,7 +131,7 @@ void AlsaPlayer::Tick() {
 
 void AlsaPlayer::AskIfUnfed() {
     if (IsUnfed()) {
-        output.NoteRequest(Run());
+        output_.NoteRequest(Run());
         Deliver(Run(), PlayerEvent::RequestBlock);
     }
 }

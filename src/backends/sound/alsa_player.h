@@ -40,9 +40,9 @@ private:
     void Tick();
     void AskIfUnfed();
 
-    QTimer tickTimer;
-    QTimer unfedTimer;
-    OutputThread output; // last: its thread ends before the rest goes
+    QTimer tickTimer_;
+    QTimer unfedTimer_;
+    OutputThread output_; // last: its thread ends before the rest goes
 };
 
 // The player over the sound server and the sound cards of this machine; never null.

@@ -7,13 +7,13 @@
 namespace kestrune {
 
 void BlockQueue::Reset(bool isNewRun) {
-    blocks.clear();
-    frontOffsetBytes = 0;
-    endedBlocks = 0;
-    openRequests = 0;
-    firstRequestDue = false;
-    hadBlock = !isNewRun;
-    lastAnswerWasNone = false;
+    blocks_.clear();
+    frontOffsetBytes_ = 0;
+    endedBlocks_ = 0;
+    openRequests_ = 0;
+    firstRequestDue_ = false;
+    hadBlock_ = !isNewRun;
+    lastAnswerWasNone_ = false;
 }
 
 void BlockQueue::Push(const QByteArray& block, qint64 frameSize) {
@@ -21,50 +21,50 @@ void BlockQueue::Push(const QByteArray& block, qint64 frameSize) {
     if (wholeBytes == 0) {
         return;
     }
-    blocks.push_back(wholeBytes == block.size() ? block : block.left(wholeBytes));
-    lastAnswerWasNone = false;
-    if (!hadBlock) {
-        hadBlock = true;
-        firstRequestDue = true;
+    blocks_.push_back(wholeBytes == block.size() ? block : block.left(wholeBytes));
+    lastAnswerWasNone_ = false;
+    if (!hadBlock_) {
+        hadBlock_ = true;
+        firstRequestDue_ = true;
     }
 }
 
 qint64 BlockQueue::Read(char* out, qint64 maxBytes) {
     qint64 doneBytes = 0;
-    while (doneBytes < maxBytes && !blocks.empty()) {
-        const QByteArray& front = blocks.front();
-        const qint64 stepBytes = std::min<qint64>(maxBytes - doneBytes, front.size() - frontOffsetBytes);
-        std::memcpy(out + doneBytes, front.constData() + frontOffsetBytes, static_cast<size_t>(stepBytes));
+    while (doneBytes < maxBytes && !blocks_.empty()) {
+        const QByteArray& front = blocks_.front();
+        const qint64 stepBytes = std::min<qint64>(maxBytes - doneBytes, front.size() - frontOffsetBytes_);
+        std::memcpy(out + doneBytes, front.constData() + frontOffsetBytes_, static_cast<size_t>(stepBytes));
         doneBytes += stepBytes;
-        frontOffsetBytes += stepBytes;
-        if (frontOffsetBytes == front.size()) {
-            blocks.pop_front();
-            frontOffsetBytes = 0;
-            ++endedBlocks;
+        frontOffsetBytes_ += stepBytes;
+        if (frontOffsetBytes_ == front.size()) {
+            blocks_.pop_front();
+            frontOffsetBytes_ = 0;
+            ++endedBlocks_;
         }
     }
     return doneBytes;
 }
 
 bool BlockQueue::TakeFirstRequest() {
-    return std::exchange(firstRequestDue, false);
+    return std::exchange(firstRequestDue_, false);
 }
 
 bool BlockQueue::TakeEndedBlock() {
-    if (endedBlocks == 0) {
+    if (endedBlocks_ == 0) {
         return false;
     }
-    --endedBlocks;
+    --endedBlocks_;
     return true;
 }
 
 void BlockQueue::NoteAnswer(bool wroteBlock) {
-    openRequests = std::max(0, openRequests - 1);
-    lastAnswerWasNone = !wroteBlock;
+    openRequests_ = std::max(0, openRequests_ - 1);
+    lastAnswerWasNone_ = !wroteBlock;
 }
 
 bool BlockQueue::IsExhausted() const {
-    return blocks.empty() && endedBlocks == 0 && openRequests == 0 && lastAnswerWasNone;
+    return blocks_.empty() && endedBlocks_ == 0 && openRequests_ == 0 && lastAnswerWasNone_;
 }
 
 } // namespace kestrune

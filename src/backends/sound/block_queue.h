@@ -16,14 +16,14 @@ public:
     void Push(const QByteArray& block, qint64 frameSize);
     // Copies up to `maxBytes` to `out` and returns how many there were.
     qint64 Read(char* out, qint64 maxBytes);
-    bool IsEmpty() const { return blocks.empty(); }
+    bool IsEmpty() const { return blocks_.empty(); }
 
     // Each call takes one request for a block that is due, until none is left.
     bool TakeFirstRequest();
     bool TakeEndedBlock();
 
     // A request was sent; exactly one NoteAnswer follows it, unless Reset comes first.
-    void NoteRequest() { ++openRequests; }
+    void NoteRequest() { ++openRequests_; }
     // The handler of the oldest open request has returned; `wroteBlock` says whether it pushed anything.
     void NoteAnswer(bool wroteBlock);
     // No block is left and the last request was answered with none. A request that still waits for its answer
@@ -31,13 +31,13 @@ public:
     bool IsExhausted() const;
 
 private:
-    std::deque<QByteArray> blocks;
-    qint64 frontOffsetBytes = 0;
-    int endedBlocks = 0;
-    int openRequests = 0;
-    bool firstRequestDue = false;
-    bool hadBlock = false;
-    bool lastAnswerWasNone = false;
+    std::deque<QByteArray> blocks_;
+    qint64 frontOffsetBytes_ = 0;
+    int endedBlocks_ = 0;
+    int openRequests_ = 0;
+    bool firstRequestDue_ = false;
+    bool hadBlock_ = false;
+    bool lastAnswerWasNone_ = false;
 };
 
 } // namespace kestrune

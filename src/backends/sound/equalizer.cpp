@@ -29,56 +29,56 @@ void Equalizer::Glide::Move(double part) {
 }
 
 void Equalizer::Start(int newSampleRateHz, int newChannels) {
-    sampleRateHz = newSampleRateHz;
-    channels = newChannels;
+    sampleRateHz_ = newSampleRateHz;
+    channels_ = newChannels;
     Retarget();
-    for (size_t band = 0; band < sections.size(); ++band) {
-        Section& section = sections[band];
+    for (size_t band = 0; band < sections_.size(); ++band) {
+        Section& section = sections_[band];
         section.gainDb.Jump();
         section.coefficients = CoefficientsOf(band);
         section.memory = {};
     }
-    preGainDb.Jump();
-    preGain = FactorOf(preGainDb.value);
+    preGainDb_.Jump();
+    preGain_ = FactorOf(preGainDb_.value);
 }
 
 void Equalizer::SetEnabled(bool isEnabled) {
-    if (enabled != isEnabled) {
-        enabled = isEnabled;
+    if (enabled_ != isEnabled) {
+        enabled_ = isEnabled;
         Retarget();
     }
 }
 
 void Equalizer::SetGains(const EqualizerGains& gainsDb) {
-    if (wantedDb != gainsDb) {
-        wantedDb = gainsDb;
+    if (wantedDb_ != gainsDb) {
+        wantedDb_ = gainsDb;
         Retarget();
     }
 }
 
 void Equalizer::Retarget() {
-    response = SolveEqualizer(enabled ? wantedDb : EqualizerGains{}, sampleRateHz);
-    for (size_t band = 0; band < sections.size(); ++band) {
-        sections[band].gainDb.target = response.sections[band].gainDb;
+    response_ = SolveEqualizer(enabled_ ? wantedDb_ : EqualizerGains{}, sampleRateHz_);
+    for (size_t band = 0; band < sections_.size(); ++band) {
+        sections_[band].gainDb.target = response_.sections[band].gainDb;
     }
-    preGainDb.target = -response.HighestDb();
+    preGainDb_.target = -response_.HighestDb();
 }
 
 bool Equalizer::IsMoving() const {
-    return preGainDb.IsMoving() || std::any_of(sections.begin(), sections.end(), [](const Section& section) {
-               return section.gainDb.IsMoving();
-           });
+    return preGainDb_.IsMoving() ||
+           std::any_of(sections_.begin(), sections_.end(),
+                       [](const Section& section) { return section.gainDb.IsMoving(); });
 }
 
 bool Equalizer::IsBypassed() const {
     const auto isFlat = [](const Glide& glide) { return glide.value == 0 && glide.target == 0; };
-    return isFlat(preGainDb) && std::all_of(sections.begin(), sections.end(),
-                                            [&](const Section& section) { return isFlat(section.gainDb); });
+    return isFlat(preGainDb_) && std::all_of(sections_.begin(), sections_.end(),
+                                             [&](const Section& section) { return isFlat(section.gainDb); });
 }
 
 Equalizer::Coefficients Equalizer::CoefficientsOf(size_t band) const {
-    const double gainDb = sections[band].gainDb.value;
-    const PeakingSection& place = response.sections[band];
+    const double gainDb = sections_[band].gainDb.value;
+    const PeakingSection& place = response_.sections[band];
     if (gainDb == 0.0 || !place.isUsed) {
         return {};
     }
@@ -119,15 +119,15 @@ void Equalizer::FilterFour(Section* four, Chunk& chunk, size_t frames) {
 // One step of the glides. Within it pre-gain and coefficients go in a straight line from frame to frame.
 void Equalizer::MoveChunk(Chunk& chunk, size_t frames) {
     const double share = 1.0 / static_cast<double>(frames);
-    const double part = 1 - std::exp(-static_cast<double>(frames) / (glideSeconds * sampleRateHz));
-    preGainDb.Move(part);
-    const double nextPreGain = FactorOf(preGainDb.value);
+    const double part = 1 - std::exp(-static_cast<double>(frames) / (glideSeconds * sampleRateHz_));
+    preGainDb_.Move(part);
+    const double nextPreGain = FactorOf(preGainDb_.value);
     for (size_t frame = 0; frame < frames; ++frame) {
-        chunk[frame] *= preGain + (nextPreGain - preGain) * share * static_cast<double>(frame + 1);
+        chunk[frame] *= preGain_ + (nextPreGain - preGain_) * share * static_cast<double>(frame + 1);
     }
-    preGain = nextPreGain;
-    for (size_t band = 0; band < sections.size(); ++band) {
-        Section& section = sections[band];
+    preGain_ = nextPreGain;
+    for (size_t band = 0; band < sections_.size(); ++band) {
+        Section& section = sections_[band];
         section.gainDb.Move(part);
         const Coefficients next = CoefficientsOf(band);
         Coefficients now = section.coefficients;
@@ -145,7 +145,7 @@ void Equalizer::MoveChunk(Chunk& chunk, size_t frames) {
 
 void Equalizer::ProcessChunk(double* samples, size_t frames) {
     Chunk chunk;
-    const auto step = static_cast<size_t>(channels);
+    const auto step = static_cast<size_t>(channels_);
     for (size_t frame = 0; frame < frames; ++frame) {
         chunk[frame] = Pair{samples[frame * step], samples[frame * step + step - 1]};
     }
@@ -153,10 +153,10 @@ void Equalizer::ProcessChunk(double* samples, size_t frames) {
         MoveChunk(chunk, frames);
     } else {
         for (size_t frame = 0; frame < frames; ++frame) {
-            chunk[frame] *= preGain;
+            chunk[frame] *= preGain_;
         }
-        for (size_t band = 0; band < sections.size(); band += sectionsAtOnce) {
-            FilterFour(&sections[band], chunk, frames);
+        for (size_t band = 0; band < sections_.size(); band += sectionsAtOnce) {
+            FilterFour(&sections_[band], chunk, frames);
         }
     }
     for (size_t frame = 0; frame < frames; ++frame) {
@@ -173,7 +173,7 @@ void Equalizer::ForgetTheInaudible() {
             }
         }
     };
-    for (Section& section : sections) {
+    for (Section& section : sections_) {
         forget(section.memory.z1);
         forget(section.memory.z2);
     }
@@ -181,7 +181,7 @@ void Equalizer::ForgetTheInaudible() {
 
 void Equalizer::Process(double* samples, qint64 frames) {
     for (qint64 done = 0; done < frames; done += stepFrames) {
-        ProcessChunk(samples + done * channels, static_cast<size_t>(std::min(stepFrames, frames - done)));
+        ProcessChunk(samples + done * channels_, static_cast<size_t>(std::min(stepFrames, frames - done)));
     }
     ForgetTheInaudible();
 }

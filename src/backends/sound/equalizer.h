@@ -23,7 +23,7 @@ public:
     void SetEnabled(bool isEnabled);
     void SetGains(const EqualizerGains& gainsDb);
     // Where it is going to, in dB, 0 or below.
-    double PreGainDb() const { return preGainDb.target; }
+    double PreGainDb() const { return preGainDb_.target; }
     // True while samples would pass unchanged: off or flat, and any change to that has faded out.
     bool IsBypassed() const;
     // Filters `frames` interleaved frames in place. Values may go beyond the 16-bit range: the pre-gain is
@@ -69,14 +69,14 @@ private:
     void ForgetTheInaudible();
     static Pair Tick(const Coefficients& c, Memory& memory, Pair in);
 
-    std::array<Section, equalizerBands> sections;
-    Glide preGainDb;
-    double preGain = 1; // of preGainDb.value, as a factor
-    EqualizerResponse response;
-    EqualizerGains wantedDb{};
-    int sampleRateHz = 44100;
-    int channels = 2;
-    bool enabled = false;
+    std::array<Section, equalizerBands> sections_;
+    Glide preGainDb_;
+    double preGain_ = 1; // of preGainDb_.value, as a factor
+    EqualizerResponse response_;
+    EqualizerGains wantedDb_{};
+    int sampleRateHz_ = 44100;
+    int channels_ = 2;
+    bool enabled_ = false;
 };
 
 } // namespace kestrune

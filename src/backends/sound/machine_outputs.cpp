@@ -56,19 +56,19 @@ std::vector<Entry> FindCards() {
 
 class MachineOutputs : public OutputSource {
 public:
-    explicit MachineOutputs(DefaultOutput defaultWay) : way(defaultWay) {
+    explicit MachineOutputs(DefaultOutput defaultWay) : way_(defaultWay) {
         snd_lib_error_set_handler(IgnoreAlsaMessage);
     }
 
     int Count(int openIndex) override {
-        const bool holdsDefault = openIndex >= 0 && HasIndex(openIndex) && entries[openIndex].isDefault;
+        const bool holdsDefault = openIndex >= 0 && HasIndex(openIndex) && entries_[openIndex].isDefault;
         Refresh(holdsDefault);
-        return static_cast<int>(entries.size());
+        return static_cast<int>(entries_.size());
     }
 
     QString Name(int index) override {
         FindIndex(index);
-        return HasIndex(index) ? entries[static_cast<size_t>(index)].name : QString();
+        return HasIndex(index) ? entries_[static_cast<size_t>(index)].name : QString();
     }
 
     Opened Open(int index, int sampleRateHz, int channels) override {
@@ -76,13 +76,13 @@ public:
         if (!HasIndex(index)) {
             return {Outcome::DeviceFailed, nullptr};
         }
-        const Entry& entry = entries[static_cast<size_t>(index)];
+        const Entry& entry = entries_[static_cast<size_t>(index)];
         return entry.isDefault ? OpenDefault(sampleRateHz, channels)
                                : AlsaOutput::Open(entry.pcmName, sampleRateHz, channels);
     }
 
 private:
-    bool HasIndex(int index) const { return index >= 0 && index < static_cast<int>(entries.size()); }
+    bool HasIndex(int index) const { return index >= 0 && index < static_cast<int>(entries_.size()); }
 
     // A device that is not on the list may have come since it was made.
     void FindIndex(int index) {
@@ -92,7 +92,7 @@ private:
     }
 
     Opened OpenDefault(int sampleRateHz, int channels) const {
-        if (way == DefaultOutput::ServerFirst) {
+        if (way_ == DefaultOutput::ServerFirst) {
             Opened opened = PulseOutput::Open(sampleRateHz, channels);
             // libasound would ask a server that hangs once more, and with more patience.
             if (opened.outcome != Outcome::NotFound) {
@@ -103,19 +103,19 @@ private:
     }
 
     void Refresh(bool holdsDefault) {
-        entries.clear();
+        entries_.clear();
         constexpr int commonRateHz = 44100;
         if (holdsDefault || OpenDefault(commonRateHz, 2).outcome == Outcome::Ok) {
-            entries.push_back(
+            entries_.push_back(
                 {QCoreApplication::translate("AudioPlayer", "Default output"), "default", true});
         }
         for (Entry& card : FindCards()) {
-            entries.push_back(std::move(card));
+            entries_.push_back(std::move(card));
         }
     }
 
-    DefaultOutput way;
-    std::vector<Entry> entries;
+    DefaultOutput way_;
+    std::vector<Entry> entries_;
 };
 
 } // namespace

@@ -19,25 +19,25 @@ constexpr auto closeAfter = 3s;
 } // namespace
 
 OutputThread::OutputThread(std::unique_ptr<OutputSource> outputSource, EventHandler eventHandler)
-    : source(std::move(outputSource)), raise(std::move(eventHandler)), thread([this] { Loop(); }) {}
+    : source_(std::move(outputSource)), raise_(std::move(eventHandler)), thread_([this] { Loop(); }) {}
 
 OutputThread::~OutputThread() {
     {
-        const std::lock_guard lock(mutex);
-        isEnding = true;
+        const std::lock_guard lock(mutex_);
+        isEnding_ = true;
     }
-    wake.notify_one();
-    thread.join();
+    wake_.notify_one();
+    thread_.join();
 }
 
 // --- Jobs ---
 
 void OutputThread::Post(Job job) {
     {
-        const std::lock_guard lock(mutex);
-        jobs.push_back(std::move(job));
+        const std::lock_guard lock(mutex_);
+        jobs_.push_back(std::move(job));
     }
-    wake.notify_one();
+    wake_.notify_one();
 }
 
 void OutputThread::PostAndWait(const Job& job) {
@@ -56,11 +56,11 @@ void OutputThread::PostAndWait(const Job& job) {
 }
 
 std::optional<OutputThread::Clock::duration> OutputThread::Rest() const {
-    if (isRunning) {
-        return isDraining ? drainPeriod : fillPeriod;
+    if (isRunning_) {
+        return isDraining_ ? drainPeriod : fillPeriod;
     }
-    if (device) {
-        return std::max<Clock::duration>(0ms, idleSince + closeAfter - Clock::now());
+    if (device_) {
+        return std::max<Clock::duration>(0ms, idleSince_ + closeAfter - Clock::now());
     }
     return std::nullopt;
 }
@@ -68,8 +68,8 @@ std::optional<OutputThread::Clock::duration> OutputThread::Rest() const {
 void OutputThread::RunJobs() {
     std::deque<Job> due;
     {
-        const std::lock_guard lock(mutex);
-        due.swap(jobs);
+        const std::lock_guard lock(mutex_);
+        due.swap(jobs_);
     }
     for (const Job& job : due) {
         job();
@@ -78,7 +78,7 @@ void OutputThread::RunJobs() {
 
 // Cheaper than waking the thread and waiting for it. Jobs that were posted before are done first.
 void OutputThread::Ask(const Job& question) {
-    const std::lock_guard state(stateMutex);
+    const std::lock_guard state(stateMutex_);
     RunJobs();
     UpdateHeard();
     question();
@@ -88,27 +88,27 @@ void OutputThread::Loop() {
     for (;;) {
         std::optional<Clock::duration> rest;
         {
-            const std::lock_guard state(stateMutex);
+            const std::lock_guard state(stateMutex_);
             RunJobs();
-            if (isRunning) {
+            if (isRunning_) {
                 Step();
-            } else if (device && Clock::now() - idleSince >= closeAfter) {
+            } else if (device_ && Clock::now() - idleSince_ >= closeAfter) {
                 CloseDevice();
             }
             rest = Rest();
         }
-        std::unique_lock lock(mutex);
-        const auto isDue = [this] { return isEnding || !jobs.empty(); };
+        std::unique_lock lock(mutex_);
+        const auto isDue = [this] { return isEnding_ || !jobs_.empty(); };
         if (rest) {
-            wake.wait_for(lock, *rest, isDue);
+            wake_.wait_for(lock, *rest, isDue);
         } else {
-            wake.wait(lock, isDue);
+            wake_.wait(lock, isDue);
         }
-        if (isEnding) {
+        if (isEnding_) {
             break;
         }
     }
-    const std::lock_guard state(stateMutex);
+    const std::lock_guard state(stateMutex_);
     DropRun();
     CloseDevice();
 }
@@ -117,39 +117,39 @@ void OutputThread::Loop() {
 
 int OutputThread::DeviceCount() {
     int count = 0;
-    PostAndWait([&] { count = source->Count(device && device->IsAlive() ? deviceKey.index : -1); });
+    PostAndWait([&] { count = source_->Count(device_ && device_->IsAlive() ? deviceKey_.index : -1); });
     return count;
 }
 
 QString OutputThread::DeviceName(int index) {
     QString name;
-    PostAndWait([&] { name = source->Name(index); });
+    PostAndWait([&] { name = source_->Name(index); });
     return name;
 }
 
 bool OutputThread::IsDeviceUsable(int index, int sampleRateHz, int channels) {
     bool isUsable = false;
     PostAndWait([&] {
-        isUsable = (device && deviceKey.index == index && device->IsAlive()) ||
-                   source->Open(index, sampleRateHz, channels).outcome == Outcome::Ok;
+        isUsable = (device_ && deviceKey_.index == index && device_->IsAlive()) ||
+                   source_->Open(index, sampleRateHz, channels).outcome == Outcome::Ok;
     });
     return isUsable;
 }
 
 void OutputThread::CloseDevice() {
-    device.reset();
-    deviceKey = {};
+    device_.reset();
+    deviceKey_ = {};
 }
 
 Outcome OutputThread::OpenDevice(const DeviceKey& key) {
-    if (device && device->IsAlive() && deviceKey == key && device->Drop() >= 0) {
+    if (device_ && device_->IsAlive() && deviceKey_ == key && device_->Drop() >= 0) {
         return Outcome::Ok;
     }
     CloseDevice();
-    OutputSource::Opened opened = source->Open(key.index, key.sampleRateHz, key.channels);
+    OutputSource::Opened opened = source_->Open(key.index, key.sampleRateHz, key.channels);
     if (opened.outcome == Outcome::Ok) {
-        device = std::move(opened.device);
-        deviceKey = key;
+        device_ = std::move(opened.device);
+        deviceKey_ = key;
     }
     return opened.outcome;
 }
@@ -160,24 +160,24 @@ Outcome OutputThread::Begin(int deviceIndex, int sampleRateHz, int channels, qui
     Outcome outcome = Outcome::DeviceFailed;
     PostAndWait([&] {
         DropRun();
-        core.Start(sampleRateHz, channels);
+        core_.Start(sampleRateHz, channels);
         outcome = OpenDevice({deviceIndex, sampleRateHz, channels});
-        isRunning = outcome == Outcome::Ok;
-        isDraining = false;
-        currentRun = run;
-        idleSince = Clock::now();
+        isRunning_ = outcome == Outcome::Ok;
+        isDraining_ = false;
+        currentRun_ = run;
+        idleSince_ = Clock::now();
     });
     return outcome;
 }
 
 void OutputThread::Clear(quint64 run) {
     PostAndWait([&] {
-        currentRun = run;
-        isDraining = false;
-        if (isRunning && device->Drop() < 0) {
+        currentRun_ = run;
+        isDraining_ = false;
+        if (isRunning_ && device_->Drop() < 0) {
             EndRunByItself(PlayerEvent::DeviceVanished);
         }
-        core.Clear();
+        core_.Clear();
     });
 }
 
@@ -185,120 +185,120 @@ qint64 OutputThread::End() {
     qint64 heardBytes = 0;
     PostAndWait([&] {
         DropRun();
-        heardBytes = core.HeardBytes();
+        heardBytes = core_.HeardBytes();
     });
     return heardBytes;
 }
 
 OutputThread::Position OutputThread::QueryPosition() {
     Position position;
-    Ask([&] { position = {core.HeardBytes(), core.HeardFrames(), core.TakeLevels()}; });
+    Ask([&] { position = {core_.HeardBytes(), core_.HeardFrames(), core_.TakeLevels()}; });
     return position;
 }
 
 qint64 OutputThread::HeardBytes() {
     qint64 heardBytes = 0;
-    Ask([&] { heardBytes = core.HeardBytes(); });
+    Ask([&] { heardBytes = core_.HeardBytes(); });
     return heardBytes;
 }
 
 QList<qint16> OutputThread::PlayedBlock(int count) {
     QList<qint16> block;
-    Ask([&] { block = core.PlayedBlock(count); });
+    Ask([&] { block = core_.PlayedBlock(count); });
     return block;
 }
 
 void OutputThread::Push(const QByteArray& block, quint64 run) {
     Post([this, block, run] {
-        if (isRunning && run == currentRun) {
-            core.Push(block);
-            isDraining = false;
+        if (isRunning_ && run == currentRun_) {
+            core_.Push(block);
+            isDraining_ = false;
         }
     });
 }
 
 void OutputThread::NoteRequest(quint64 run) {
     Post([this, run] {
-        if (run == currentRun) {
-            core.queue.NoteRequest();
+        if (run == currentRun_) {
+            core_.queue.NoteRequest();
         }
     });
 }
 
 void OutputThread::NoteAnswer(bool wroteBlock, quint64 run) {
     Post([this, wroteBlock, run] {
-        if (run == currentRun) {
-            core.queue.NoteAnswer(wroteBlock);
+        if (run == currentRun_) {
+            core_.queue.NoteAnswer(wroteBlock);
         }
     });
 }
 
 void OutputThread::SetVolume(qint32 volume) {
-    Post([this, volume] { core.chain.SetVolume(volume); });
+    Post([this, volume] { core_.chain.SetVolume(volume); });
 }
 
 void OutputThread::EnableEqualizer(bool isEnabled) {
-    Post([this, isEnabled] { core.chain.EnableEqualizer(isEnabled); });
+    Post([this, isEnabled] { core_.chain.EnableEqualizer(isEnabled); });
 }
 
 void OutputThread::SetEqualizer(const EqualizerGains& gainsDb) {
-    Post([this, gainsDb] { core.chain.SetEqualizer(gainsDb); });
+    Post([this, gainsDb] { core_.chain.SetEqualizer(gainsDb); });
 }
 
 // --- The run, on the thread ---
 
 void OutputThread::DropRun() {
-    if (!isRunning) {
+    if (!isRunning_) {
         return;
     }
-    isRunning = false;
-    isDraining = false;
-    idleSince = Clock::now();
-    const qint64 neverHeardFrames = device->Drop();
+    isRunning_ = false;
+    isDraining_ = false;
+    idleSince_ = Clock::now();
+    const qint64 neverHeardFrames = device_->Drop();
     if (neverHeardFrames >= 0) {
-        core.SetNeverHeard(neverHeardFrames);
+        core_.SetNeverHeard(neverHeardFrames);
     }
 }
 
 void OutputThread::UpdateHeard() {
-    if (!isRunning) {
+    if (!isRunning_) {
         return;
     }
-    const qint64 unheardFrames = device->UnheardFrames();
+    const qint64 unheardFrames = device_->UnheardFrames();
     if (unheardFrames >= 0) {
-        core.SetUnheard(unheardFrames);
+        core_.SetUnheard(unheardFrames);
     }
 }
 
 void OutputThread::EndRunByItself(PlayerEvent event) {
-    isRunning = false;
-    isDraining = false;
-    idleSince = Clock::now();
-    raise(currentRun, event);
+    isRunning_ = false;
+    isDraining_ = false;
+    idleSince_ = Clock::now();
+    raise_(currentRun_, event);
 }
 
 // False when the device has gone.
 bool OutputThread::Fill() {
-    qint64 room = device->WritableFrames();
-    while (room > 0 && !core.queue.IsEmpty()) {
-        chunk.resize(static_cast<size_t>(room * core.Channels()));
-        const qint64 frames = core.Pull(chunk.data(), room);
-        if (!device->Write(chunk.data(), frames)) {
+    qint64 room = device_->WritableFrames();
+    while (room > 0 && !core_.queue.IsEmpty()) {
+        chunk_.resize(static_cast<size_t>(room * core_.Channels()));
+        const qint64 frames = core_.Pull(chunk_.data(), room);
+        if (!device_->Write(chunk_.data(), frames)) {
             return false;
         }
         room -= frames;
     }
-    return room >= 0 && device->IsAlive();
+    return room >= 0 && device_->IsAlive();
 }
 
 void OutputThread::RaiseDueEvents() {
-    if (core.queue.TakeFirstRequest()) {
-        core.queue.NoteRequest();
-        raise(currentRun, PlayerEvent::RequestBlock);
+    if (core_.queue.TakeFirstRequest()) {
+        core_.queue.NoteRequest();
+        raise_(currentRun_, PlayerEvent::RequestBlock);
     }
-    while (core.queue.TakeEndedBlock()) {
-        core.queue.NoteRequest();
-        raise(currentRun, PlayerEvent::BlockEnded);
+    while (core_.queue.TakeEndedBlock()) {
+        core_.queue.NoteRequest();
+        raise_(currentRun_, PlayerEvent::BlockEnded);
     }
 }
 
@@ -309,10 +309,10 @@ void OutputThread::Step() {
     }
     UpdateHeard();
     RaiseDueEvents();
-    if (core.queue.IsExhausted()) {
-        isDraining = true;
-        if (device->IsDrained()) {
-            core.SetUnheard(0);
+    if (core_.queue.IsExhausted()) {
+        isDraining_ = true;
+        if (device_->IsDrained()) {
+            core_.SetUnheard(0);
             EndRunByItself(PlayerEvent::PlayEnded);
         }
     }

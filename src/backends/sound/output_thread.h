@@ -84,27 +84,27 @@ private:
     void EndRunByItself(PlayerEvent event);
 
     // Between the threads, under the mutex.
-    std::mutex mutex;
-    std::condition_variable wake;
-    std::deque<Job> jobs;
-    bool isEnding = false;
+    std::mutex mutex_;
+    std::condition_variable wake_;
+    std::deque<Job> jobs_;
+    bool isEnding_ = false;
 
-    // Held by whoever works with the run. Taken before `mutex`.
-    std::mutex stateMutex;
+    // Held by whoever works with the run. Taken before `mutex_`.
+    std::mutex stateMutex_;
 
-    // Of the run, under stateMutex.
-    std::unique_ptr<OutputSource> source;
-    EventHandler raise;
-    std::unique_ptr<OutputDevice> device;
-    DeviceKey deviceKey;
-    RunCore core;
-    std::vector<qint16> chunk;
-    quint64 currentRun = 0;
-    bool isRunning = false;
-    bool isDraining = false;
-    Clock::time_point idleSince;
+    // Of the run, under stateMutex_.
+    std::unique_ptr<OutputSource> source_;
+    EventHandler raise_;
+    std::unique_ptr<OutputDevice> device_;
+    DeviceKey deviceKey_;
+    RunCore core_;
+    std::vector<qint16> chunk_;
+    quint64 currentRun_ = 0;
+    bool isRunning_ = false;
+    bool isDraining_ = false;
+    Clock::time_point idleSince_;
 
-    std::thread thread; // last, so that it finds all of the above
+    std::thread thread_; // last, so that it finds all of the above
 };
 
 } // namespace kestrune

@@ -15,7 +15,7 @@ public:
     // Rate in Hz, 1 or 2 channels.
     void Start(int sampleRateHz, int channels);
     // True while the level is not lowered.
-    bool IsAtRest() const { return gain == 1.0; }
+    bool IsAtRest() const { return gain_ == 1.0; }
     // In place, interleaved, in units of 16-bit samples. Afterwards no value is beyond 32767 either way.
     void Process(double* values, qint64 frames);
 
@@ -23,12 +23,12 @@ private:
     double Size(const double* frame) const;
     void LookAhead(const double* values, qint64 frames);
 
-    std::vector<double> gains; // one for each frame of a block
-    double gain = 1.0;         // of the last frame
-    double fallStep = 1.0;     // most that the gain falls from frame to frame, seen ahead
-    double riseStep = 1.0;
-    int holdFrames = 0;
-    int channels = 2;
+    std::vector<double> gains_; // one for each frame of a block
+    double gain_ = 1.0;         // of the last frame
+    double fallStep_ = 1.0;     // most that the gain falls from frame to frame, seen ahead
+    double riseStep_ = 1.0;
+    int holdFrames_ = 0;
+    int channels_ = 2;
 };
 
 } // namespace kestrune

@@ -24,10 +24,10 @@ public:
 private:
     qint64 FirstKept() const;
 
-    std::vector<qint16> ring;
-    qint64 roomFrames = 0;
-    qint64 endOfAll = 0;
-    int channels = 2;
+    std::vector<qint16> ring_;
+    qint64 roomFrames_ = 0;
+    qint64 endOfAll_ = 0;
+    int channels_ = 2;
 };
 
 } // namespace kestrune

@@ -45,15 +45,15 @@ private:
     bool Abandon(const char* what);
     void ForgetDrain();
 
-    pa_threaded_mainloop* mainloop = nullptr;
-    pa_context* context = nullptr;
-    pa_stream* stream = nullptr;
-    pa_operation* drain = nullptr;
-    int sampleRateHz;
-    int channels;
-    bool hasGone = false;
-    bool isDirty = false;   // holds frames that may not have been heard, or was drained
-    bool isDrained = false; // all that it held was heard
+    pa_threaded_mainloop* mainloop_ = nullptr;
+    pa_context* context_ = nullptr;
+    pa_stream* stream_ = nullptr;
+    pa_operation* drain_ = nullptr;
+    int sampleRateHz_;
+    int channels_;
+    bool hasGone_ = false;
+    bool isDirty_ = false;   // holds frames that may not have been heard, or was drained
+    bool isDrained_ = false; // all that it held was heard
 };
 
 } // namespace kestrune

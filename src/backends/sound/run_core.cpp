@@ -19,8 +19,8 @@ int LevelDb(int peak) {
 } // namespace
 
 void RunCore::Start(int newSampleRateHz, int newChannels) {
-    sampleRateHz = newSampleRateHz;
-    channels = newChannels;
+    sampleRateHz_ = newSampleRateHz;
+    channels_ = newChannels;
     chain.Start(newSampleRateHz, newChannels);
     Clear();
     queue.Reset(true);
@@ -28,32 +28,32 @@ void RunCore::Start(int newSampleRateHz, int newChannels) {
 
 void RunCore::Clear() {
     queue.Reset(false);
-    history.Start(historyFrames + static_cast<qint64>(sampleRateHz) * historyAheadMs / 1000, channels);
-    pulledFrames = 0;
-    heardFrames = 0;
-    levelsTakenFrames = 0;
+    history_.Start(historyFrames + static_cast<qint64>(sampleRateHz_) * historyAheadMs / 1000, channels_);
+    pulledFrames_ = 0;
+    heardFrames_ = 0;
+    levelsTakenFrames_ = 0;
 }
 
 qint64 RunCore::Pull(qint16* out, qint64 maxFrames) {
     const qint64 frames = queue.Read(reinterpret_cast<char*>(out), maxFrames * FrameSize()) / FrameSize();
     chain.Process(out, frames);
-    history.Append(out, frames);
-    pulledFrames += frames;
+    history_.Append(out, frames);
+    pulledFrames_ += frames;
     return frames;
 }
 
 void RunCore::SetUnheard(qint64 unheardFrames) {
-    heardFrames = std::clamp(pulledFrames - unheardFrames, heardFrames, pulledFrames);
+    heardFrames_ = std::clamp(pulledFrames_ - unheardFrames, heardFrames_, pulledFrames_);
 }
 
 void RunCore::SetNeverHeard(qint64 neverHeardFrames) {
-    heardFrames = std::clamp<qint64>(pulledFrames - neverHeardFrames, 0, pulledFrames);
-    levelsTakenFrames = std::min(levelsTakenFrames, heardFrames);
+    heardFrames_ = std::clamp<qint64>(pulledFrames_ - neverHeardFrames, 0, pulledFrames_);
+    levelsTakenFrames_ = std::min(levelsTakenFrames_, heardFrames_);
 }
 
 Levels RunCore::TakeLevels() {
-    const std::array<int, 2> peaks = history.Peaks(levelsTakenFrames, heardFrames);
-    levelsTakenFrames = heardFrames;
+    const std::array<int, 2> peaks = history_.Peaks(levelsTakenFrames_, heardFrames_);
+    levelsTakenFrames_ = heardFrames_;
     return {LevelDb(peaks[0]), LevelDb(peaks[1])};
 }
 

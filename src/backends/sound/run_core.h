@@ -31,27 +31,27 @@ public:
     // Of the frames pulled so far, these will never be heard. Other than the position of a running sound,
     // which the clock may have carried too far, this is what the device has counted.
     void SetNeverHeard(qint64 neverHeardFrames);
-    qint64 PulledFrames() const { return pulledFrames; }
-    qint64 HeardFrames() const { return heardFrames; }
-    qint64 HeardBytes() const { return heardFrames * FrameSize(); }
-    QList<qint16> PlayedBlock(qint64 count) const { return history.Before(heardFrames, count); }
+    qint64 PulledFrames() const { return pulledFrames_; }
+    qint64 HeardFrames() const { return heardFrames_; }
+    qint64 HeardBytes() const { return heardFrames_ * FrameSize(); }
+    QList<qint16> PlayedBlock(qint64 count) const { return history_.Before(heardFrames_, count); }
     // Of what was heard since the last call.
     Levels TakeLevels();
 
-    int Channels() const { return channels; }
-    int SampleRateHz() const { return sampleRateHz; }
-    qint64 FrameSize() const { return static_cast<qint64>(sizeof(qint16)) * channels; }
+    int Channels() const { return channels_; }
+    int SampleRateHz() const { return sampleRateHz_; }
+    qint64 FrameSize() const { return static_cast<qint64>(sizeof(qint16)) * channels_; }
 
     BlockQueue queue;
     SoundChain chain;
 
 private:
-    PlayedHistory history;
-    qint64 pulledFrames = 0;
-    qint64 heardFrames = 0;
-    qint64 levelsTakenFrames = 0;
-    int sampleRateHz = 44100;
-    int channels = 2;
+    PlayedHistory history_;
+    qint64 pulledFrames_ = 0;
+    qint64 heardFrames_ = 0;
+    qint64 levelsTakenFrames_ = 0;
+    int sampleRateHz_ = 44100;
+    int channels_ = 2;
 };
 
 } // namespace kestrune

@@ -18,45 +18,45 @@ double Rounded(double value) {
 } // namespace
 
 void SoundChain::Start(int sampleRateHz, int newChannels) {
-    channels = newChannels;
-    gain = targetGain;
-    rampStep = 1.0 / (rampSeconds * sampleRateHz);
-    equalizer.Start(sampleRateHz, newChannels);
-    guard.Start(sampleRateHz, newChannels);
+    channels_ = newChannels;
+    gain_ = targetGain_;
+    rampStep_ = 1.0 / (rampSeconds * sampleRateHz);
+    equalizer_.Start(sampleRateHz, newChannels);
+    guard_.Start(sampleRateHz, newChannels);
 }
 
 void SoundChain::SetVolume(qint32 volume) {
-    targetGain = std::clamp(volume, 0, fullVolume) / static_cast<double>(fullVolume);
+    targetGain_ = std::clamp(volume, 0, fullVolume) / static_cast<double>(fullVolume);
 }
 
 void SoundChain::ApplyGain(double* values, qint64 frames) {
-    if (gain == 1.0 && targetGain == 1.0) {
+    if (gain_ == 1.0 && targetGain_ == 1.0) {
         return;
     }
     for (qint64 frame = 0; frame < frames; ++frame) {
-        gain += std::clamp(targetGain - gain, -rampStep, rampStep);
-        for (int channel = 0; channel < channels; ++channel) {
-            *values++ *= gain;
+        gain_ += std::clamp(targetGain_ - gain_, -rampStep_, rampStep_);
+        for (int channel = 0; channel < channels_; ++channel) {
+            *values++ *= gain_;
         }
     }
 }
 
 void SoundChain::Process(qint16* samples, qint64 frames) {
-    const bool isFlat = equalizer.IsBypassed() && guard.IsAtRest();
-    if (isFlat && gain == 1.0 && targetGain == 1.0) {
+    const bool isFlat = equalizer_.IsBypassed() && guard_.IsAtRest();
+    if (isFlat && gain_ == 1.0 && targetGain_ == 1.0) {
         return;
     }
-    const size_t count = static_cast<size_t>(frames * channels);
-    work.assign(samples, samples + count);
+    const size_t count = static_cast<size_t>(frames * channels_);
+    work_.assign(samples, samples + count);
     if (!isFlat) {
-        equalizer.Process(work.data(), frames);
+        equalizer_.Process(work_.data(), frames);
     }
-    ApplyGain(work.data(), frames);
+    ApplyGain(work_.data(), frames);
     if (!isFlat) {
-        guard.Process(work.data(), frames);
+        guard_.Process(work_.data(), frames);
     }
     for (size_t i = 0; i < count; ++i) {
-        samples[i] = static_cast<qint16>(std::clamp(Rounded(work[i]), -32768.0, 32767.0));
+        samples[i] = static_cast<qint16>(std::clamp(Rounded(work_[i]), -32768.0, 32767.0));
     }
 }
 

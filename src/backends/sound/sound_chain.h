@@ -16,10 +16,10 @@ public:
     void Start(int sampleRateHz, int channels);
     // 0 to fullVolume, linear in amplitude; beyond is cut. Takes effect over 5 ms.
     void SetVolume(qint32 volume);
-    void EnableEqualizer(bool isEnabled) { equalizer.SetEnabled(isEnabled); }
-    void SetEqualizer(const EqualizerGains& gainsDb) { equalizer.SetGains(gainsDb); }
+    void EnableEqualizer(bool isEnabled) { equalizer_.SetEnabled(isEnabled); }
+    void SetEqualizer(const EqualizerGains& gainsDb) { equalizer_.SetGains(gainsDb); }
     // How far the equalizer lowers everything, in dB, to make room for what it raises; 0 or below.
-    double PreGainDb() const { return equalizer.PreGainDb(); }
+    double PreGainDb() const { return equalizer_.PreGainDb(); }
     // In place, interleaved. Rounds to nearest; at full volume with the equalizer off or flat nothing is
     // touched.
     void Process(qint16* samples, qint64 frames);
@@ -27,13 +27,13 @@ public:
 private:
     void ApplyGain(double* values, qint64 frames);
 
-    Equalizer equalizer;
-    PeakGuard guard;
-    std::vector<double> work;
-    double gain = 1.0;
-    double targetGain = 1.0;
-    double rampStep = 1.0; // most that the gain moves from one frame to the next
-    int channels = 2;
+    Equalizer equalizer_;
+    PeakGuard guard_;
+    std::vector<double> work_;
+    double gain_ = 1.0;
+    double targetGain_ = 1.0;
+    double rampStep_ = 1.0; // most that the gain moves from one frame to the next
+    int channels_ = 2;
 };
 
 } // namespace kestrune

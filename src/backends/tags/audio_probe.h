@@ -1,8 +1,8 @@
 // One look at one file: facts, and the tag fields if they are wanted.
 #pragma once
 
+#include "backends/formats/file_kind.h"
 #include "backends/tags/audio_facts.h"
-#include "backends/tags/container.h"
 #include "components/audio_information.h"
 
 namespace kestrune {
@@ -11,7 +11,7 @@ struct ProbeResult {
     Outcome outcome = Outcome::NotDecodable;
     AudioFacts facts;
     qint64 sizeBytes = 0;
-    Container container = Container::Unknown;
+    FileKind fileKind = FileKind::Unknown;
     bool holdsTag = false; // whether fields can be read and written
     TagFields fields;      // only if asked for
 };

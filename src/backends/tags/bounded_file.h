@@ -1,9 +1,9 @@
 // A file opened for reading that gives out a limited amount.
 #pragma once
 
+#include "backends/formats/byte_source.h"
 #include "components/outcome.h"
 
-#include <QByteArray>
 #include <QFile>
 #include <QString>
 
@@ -11,7 +11,7 @@ namespace kestrune {
 
 // Whatever a damaged or hostile file tells a reader to fetch, the reader comes to an end: after the budget
 // every read gives nothing, as at the end of the file. One thread.
-class BoundedFile {
+class BoundedFile : public ByteSource {
 public:
     explicit BoundedFile(const QString& path);
 
@@ -19,14 +19,14 @@ public:
     Outcome Open();
 
     QString Path() const { return file_.fileName(); }
-    qint64 SizeBytes() const { return sizeBytes_; }
+    qint64 SizeBytes() const override { return sizeBytes_; }
     qint64 Position() const { return position_; }
     // A position behind the end is kept; reads there give nothing.
     void Seek(qint64 position);
     // Up to `bytes`; fewer at the end of the file or of the budget.
     qint64 Read(char* out, qint64 bytes);
     QByteArray Read(qint64 bytes);
-    QByteArray ReadAt(qint64 position, qint64 bytes);
+    QByteArray ReadAt(qint64 position, qint64 bytes) override;
     // Gives the next reader of the same file a full budget.
     void RenewBudget();
     // The same to one who reads a tag, in which there may be many large pictures.

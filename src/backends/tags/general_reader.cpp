@@ -1,9 +1,10 @@
 #include "backends/tags/general_reader.h"
 
 #include "app/failure_log.h"
-#include "backends/tags/audio_kind.h"
+#include "backends/formats/codec_names.h"
 #include "backends/tags/lavf_reader.h"
 #include "backends/tags/mpeg_length.h"
+#include "backends/tags/wave_numbers.h"
 
 extern "C" {
 #include <libavcodec/avcodec.h>
@@ -54,7 +55,7 @@ AudioFacts FactsOf(const AVFormatContext& input, AVStream& stream, qint64 sizeBy
     const int storedBits =
         std::max(coding.bits_per_raw_sample, av_get_exact_bits_per_sample(coding.codec_id));
     AudioFacts facts;
-    facts.kind = KindName(coding.codec_id);
+    facts.kind = CodecName(coding.codec_id);
     facts.formatTag = WaveFormatNumber(coding.codec_id);
     facts.rateHz = coding.sample_rate;
     facts.channels = coding.ch_layout.nb_channels;

@@ -1,11 +1,11 @@
 #include "backends/tags/lavf_reader.h"
 
 #include "app/failure_log.h"
+#include "backends/formats/demuxer_choice.h"
 
 extern "C" {
 #include <libavcodec/avcodec.h>
 #include <libavformat/avformat.h>
-#include <libavutil/avstring.h>
 #include <libavutil/log.h>
 #include <libavutil/mem.h>
 }
@@ -15,26 +15,32 @@ namespace kestrune {
 namespace {
 
 constexpr int bufferBytes = 32 * 1024;
+// Each jump out of the buffer fills it anew, and in MPEG audio behind noise the library jumps to and fro
+// until it has a frame.
+constexpr int mpegBufferBytes = 1024 * 1024;
 constexpr int64_t mostProbeBytes = 1024 * 1024;
 constexpr int64_t mostAnalyseUs = 2 * AV_TIME_BASE;
 
 int ReadPacket(void* opaque, uint8_t* out, int bytes) {
-    const qint64 got = static_cast<BoundedFile*>(opaque)->Read(reinterpret_cast<char*>(out), bytes);
+    auto& reading = *static_cast<LavfReader::Reading*>(opaque);
+    reading.file.Seek(reading.position);
+    const qint64 got = reading.file.Read(reinterpret_cast<char*>(out), bytes);
+    reading.position += got;
     return got > 0 ? static_cast<int>(got) : AVERROR_EOF;
 }
 
 int64_t SeekFile(void* opaque, int64_t offset, int whence) {
-    auto* file = static_cast<BoundedFile*>(opaque);
+    auto& reading = *static_cast<LavfReader::Reading*>(opaque);
     switch (whence & ~AVSEEK_FORCE) {
     case AVSEEK_SIZE:
-        return file->SizeBytes();
+        return reading.file.SizeBytes();
     case SEEK_SET:
         break;
     case SEEK_CUR:
-        offset += file->Position();
+        offset += reading.position;
         break;
     case SEEK_END:
-        offset += file->SizeBytes();
+        offset += reading.file.SizeBytes();
         break;
     default:
         return AVERROR(EINVAL);
@@ -42,7 +48,7 @@ int64_t SeekFile(void* opaque, int64_t offset, int whence) {
     if (offset < 0) {
         return AVERROR(EINVAL);
     }
-    file->Seek(offset);
+    reading.position = offset;
     return offset;
 }
 
@@ -52,32 +58,16 @@ int RefuseOpen(AVFormatContext* /*context*/, AVIOContext** /*io*/, const char* /
     return AVERROR(EPERM);
 }
 
-AVIOContext* MakeIo(BoundedFile& file) {
-    auto* buffer = static_cast<unsigned char*>(av_malloc(bufferBytes));
+AVIOContext* MakeIo(LavfReader::Reading& reading, int bytes) {
+    auto* buffer = static_cast<unsigned char*>(av_malloc(static_cast<size_t>(bytes)));
     if (buffer == nullptr) {
         return nullptr;
     }
-    AVIOContext* io = avio_alloc_context(buffer, bufferBytes, 0, &file, ReadPacket, nullptr, SeekFile);
+    AVIOContext* io = avio_alloc_context(buffer, bytes, 0, &reading, ReadPacket, nullptr, SeekFile);
     if (io == nullptr) {
         av_free(buffer);
     }
     return io;
-}
-
-// Readers of recorded sound. The library has others that take their data from the network, from devices or
-// from further files, and open them by ways of their own.
-constexpr const char* trustedFormats = "aac,ac3,act,aea,aiff,amr,amrnb,amrwb,ape,asf,au,avi,avr,caf,dsf,dss,"
-                                       "dts,eac3,flac,flv,g729,gsm,iff,ircam,"
-                                       "matroska,webm,mov,mp4,m4a,3gp,3g2,mj2,mp3,mpc,mpc8,mpeg,mpegts,nist,"
-                                       "nsv,nut,ogg,oma,paf,rm,sds,shn,sox,tak,truehd,"
-                                       "tta,voc,w64,wav,wv";
-
-// The demuxer that the content asks for, if it does so with some certainty and is a trusted one.
-const AVInputFormat* DetectFormat(AVIOContext* io) {
-    const AVInputFormat* format = nullptr;
-    const int score = av_probe_input_buffer2(io, &format, "", nullptr, 0, mostProbeBytes);
-    const bool trusted = format != nullptr && av_match_list(format->name, trustedFormats, ',') > 0;
-    return trusted && score > AVPROBE_SCORE_RETRY ? format : nullptr;
 }
 
 AVFormatContext* OpenInput(AVIOContext* io, const AVInputFormat* format) {
@@ -114,7 +104,7 @@ AVStream* FirstDecodableAudio(const AVFormatContext& input) {
 
 } // namespace
 
-LavfReader::LavfReader(BoundedFile& file) : file_(file) {
+LavfReader::LavfReader(BoundedFile& file) : reading_{file} {
     av_log_set_level(AV_LOG_QUIET);
 }
 
@@ -127,20 +117,16 @@ LavfReader::~LavfReader() {
     }
 }
 
-bool LavfReader::Open(const char* unsure) {
-    file_.Seek(0);
-    io_ = MakeIo(file_);
-    const AVInputFormat* format = io_ != nullptr ? DetectFormat(io_) : nullptr;
-    if (format == nullptr && io_ != nullptr && unsure != nullptr) {
-        format = av_find_input_format(unsure);
-    }
+bool LavfReader::Open() {
+    const AVInputFormat* format = ChooseDemuxer(reading_.file, reading_.file.Path());
     if (format == nullptr) {
         return false;
     }
-    context_ = OpenInput(io_, format);
+    io_ = MakeIo(reading_, qstrcmp(format->name, "mp3") == 0 ? mpegBufferBytes : bufferBytes);
+    context_ = io_ != nullptr ? OpenInput(io_, format) : nullptr;
     sound_ = context_ != nullptr ? FirstDecodableAudio(*context_) : nullptr;
     if (sound_ == nullptr) {
-        qCDebug(logTags) << "no audio in" << file_.Path() << "read as" << format->name;
+        qCDebug(logTags) << "no audio in" << reading_.file.Path() << "read as" << format->name;
     }
     return sound_ != nullptr;
 }

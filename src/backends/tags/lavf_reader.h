@@ -15,23 +15,28 @@ namespace kestrune {
 // device or further files gets none of them.
 class LavfReader {
 public:
+    // Of the library, which others do not move.
+    struct Reading {
+        BoundedFile& file;
+        qint64 position = 0;
+    };
+
     explicit LavfReader(BoundedFile& file);
     ~LavfReader();
     LavfReader(const LavfReader&) = delete;
     LavfReader& operator=(const LavfReader&) = delete;
 
-    // Once. False if the content is of no kind of recorded sound, or holds none that can be decoded. Where
-    // the library is not sure of the kind, `unsure` is taken, its name for one, if it is given.
-    bool Open(const char* unsure = nullptr);
+    // Once. False if the content is of no kind of recorded sound, or holds none that can be decoded.
+    bool Open();
 
     // After an Open that gave true.
     AVFormatContext& Context() const { return *context_; }
     AVStream* Sound() const { return sound_; }
 
 private:
+    Reading reading_;
     AVIOContext* io_ = nullptr;
     AVFormatContext* context_ = nullptr;
-    BoundedFile& file_;
     AVStream* sound_ = nullptr; // the context's
 };
 

@@ -253,12 +253,7 @@ std::optional<MpegLength> MeasureMpeg(BoundedFile& file, const MpegFrame& first)
 
 std::optional<MpegLength> FindAndMeasureMpeg(BoundedFile& file) {
     file.RenewBudget();
-    // A header may lie across two searches.
-    constexpr qint64 step = mpegSearchBytes - headerBytes;
-    std::optional<MpegFrame> first;
-    for (qint64 start = 0; start < file.SizeBytes() && !first; start += step) {
-        first = FindMpegFrame(file, start);
-    }
+    const std::optional<MpegFrame> first = FindMpegFrameAnywhere(file, file.SizeBytes());
     return first ? MeasureMpeg(file, *first) : std::nullopt;
 }
 

@@ -1,7 +1,8 @@
 // How long a bare MPEG audio stream sounds.
 #pragma once
 
-#include "backends/tags/mpeg_scan.h"
+#include "backends/formats/mpeg_scan.h"
+#include "backends/tags/bounded_file.h"
 
 #include <optional>
 

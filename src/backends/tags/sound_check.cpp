@@ -1,6 +1,6 @@
 #include "backends/tags/sound_check.h"
 
-#include "backends/tags/container.h"
+#include "backends/formats/leading_tag.h"
 #include "backends/tags/id3v1_block.h"
 #include "backends/tags/lavf_reader.h"
 
@@ -38,10 +38,8 @@ public:
         if (!packet_ || file_.Open() != Outcome::Ok) {
             return false;
         }
-        // A few frames are too little for the library.
-        const bool isMpeg = DetectContainer(file_).container == Container::Mpeg;
         file_.SetBudget(file_.SizeBytes() * mostTimesRead + spareBytes);
-        return input_.Open(isMpeg ? "mp3" : nullptr);
+        return input_.Open();
     }
     const AVCodecParameters& Coding() const { return *input_.Sound()->codecpar; }
     // The next one, this object's until the next call; null at the end.
@@ -138,7 +136,7 @@ bool HoldsWholeMonkeysSound(const QString& path) {
     constexpr qsizetype sizesAt = 8;
     constexpr qsizetype sizes = 5; // of descriptor, head, table, copied head, sound
     constexpr qsizetype headBytes = sizesAt + 4 * sizes;
-    const qint64 start = SkipLeadingTags(file);
+    const qint64 start = LeadingTagBytes(file);
     const QByteArray head = file.ReadAt(start, headBytes);
     if (head.size() < headBytes) {
         return false;

@@ -46,7 +46,7 @@ Outcome TagInformation::ReadTagFromFile(const QString& file) {
     facts_ = result.facts;
     sizeBytes_ = result.sizeBytes;
     fields_ = result.fields;
-    holdsCues_ = result.container == Container::Wave;
+    holdsCues_ = result.fileKind == FileKind::Wave;
     cues_ = holdsCues_ ? CuesOf(file) : QList<NumberedCue>();
     cuesKnown_ = true;
     highestCueNumber_ = 0;

@@ -21,38 +21,38 @@ namespace kestrune {
 
 namespace {
 
-bool HoldsPair(Container container) {
-    return container == Container::Mpeg || container == Container::TrueAudio;
+bool HoldsPair(FileKind fileKind) {
+    return fileKind == FileKind::Mpeg || fileKind == FileKind::TrueAudio;
 }
 
 // Files whose changes are made here, piece by piece.
-std::optional<SavePlan> PlanFor(BoundedFile& file, Container container, TagKind kind, const TagFields& from,
+std::optional<SavePlan> PlanFor(BoundedFile& file, FileKind fileKind, TagKind kind, const TagFields& from,
                                 const TagFields& to, const std::optional<QList<NumberedCue>>& cues) {
-    if (HoldsPair(container)) {
+    if (HoldsPair(fileKind)) {
         return PlanId3(file, kind, from, to);
     }
-    if (container == Container::Wave) {
+    if (fileKind == FileKind::Wave) {
         return PlanWave(file, from, to, cues);
     }
-    if (container == Container::Aiff) {
+    if (fileKind == FileKind::Aiff) {
         return PlanAiff(file, from, to);
     }
-    if (container == Container::Flac && IsPlainFlac(file)) {
+    if (fileKind == FileKind::Flac && IsPlainFlac(file)) {
         return PlanFlac(file, from, to);
     }
-    if (container == Container::Mp4) {
+    if (fileKind == FileKind::Mp4) {
         return PlanMp4(file, from, to);
     }
     return std::nullopt;
 }
 
-bool HasTagsBehind(Container container) {
-    return container == Container::Musepack || container == Container::MonkeysAudio ||
-           container == Container::WavPack;
+bool HasTagsBehind(FileKind fileKind) {
+    return fileKind == FileKind::Musepack || fileKind == FileKind::MonkeysAudio ||
+           fileKind == FileKind::WavPack;
 }
 
 struct Saved {
-    Container container;
+    FileKind fileKind;
     TagKind kind;
 };
 
@@ -61,9 +61,9 @@ struct Saved {
 // that was cut off.
 qint64 BytesToCheck(const Saved& saved) {
     constexpr qint64 startBytes = 1024 * 1024;
-    const bool inOnePiece = (HoldsPair(saved.container) && saved.kind == TagKind::Id3v2) ||
-                            saved.container == Container::Wave || saved.container == Container::Aiff ||
-                            saved.container == Container::Flac;
+    const bool inOnePiece = (HoldsPair(saved.fileKind) && saved.kind == TagKind::Id3v2) ||
+                            saved.fileKind == FileKind::Wave || saved.fileKind == FileKind::Aiff ||
+                            saved.fileKind == FileKind::Flac;
     return inOnePiece ? startBytes : std::numeric_limits<qint64>::max();
 }
 
@@ -75,14 +75,14 @@ bool HoldsId3v1(const QString& path) {
 
 // What is odd in a file can let a new tag harm the sound, or what is read as sound.
 bool KeepsSound(const QString& path, const QString& changed, const Saved& saved) {
-    if (HasTagsBehind(saved.container) && !DiffersOnlyInTagsBehind(path, changed)) {
+    if (HasTagsBehind(saved.fileKind) && !DiffersOnlyInTagsBehind(path, changed)) {
         return false;
     }
     // The last packet of Monkey's Audio is read on to the end of the file, with the tag.
-    if (saved.container == Container::MonkeysAudio) {
+    if (saved.fileKind == FileKind::MonkeysAudio) {
         return HoldsWholeMonkeysSound(path);
     }
-    const bool inOldPlace = HoldsPair(saved.container) && saved.kind == TagKind::Id3v1 && HoldsId3v1(path);
+    const bool inOldPlace = HoldsPair(saved.fileKind) && saved.kind == TagKind::Id3v1 && HoldsId3v1(path);
     return inOldPlace || HoldsSameSound(path, changed, BytesToCheck(saved));
 }
 
@@ -94,27 +94,26 @@ Outcome Checked(const FileReplacement& replacement, const QString& path, const S
     return Outcome::NotSupported;
 }
 
-Outcome Replace(const QString& path, Container container, TagKind kind, const FilePieces& pieces) {
+Outcome Replace(const QString& path, FileKind fileKind, TagKind kind, const FilePieces& pieces) {
     FileReplacement replacement(path);
     Outcome outcome = replacement.Begin();
     if (outcome == Outcome::Ok) {
         outcome = replacement.Fill(pieces);
     }
     if (outcome == Outcome::Ok) {
-        outcome = Checked(replacement, path, {container, kind});
+        outcome = Checked(replacement, path, {fileKind, kind});
     }
     return outcome == Outcome::Ok ? replacement.Commit() : outcome;
 }
 
 // True when the copy is still what it was, as TagLib sees it.
-bool OpensAgain(WritableStream& stream, Container container) {
+bool OpensAgain(WritableStream& stream, FileKind fileKind) {
     stream.seek(0, TagLib::IOStream::Beginning);
-    return OpenTaggedFile(stream, container) != nullptr;
+    return OpenTaggedFile(stream, fileKind) != nullptr;
 }
 
 // Files whose changes TagLib makes, in a copy.
-Outcome ReplaceByTagLib(const QString& path, Container container, const TagFields& from,
-                        const TagFields& to) {
+Outcome ReplaceByTagLib(const QString& path, FileKind fileKind, const TagFields& from, const TagFields& to) {
     FileReplacement replacement(path);
     Outcome outcome = replacement.Begin();
     if (outcome != Outcome::Ok) {
@@ -128,14 +127,14 @@ Outcome ReplaceByTagLib(const QString& path, Container container, const TagField
     }
     WritableStream stream(replacement.Descriptor());
     {
-        const std::unique_ptr<TagLib::File> tagged = OpenTaggedFile(stream, container);
+        const std::unique_ptr<TagLib::File> tagged = OpenTaggedFile(stream, fileKind);
         outcome = tagged ? WriteFields(*tagged, from, to) : Outcome::NotSupported;
     }
-    if (outcome == Outcome::Ok && (stream.Failed() || !OpensAgain(stream, container))) {
+    if (outcome == Outcome::Ok && (stream.Failed() || !OpensAgain(stream, fileKind))) {
         outcome = Outcome::WriteFailed;
     }
     if (outcome == Outcome::Ok) {
-        outcome = Checked(replacement, path, {container, TagKind::Id3v2});
+        outcome = Checked(replacement, path, {fileKind, TagKind::Id3v2});
     }
     return outcome == Outcome::Ok ? replacement.Commit() : outcome;
 }
@@ -151,19 +150,18 @@ Outcome SaveTag(const QString& path, TagKind kind, const TagFields& fields,
     if (!old.holdsTag) {
         return Outcome::NotSupported;
     }
-    const bool oneGenre = !(HoldsPair(old.container) && kind == TagKind::Id3v1);
+    const bool oneGenre = !(HoldsPair(old.fileKind) && kind == TagKind::Id3v1);
     const TagFields to = Settled(old.fields, fields, oneGenre);
     BoundedFile file(path);
     const Outcome opened = file.Open();
     if (opened != Outcome::Ok) {
         return opened;
     }
-    if (const auto plan = PlanFor(file, old.container, kind, old.fields, to, cues)) {
-        return plan->outcome == Outcome::Ok && plan->pieces
-                   ? Replace(path, old.container, kind, *plan->pieces)
-                   : plan->outcome;
+    if (const auto plan = PlanFor(file, old.fileKind, kind, old.fields, to, cues)) {
+        return plan->outcome == Outcome::Ok && plan->pieces ? Replace(path, old.fileKind, kind, *plan->pieces)
+                                                            : plan->outcome;
     }
-    return SameFields(old.fields, to) ? Outcome::Ok : ReplaceByTagLib(path, old.container, old.fields, to);
+    return SameFields(old.fields, to) ? Outcome::Ok : ReplaceByTagLib(path, old.fileKind, old.fields, to);
 }
 
 } // namespace kestrune

@@ -1,7 +1,8 @@
 #include "backends/tags/tagged_file.h"
 
-#include "backends/tags/audio_kind.h"
+#include "backends/formats/codec_names.h"
 #include "backends/tags/mpeg_length.h"
+#include "backends/tags/wave_numbers.h"
 
 #include <taglib/aifffile.h>
 #include <taglib/apefile.h>
@@ -21,6 +22,7 @@
 #include <taglib/wavpackfile.h>
 
 #include <algorithm>
+#include <array>
 #include <limits>
 
 namespace kestrune {
@@ -40,7 +42,7 @@ std::unique_ptr<TagLib::File> OpenWithFrames(TagLib::IOStream& stream) {
 }
 
 void SetCoding(AudioFacts& facts, AVCodecID coding, int bits) {
-    facts.kind = KindName(coding);
+    facts.kind = CodecName(coding);
     facts.formatTag = WaveFormatNumber(coding);
     facts.bitsPerSample = bits > 0 && IsLossless(coding) ? bits : 16;
 }
@@ -106,16 +108,16 @@ void SetCounted(AudioFacts& facts, const Properties& properties, AVCodecID codin
     SetFrames(facts, static_cast<qint64>(properties.sampleFrames()));
 }
 
-void SetOgg(AudioFacts& facts, TagLib::File& tagged, Container container) {
-    if (container == Container::OggVorbis) {
+void SetOgg(AudioFacts& facts, TagLib::File& tagged, FileKind kind) {
+    if (kind == FileKind::OggVorbis) {
         SetCoding(facts, AV_CODEC_ID_VORBIS, 0);
         SetOggFrames(facts, dynamic_cast<TagLib::Ogg::File&>(tagged), 0);
-    } else if (container == Container::OggOpus) {
+    } else if (kind == FileKind::OggOpus) {
         auto& opus = dynamic_cast<TagLib::Ogg::Opus::File&>(tagged);
         SetCoding(facts, AV_CODEC_ID_OPUS, 0);
         facts.rateHz = 48000; // what an Opus stream always decodes to
         SetOggFrames(facts, opus, OpusPreSkip(opus));
-    } else if (container == Container::OggSpeex) {
+    } else if (kind == FileKind::OggSpeex) {
         SetCoding(facts, AV_CODEC_ID_SPEEX, 0);
     } else {
         const auto& flac = dynamic_cast<TagLib::FLAC::Properties&>(*tagged.audioProperties());
@@ -128,11 +130,21 @@ void SetMp4(AudioFacts& facts, const TagLib::MP4::Properties& mp4) {
     SetCoding(facts, lossless ? AV_CODEC_ID_ALAC : AV_CODEC_ID_AAC, mp4.bitsPerSample());
 }
 
+// Whether its samples need a decoder, of which TagLib has no name.
+bool IsCodedAiff(const TagLib::AudioProperties& properties) {
+    static constexpr std::array plain = {"NONE", "sowt", "twos", "raw ", "in24",
+                                         "in32", "fl32", "FL32", "fl64", "FL64"};
+    const auto* const aiff = dynamic_cast<const TagLib::RIFF::AIFF::Properties*>(&properties);
+    return aiff != nullptr && aiff->isAiffC() &&
+           std::none_of(plain.begin(), plain.end(),
+                        [&](const char* type) { return aiff->compressionType() == type; });
+}
+
 // What only the kind's own properties tell: coding, and a frame count where it is stored.
-void SetByKind(AudioFacts& facts, TagLib::File& tagged, BoundedFile& file, const ContainerFound& found) {
+void SetByKind(AudioFacts& facts, TagLib::File& tagged, BoundedFile& file, const FoundKind& found) {
     TagLib::AudioProperties& base = *tagged.audioProperties();
-    switch (found.container) {
-    case Container::Aiff: {
+    switch (found.kind) {
+    case FileKind::Aiff: {
         const auto& aiff = dynamic_cast<TagLib::RIFF::AIFF::Properties&>(base);
         SetCounted(facts, aiff, CodingOfWaveFormat(1, aiff.bitsPerSample()), aiff.bitsPerSample());
         if (!aiff.isAiffC()) {
@@ -140,105 +152,105 @@ void SetByKind(AudioFacts& facts, TagLib::File& tagged, BoundedFile& file, const
         }
         break;
     }
-    case Container::Flac: {
+    case FileKind::Flac: {
         const auto& flac = dynamic_cast<TagLib::FLAC::Properties&>(base);
         SetCounted(facts, flac, AV_CODEC_ID_FLAC, flac.bitsPerSample());
         break;
     }
-    case Container::Musepack: {
+    case FileKind::Musepack: {
         const auto& mpc = dynamic_cast<TagLib::MPC::Properties&>(base);
         SetCounted(facts, mpc, mpc.mpcVersion() >= 8 ? AV_CODEC_ID_MUSEPACK8 : AV_CODEC_ID_MUSEPACK7, 0);
         break;
     }
-    case Container::MonkeysAudio: {
+    case FileKind::MonkeysAudio: {
         const auto& ape = dynamic_cast<TagLib::APE::Properties&>(base);
         SetCounted(facts, ape, AV_CODEC_ID_APE, ape.bitsPerSample());
         break;
     }
-    case Container::WavPack: {
+    case FileKind::WavPack: {
         const auto& wavPack = dynamic_cast<TagLib::WavPack::Properties&>(base);
         SetCounted(facts, wavPack, AV_CODEC_ID_WAVPACK, wavPack.bitsPerSample());
         break;
     }
-    case Container::TrueAudio: {
+    case FileKind::TrueAudio: {
         const auto& tta = dynamic_cast<TagLib::TrueAudio::Properties&>(base);
         SetCounted(facts, tta, AV_CODEC_ID_TTA, tta.bitsPerSample());
         break;
     }
-    case Container::Asf:
+    case FileKind::Asf:
         SetCoding(facts, AsfCoding(dynamic_cast<TagLib::ASF::Properties&>(base)), 0);
         break;
-    case Container::Mp4:
+    case FileKind::Mp4:
         SetMp4(facts, dynamic_cast<TagLib::MP4::Properties&>(base));
         break;
-    case Container::Mpeg:
+    case FileKind::Mpeg:
         SetMpeg(facts, file, *found.mpegFrame);
         break;
     default:
-        SetOgg(facts, tagged, found.container);
+        SetOgg(facts, tagged, found.kind);
         break;
     }
 }
 
 } // namespace
 
-std::unique_ptr<TagLib::File> OpenTaggedFile(TagLib::IOStream& stream, Container container) {
+std::unique_ptr<TagLib::File> OpenTaggedFile(TagLib::IOStream& stream, FileKind kind) {
     std::unique_ptr<TagLib::File> tagged;
-    switch (container) {
-    case Container::Wave:
+    switch (kind) {
+    case FileKind::Wave:
         tagged = OpenAs<TagLib::RIFF::WAV::File>(stream);
         break;
-    case Container::Aiff:
+    case FileKind::Aiff:
         tagged = OpenAs<TagLib::RIFF::AIFF::File>(stream);
         break;
-    case Container::OggVorbis:
+    case FileKind::OggVorbis:
         tagged = OpenAs<TagLib::Ogg::Vorbis::File>(stream);
         break;
-    case Container::OggOpus:
+    case FileKind::OggOpus:
         tagged = OpenAs<TagLib::Ogg::Opus::File>(stream);
         break;
-    case Container::OggSpeex:
+    case FileKind::OggSpeex:
         tagged = OpenAs<TagLib::Ogg::Speex::File>(stream);
         break;
-    case Container::OggFlac:
+    case FileKind::OggFlac:
         tagged = OpenAs<TagLib::Ogg::FLAC::File>(stream);
         break;
-    case Container::Flac:
+    case FileKind::Flac:
         tagged = OpenWithFrames<TagLib::FLAC::File>(stream);
         break;
-    case Container::Musepack:
+    case FileKind::Musepack:
         tagged = OpenAs<TagLib::MPC::File>(stream);
         break;
-    case Container::MonkeysAudio:
+    case FileKind::MonkeysAudio:
         tagged = OpenAs<TagLib::APE::File>(stream);
         break;
-    case Container::WavPack:
+    case FileKind::WavPack:
         tagged = OpenAs<TagLib::WavPack::File>(stream);
         break;
-    case Container::TrueAudio:
+    case FileKind::TrueAudio:
         tagged = OpenWithFrames<TagLib::TrueAudio::File>(stream);
         break;
-    case Container::Asf:
+    case FileKind::Asf:
         tagged = OpenAs<TagLib::ASF::File>(stream);
         break;
-    case Container::Mp4:
+    case FileKind::Mp4:
         tagged = OpenAs<TagLib::MP4::File>(stream);
         break;
-    case Container::Mpeg:
+    case FileKind::Mpeg:
         tagged = OpenWithFrames<TagLib::MPEG::File>(stream);
         break;
-    case Container::Avi:
-    case Container::OggOther:
-    case Container::Unknown:
+    case FileKind::Avi:
+    case FileKind::OggOther:
+    case FileKind::OtherMarked:
+    case FileKind::Unknown:
         break;
     }
     return tagged && tagged->isValid() ? std::move(tagged) : nullptr;
 }
 
-std::optional<AudioFacts> TechnicalFacts(TagLib::File& tagged, BoundedFile& file,
-                                         const ContainerFound& found) {
+std::optional<AudioFacts> TechnicalFacts(TagLib::File& tagged, BoundedFile& file, const FoundKind& found) {
     const TagLib::AudioProperties* properties = tagged.audioProperties();
-    if (properties == nullptr) {
+    if (properties == nullptr || IsCodedAiff(*properties)) {
         return std::nullopt;
     }
     AudioFacts facts;

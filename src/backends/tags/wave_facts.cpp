@@ -1,7 +1,8 @@
 #include "backends/tags/wave_facts.h"
 
-#include "backends/tags/audio_kind.h"
-#include "backends/tags/mpeg_scan.h"
+#include "backends/formats/codec_names.h"
+#include "backends/formats/mpeg_scan.h"
+#include "backends/tags/wave_numbers.h"
 
 extern "C" {
 #include <libavcodec/avcodec.h>
@@ -142,7 +143,7 @@ std::optional<AudioFacts> WaveFacts(BoundedFile& file) {
         return std::nullopt;
     }
     AudioFacts facts;
-    facts.kind = KindName(coding);
+    facts.kind = CodecName(coding);
     facts.formatTag = shape.formatTag;
     facts.rateHz = shape.rateHz;
     facts.channels = shape.channels;

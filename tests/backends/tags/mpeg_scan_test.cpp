@@ -1,4 +1,5 @@
-#include "backends/tags/mpeg_scan.h"
+#include "backends/formats/mpeg_scan.h"
+#include "backends/tags/bounded_file.h"
 
 #include "backends/tags/made_files.h"
 
@@ -116,6 +117,15 @@ TEST(BoundedFile, TinyReadsCostToo) {
         ++reads;
     }
     EXPECT_LT(reads, 1000000);
+}
+
+TEST(MpegScan, TakesTwoFramesBeforeAPieceOfAHeader) {
+    const QByteArray two = LayerThreeFrame().repeated(2);
+    for (const QByteArray& rest : {QByteArray(), QByteArray(1, '\xFF'), QByteArray(3, '\0')}) {
+        EXPECT_TRUE(ScanOf(two + rest)) << rest.size();
+    }
+    EXPECT_FALSE(ScanOf(two + QByteArray(4, '\0')));
+    EXPECT_FALSE(ScanOf(LayerThreeFrame() + QByteArray(1, '\0')));
 }
 
 } // namespace

@@ -1,7 +1,7 @@
 // Finds the first true frame of an MPEG audio stream.
 #pragma once
 
-#include "backends/tags/bounded_file.h"
+#include "backends/formats/byte_source.h"
 
 #include <optional>
 
@@ -27,7 +27,9 @@ inline constexpr qint64 mpegSearchBytes = 128 * 1024;
 // Looks from `start` on, in so many bytes, for a frame that begins a chain of its kind: behind nothing but
 // zero bytes a chain of three, or what fits before the end or closing tag of a short file; behind other bytes
 // one of twelve. Such a chain hardly comes about by chance in data of another kind.
-std::optional<MpegFrame> FindMpegFrame(BoundedFile& file, qint64 start);
+std::optional<MpegFrame> FindMpegFrame(ByteSource& source, qint64 start);
+// The same, search after search, to the end of what can be read or of `mostBytes` from the start.
+std::optional<MpegFrame> FindMpegFrameAnywhere(ByteSource& source, qint64 mostBytes);
 
 // What the encoder left in a first frame that carries no sound.
 struct GaplessData {
@@ -40,6 +42,6 @@ struct GaplessData {
     int paddingFrames = 0;
 };
 
-GaplessData ReadGaplessData(BoundedFile& file, const MpegFrame& first);
+GaplessData ReadGaplessData(ByteSource& source, const MpegFrame& first);
 
 } // namespace kestrune

@@ -1,7 +1,8 @@
-#include "backends/tags/mpeg_scan.h"
+#include "backends/formats/mpeg_scan.h"
 
 #include <QtEndian>
 
+#include <algorithm>
 #include <array>
 
 namespace kestrune {
@@ -48,16 +49,19 @@ bool IsClosingTag(const QByteArray& bytes) {
 
 // Whether enough frames of the same stream follow each other from `first` on. At the start of a file the
 // chain may be shorter if the file ends with it.
-bool ChainHolds(BoundedFile& file, const MpegFrame& first, bool atStart) {
+bool ChainHolds(ByteSource& source, const MpegFrame& first, bool atStart) {
     const int framesWanted = atStart ? framesAtStart : framesBehindOther;
     qint64 next = first.offset + first.frameBytes;
     for (int seen = 1; seen < framesWanted; ++seen) {
-        if (next > file.SizeBytes()) {
+        if (next > source.SizeBytes()) {
             return atStart && seen > 1;
         }
-        const QByteArray bytes = file.ReadAt(next, headerBytes);
+        const QByteArray bytes = source.ReadAt(next, headerBytes);
         if (bytes.isEmpty() || IsClosingTag(bytes)) {
             return atStart;
+        }
+        if (bytes.size() < headerBytes) {
+            return atStart && seen > 1;
         }
         const std::optional<MpegFrame> frame = ParseMpegHeader(bytes);
         if (!frame || !SameStream(first, *frame)) {
@@ -96,8 +100,8 @@ std::optional<MpegFrame> ParseMpegHeader(const QByteArray& bytes) {
     return frame;
 }
 
-std::optional<MpegFrame> FindMpegFrame(BoundedFile& file, qint64 start) {
-    const QByteArray window = file.ReadAt(start, mpegSearchBytes);
+std::optional<MpegFrame> FindMpegFrame(ByteSource& source, qint64 start) {
+    const QByteArray window = source.ReadAt(start, mpegSearchBytes);
     qsizetype paddingBytes = 0;
     while (paddingBytes < window.size() && window[paddingBytes] == '\0') {
         ++paddingBytes;
@@ -106,7 +110,7 @@ std::optional<MpegFrame> FindMpegFrame(BoundedFile& file, qint64 start) {
         std::optional<MpegFrame> frame = ParseMpegHeader(window.mid(at, headerBytes));
         if (frame) {
             frame->offset = start + at;
-            if (ChainHolds(file, *frame, at == paddingBytes)) {
+            if (ChainHolds(source, *frame, at == paddingBytes)) {
                 return frame;
             }
         }
@@ -114,10 +118,22 @@ std::optional<MpegFrame> FindMpegFrame(BoundedFile& file, qint64 start) {
     return std::nullopt;
 }
 
-GaplessData ReadGaplessData(BoundedFile& file, const MpegFrame& first) {
+std::optional<MpegFrame> FindMpegFrameAnywhere(ByteSource& source, qint64 mostBytes) {
+    // A header may lie across two searches.
+    constexpr qint64 step = mpegSearchBytes - headerBytes;
+    const qint64 end = std::min(source.SizeBytes(), mostBytes);
+    for (qint64 start = 0; start < end; start += step) {
+        if (const std::optional<MpegFrame> frame = FindMpegFrame(source, start)) {
+            return frame;
+        }
+    }
+    return std::nullopt;
+}
+
+GaplessData ReadGaplessData(ByteSource& source, const MpegFrame& first) {
     constexpr qint64 otherMarkAt = 32; // of one that tells less
     const int sideBytes = first.mpeg1 ? (first.channels == 1 ? 17 : 32) : (first.channels == 1 ? 9 : 17);
-    const QByteArray other = file.ReadAt(first.offset + headerBytes + otherMarkAt, 18);
+    const QByteArray other = source.ReadAt(first.offset + headerBytes + otherMarkAt, 18);
     GaplessData data;
     if (first.layer != 3) {
         return data;
@@ -128,7 +144,7 @@ GaplessData ReadGaplessData(BoundedFile& file, const MpegFrame& first) {
         data.codedFrames = qFromBigEndian<quint32>(other.constData() + 14);
         return data;
     }
-    const QByteArray bytes = file.ReadAt(first.offset + headerBytes + sideBytes, 160);
+    const QByteArray bytes = source.ReadAt(first.offset + headerBytes + sideBytes, 160);
     if (!(bytes.startsWith("Xing") || bytes.startsWith("Info")) || bytes.size() < 16) {
         return data;
     }

@@ -1,16 +1,11 @@
-// Codings, by the number libavcodec has for them.
+// WAVE format numbers of codings.
 #pragma once
-
-#include <QString>
 
 extern "C" {
 #include <libavcodec/codec_id.h>
 }
 
 namespace kestrune {
-
-// "MPEG Layer-3", "PCM" and so on; a coding without a name here has the library's in capitals.
-QString KindName(AVCodecID coding);
 
 // The WAVE format number; 0 for a coding that has none.
 int WaveFormatNumber(AVCodecID coding);
