@@ -1,5 +1,6 @@
 #include "backends/reading/lavf_input.h"
 
+#include "backends/formats/lav_settings.h"
 #include "backends/formats/leading_tag.h"
 
 #include <QFileInfo>
@@ -72,8 +73,7 @@ bool HasAudioExtension(const QString& path) {
 } // namespace
 
 std::unique_ptr<LavfInput> LavfInput::Open(const QString& path) {
-    // The library writes to standard error by itself; failures are told by the results of calls.
-    av_log_set_level(AV_LOG_QUIET);
+    SetUpLav();
     std::unique_ptr<LavfInput> input(new LavfInput);
     if (!input->OpenContext(path) || !input->ChooseStream()) {
         return nullptr;

@@ -1,12 +1,12 @@
 #include "backends/tags/lavf_reader.h"
 
 #include "app/failure_log.h"
+#include "backends/formats/lav_settings.h"
 
 extern "C" {
 #include <libavcodec/avcodec.h>
 #include <libavformat/avformat.h>
 #include <libavutil/avstring.h>
-#include <libavutil/log.h>
 #include <libavutil/mem.h>
 }
 
@@ -115,7 +115,7 @@ AVStream* FirstDecodableAudio(const AVFormatContext& input) {
 } // namespace
 
 LavfReader::LavfReader(BoundedFile& file) : file_(file) {
-    av_log_set_level(AV_LOG_QUIET);
+    SetUpLav();
 }
 
 LavfReader::~LavfReader() {
