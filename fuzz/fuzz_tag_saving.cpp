@@ -11,7 +11,10 @@
 #include <QTemporaryDir>
 
 #include <map>
+#include <optional>
 #include <string>
+
+#include <malloc.h>
 
 namespace {
 
@@ -77,26 +80,50 @@ void SetFields(TagFields& fields, int round, unsigned choice) {
     }
 }
 
-// Where an ID3v1 tag stands behind a frame that was cut off it is read as the rest of that.
-bool IsSame(const QByteArray& bytes, const fuzz::DecodedSound& before, const fuzz::DecodedSound& after) {
-    if (before.format != after.format || before.sums == after.sums) {
-        return before.format == after.format;
-    }
-    const auto whole = before.sums.size() - 1;
-    return bytes.right(128).startsWith("TAG") && before.sums.mid(0, whole) == after.sums.mid(0, whole);
+constexpr qsizetype id3v1Bytes = 128;
+
+fuzz::DecodedSound WithoutId3v1(const QByteArray& bytes, const QByteArray& format) {
+    const bool isThere = bytes.right(id3v1Bytes).startsWith("TAG");
+    const QByteArray rest = isThere ? bytes.chopped(id3v1Bytes) : bytes;
+    return fuzz::SoundDecoder(rest, format).Decode();
 }
 
-void CheckSound(const QByteArray& before, const QByteArray& after) {
+// Where an ID3v1 tag stands behind a frame that was cut off, the library reads it as the rest of that.
+bool IsSame(const QByteArray& before, const fuzz::DecodedSound& old, const QByteArray& after,
+            const fuzz::DecodedSound& sound) {
+    if (old.format != sound.format || old.sums == sound.sums) {
+        return old.format == sound.format;
+    }
+    return old.format == "mp3" && before.right(id3v1Bytes).startsWith("TAG") &&
+           WithoutId3v1(before, old.format).sums == WithoutId3v1(after, old.format).sums;
+}
+
+using KnownSound = std::optional<fuzz::DecodedSound>;
+
+// The sound of the file after a save, if it was decoded; so may be that of the file before.
+KnownSound CheckedSound(const QByteArray& before, const KnownSound& known, const QByteArray& after) {
     static Counts counts;
-    const fuzz::DecodedSound old = fuzz::SoundDecoder(before).Decode();
+    const fuzz::DecodedSound old = known ? *known : fuzz::SoundDecoder(before).Decode();
     if (old.sums.isEmpty()) {
-        return;
+        return std::nullopt;
     }
     counts.Add(old.format.toStdString());
-    fuzz::Holds(IsSame(before, old, fuzz::SoundDecoder(after).Decode()), "the sound is the same");
+    const fuzz::DecodedSound sound = fuzz::SoundDecoder(after, old.format).Decode();
+    fuzz::Holds(IsSame(before, old, after, sound), "the sound is the same");
+    return sound;
 }
 
 } // namespace
+
+extern "C" int LLVMFuzzerInitialize(int* /*count*/, char*** /*arguments*/) {
+    // Memory that goes back to the system after each file and comes again, as pages of zeros, takes half of
+    // the time.
+    constexpr int keptBytes = 1 << 30;
+    ::mallopt(M_MMAP_MAX, 0);
+    ::mallopt(M_TRIM_THRESHOLD, keptBytes);
+    ::mallopt(M_TOP_PAD, 1 << 20);
+    return 0;
+}
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     if (size < 1 || size > largestFile) {
@@ -106,18 +133,21 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     Write(bytes);
     const auto info = MakeAudioInformation();
     info->SetTagVersion((data[0] & id3v2Bit) != 0 ? TagKind::Id3v2 : TagKind::Id3v1);
+    QByteArray before = bytes;
+    KnownSound sound;
     for (int round = 0; round < 2; ++round) {
-        const QByteArray before = Content();
         if (info->ReadTagFromFile(FilePath()) != Outcome::Ok) {
             return 0;
         }
         SetFields(info->Tag(), round, data[0]);
         info->AddCue({round, 10, QStringLiteral("label"), {}, {}});
-        if (info->SaveTagToFile(FilePath()) == Outcome::Ok) {
-            CheckSound(before, Content());
-        } else {
-            fuzz::Holds(Content() == before, "a file that is not saved is the same");
+        const Outcome saved = info->SaveTagToFile(FilePath());
+        const QByteArray after = Content();
+        fuzz::Holds(saved == Outcome::Ok || after == before, "a file that is not saved is the same");
+        if (after != before) {
+            sound = CheckedSound(before, sound, after);
         }
+        before = after;
     }
     return 0;
 }
