@@ -24,5 +24,5 @@ for kind in "${kinds[@]}"; do
         exit 1
     fi
     echo "$kind: $(grep '^Done' "$folder/$kind.log" | tail -n 1)"
-    tac "$folder/$kind.log" | sed '/^Done/q' | grep '^compared' | sort | sed 's/^/    /'
+    awk '/^Done/ { told = "" } /^compared/ { told = told "    " $0 "\n" } END { printf "%s", told }' "$folder/$kind.log"
 done
