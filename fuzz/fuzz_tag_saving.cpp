@@ -1,8 +1,9 @@
 // Files of any bytes: read, saved with new fields, read and saved again; the sound stays the same all the
-// time, as other libraries decode it. The first byte says which tag, and which of the fields. The
-// counts of saved files whose sound was compared are told now and then, by kind.
+// time, as other libraries decode it. The first byte says which tag, which of the fields, and if checksums
+// stay as they are. The counts of saved files whose sound was compared are told now and then, by kind.
 #include "decoded_sound.h"
 #include "fuzz_support.h"
+#include "ogg_checksums.h"
 
 #include "backends/tags/tag_information.h"
 
@@ -10,9 +11,11 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <iterator>
 #include <map>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include <malloc.h>
 
@@ -26,6 +29,40 @@ constexpr size_t largestFile = 3 * fuzz::largestInput;
 constexpr unsigned id3v2Bit = 1;
 constexpr unsigned longTextBit = 2;
 constexpr unsigned emptyBit = 4;
+constexpr unsigned asItIsBit = 8;
+
+// Inputs whose sound was compared, some of each kind.
+class Compared {
+public:
+    void Keep(const std::string& format, const QByteArray& input) {
+        constexpr size_t mostOfAKind = 64;
+        constexpr size_t firstThatMayGo = 16; // others come from these
+        std::vector<QByteArray>& kept = inputs_[format];
+        if (kept.size() < mostOfAKind) {
+            kept.push_back(input);
+        } else {
+            ++kept_;
+            kept[firstThatMayGo + kept_ % (mostOfAKind - firstThatMayGo)] = input;
+        }
+    }
+    // One of any kind, null if there is none yet.
+    const QByteArray* Choose(unsigned number) const {
+        if (inputs_.empty()) {
+            return nullptr;
+        }
+        const auto& kind = std::next(inputs_.begin(), number % inputs_.size())->second;
+        return &kind[number / inputs_.size() % kind.size()];
+    }
+
+private:
+    std::map<std::string, std::vector<QByteArray>> inputs_;
+    size_t kept_ = 0;
+};
+
+Compared& ComparedInputs() {
+    static Compared inputs;
+    return inputs;
+}
 
 class Counts {
 public:
@@ -101,19 +138,23 @@ bool IsSame(const QByteArray& before, const fuzz::DecodedSound& old, const QByte
 using KnownSound = std::optional<fuzz::DecodedSound>;
 
 // The sound of the file after a save, if it was decoded; so may be that of the file before.
-KnownSound CheckedSound(const QByteArray& before, const KnownSound& known, const QByteArray& after) {
+KnownSound CheckedSound(const QByteArray& input, const QByteArray& before, const KnownSound& known,
+                        const QByteArray& after) {
     static Counts counts;
     const fuzz::DecodedSound old = known ? *known : fuzz::SoundDecoder(before).Decode();
     if (old.sums.isEmpty()) {
         return std::nullopt;
     }
     counts.Add(old.format.toStdString());
+    ComparedInputs().Keep(old.format.toStdString(), input);
     const fuzz::DecodedSound sound = fuzz::SoundDecoder(after, old.format).Decode();
     fuzz::Holds(IsSame(before, old, after, sound), "the sound is the same");
     return sound;
 }
 
 } // namespace
+
+extern "C" size_t LLVMFuzzerMutate(uint8_t* data, size_t size, size_t mostBytes);
 
 extern "C" int LLVMFuzzerInitialize(int* /*count*/, char*** /*arguments*/) {
     // Memory that goes back to the system after each file and comes again, as pages of zeros, takes half of
@@ -125,11 +166,23 @@ extern "C" int LLVMFuzzerInitialize(int* /*count*/, char*** /*arguments*/) {
     return 0;
 }
 
+// Most of what the fuzzer makes is no file that can be saved, and few kinds outlive many changes. So every
+// other input is made from one that was saved, of any kind alike.
+extern "C" size_t LLVMFuzzerCustomMutator(uint8_t* data, size_t size, size_t mostBytes, unsigned seed) {
+    const QByteArray* saved = seed % 2 != 0 ? ComparedInputs().Choose(seed / 2) : nullptr;
+    if (saved != nullptr && static_cast<size_t>(saved->size()) <= mostBytes) {
+        size = static_cast<size_t>(saved->size());
+        std::memcpy(data, saved->constData(), size);
+    }
+    return LLVMFuzzerMutate(data, size, mostBytes);
+}
+
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     if (size < 1 || size > largestFile) {
         return 0;
     }
-    const QByteArray bytes = fuzz::Input(data + 1, size - 1);
+    const QByteArray input = fuzz::Input(data, size);
+    const QByteArray bytes = (data[0] & asItIsBit) != 0 ? input.mid(1) : fuzz::WithOggChecksums(input.mid(1));
     Write(bytes);
     const auto info = MakeAudioInformation();
     info->SetTagVersion((data[0] & id3v2Bit) != 0 ? TagKind::Id3v2 : TagKind::Id3v1);
@@ -145,7 +198,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         const QByteArray after = Content();
         fuzz::Holds(saved == Outcome::Ok || after == before, "a file that is not saved is the same");
         if (after != before) {
-            sound = CheckedSound(before, sound, after);
+            sound = CheckedSound(input, before, sound, after);
         }
         before = after;
     }
