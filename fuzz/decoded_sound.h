@@ -12,6 +12,7 @@ extern "C" {
 }
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 
 namespace kestrune::fuzz {
@@ -23,7 +24,12 @@ struct DecodedSound {
 
 class SoundDecoder {
 public:
-    explicit SoundDecoder(const QByteArray& bytes) : bytes_(bytes) { av_log_set_level(AV_LOG_QUIET); }
+    // A content that the library is not sure of is taken for one of `otherwise`, the name of a demuxer, as is
+    // right for what was made from one: tags in front alone can be what an MPEG stream is known by.
+    explicit SoundDecoder(const QByteArray& bytes, const QByteArray& otherwise = {})
+        : bytes_(bytes), otherwise_(otherwise) {
+        av_log_set_level(AV_LOG_QUIET);
+    }
     ~SoundDecoder() {
         avcodec_free_context(&codec_);
         avformat_close_input(&input_);
@@ -57,7 +63,9 @@ public:
     }
 
 private:
-    static constexpr int bufferBytes = 4096;
+    // All of a file: where a place behind the end is looked for, as a broken one asks for, the library comes
+    // to rest at the end of a buffer, and with smaller ones that is elsewhere once a tag stands in front.
+    static constexpr int bufferBytes = 1 << 16;
     static constexpr int mostPackets = 500;
     static constexpr int mostFrames = 500;
 
@@ -93,9 +101,7 @@ private:
                                  Read, nullptr, Seek);
         const AVInputFormat* format = nullptr;
         if (av_probe_input_buffer2(io_, &format, "", nullptr, 0, 1 << 16) <= AVPROBE_SCORE_RETRY) {
-            // A few frames are too little for it to be sure.
-            format =
-                bytes_.startsWith('\xFF') || bytes_.startsWith("ID3") ? av_find_input_format("mp3") : nullptr;
+            format = Unsure();
         }
         if (format == nullptr) {
             return false;
@@ -117,6 +123,33 @@ private:
         }
         stream_ = input_->streams[index];
         return OpenCodec();
+    }
+    // What stands behind the ID3v2 tag in front.
+    QByteArray BehindTag() const {
+        constexpr qsizetype headBytes = 10;
+        if (!bytes_.startsWith("ID3") || bytes_.size() < headBytes) {
+            return bytes_;
+        }
+        qsizetype tagBytes = 0;
+        for (qsizetype at = 6; at < headBytes; ++at) {
+            tagBytes = tagBytes << 7 | (bytes_[at] & 0x7F);
+        }
+        return bytes_.mid(headBytes + tagBytes);
+    }
+    const AVInputFormat* Unsure() const {
+        // A file of another kind may hold something like an MPEG frame; then it is not known by that.
+        static constexpr std::array otherMarks = {"MP+",  "MPCK", "MAC ", "wvpk", "TTA1",
+                                                  "fLaC", "OggS", "RIFF", "FORM"};
+        const QByteArray content = BehindTag();
+        if (std::any_of(otherMarks.begin(), otherMarks.end(),
+                        [&](const char* mark) { return content.startsWith(mark); })) {
+            return nullptr;
+        }
+        if (!otherwise_.isEmpty()) {
+            return av_find_input_format(otherwise_.constData());
+        }
+        // A few frames are too little for it to be sure.
+        return bytes_.startsWith('\xFF') || bytes_.startsWith("ID3") ? av_find_input_format("mp3") : nullptr;
     }
     bool OpenCodec() {
         const AVCodec* codec = avcodec_find_decoder(stream_->codecpar->codec_id);
@@ -148,6 +181,7 @@ private:
     }
 
     const QByteArray& bytes_;
+    const QByteArray otherwise_;
     qint64 at_ = 0;
     AVIOContext* io_ = nullptr;
     AVFormatContext* input_ = nullptr;

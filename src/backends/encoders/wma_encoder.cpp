@@ -1,5 +1,7 @@
 #include "backends/encoders/wma_encoder.h"
 
+#include "backends/formats/lav_settings.h"
+
 #include <QIODevice>
 
 #include <algorithm>
@@ -65,8 +67,7 @@ int64_t SeekDevice(void* opaque, int64_t offset, int whence) {
 using CodecHandle = std::unique_ptr<AVCodecContext, CodecCloser>;
 
 CodecHandle OpenCodec(const OutputFormat& format) {
-    // The library writes to standard error by itself; failures are told by the results of calls.
-    av_log_set_level(AV_LOG_QUIET);
+    SetUpLav();
     const AVCodec* const codec = avcodec_find_encoder(AV_CODEC_ID_WMAV2);
     CodecHandle context(avcodec_alloc_context3(codec));
     if (codec == nullptr || !context) {

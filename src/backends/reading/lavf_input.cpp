@@ -1,6 +1,7 @@
 #include "backends/reading/lavf_input.h"
 
 #include "backends/formats/demuxer_choice.h"
+#include "backends/formats/lav_settings.h"
 #include "backends/formats/leading_tag.h"
 
 #include <algorithm>
@@ -57,8 +58,7 @@ int RefuseOpening(AVFormatContext*, AVIOContext** io, const char*, int, AVDictio
 } // namespace
 
 std::unique_ptr<LavfInput> LavfInput::Open(const QString& path) {
-    // The library writes to standard error by itself; failures are told by the results of calls.
-    av_log_set_level(AV_LOG_QUIET);
+    SetUpLav();
     std::unique_ptr<LavfInput> input(new LavfInput);
     if (!input->OpenContext(path) || !input->ChooseStream()) {
         return nullptr;

@@ -2,11 +2,11 @@
 
 #include "app/failure_log.h"
 #include "backends/formats/demuxer_choice.h"
+#include "backends/formats/lav_settings.h"
 
 extern "C" {
 #include <libavcodec/avcodec.h>
 #include <libavformat/avformat.h>
-#include <libavutil/log.h>
 #include <libavutil/mem.h>
 }
 
@@ -105,7 +105,7 @@ AVStream* FirstDecodableAudio(const AVFormatContext& input) {
 } // namespace
 
 LavfReader::LavfReader(BoundedFile& file) : reading_{file} {
-    av_log_set_level(AV_LOG_QUIET);
+    SetUpLav();
 }
 
 LavfReader::~LavfReader() {

@@ -1,4 +1,5 @@
 // A save that is killed, refused or out of room leaves the old file or the new one.
+#include "backends/tag_writing/chunk_builder.h"
 #include "backends/tag_writing/tag_judges.h"
 #include "backends/tags/tag_information.h"
 
@@ -64,6 +65,22 @@ void LimitFiles(qint64 bytes) {
     const rlimit limit{static_cast<rlim_t>(bytes), static_cast<rlim_t>(bytes)};
     ::setrlimit(RLIMIT_FSIZE, &limit);
     std::signal(SIGXFSZ, SIG_IGN);
+}
+
+// The most memory that the process had at a time since it last began to count.
+qint64 HighestMemoryBytes() {
+    QFile status(QStringLiteral("/proc/self/status"));
+    EXPECT_TRUE(status.open(QIODevice::ReadOnly));
+    const QByteArray text = status.readAll();
+    const QByteArray mark = "VmHWM:";
+    const QByteArray line = text.mid(text.indexOf(mark) + mark.size()).split('\n').first().simplified();
+    EXPECT_TRUE(line.endsWith(" kB")) << line.constData();
+    return line.chopped(3).toLongLong() * 1024;
+}
+
+void CountMemoryAnew() {
+    QFile reset(QStringLiteral("/proc/self/clear_refs"));
+    EXPECT_TRUE(reset.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && reset.write("5") == 1);
 }
 
 // Saves of two tags take turns until the saver is killed, at moments spread over them.
@@ -295,6 +312,18 @@ TEST_F(SavingSafety, ALinkStaysALink) {
     EXPECT_TRUE(QFileInfo(link).isSymLink());
     EXPECT_EQ(FieldsOf(path).title, QStringLiteral("Song"));
     EXPECT_EQ(FilesIn(Folder()), QStringList(QStringLiteral("a.mp3")));
+}
+
+// Of an item as of the list that it stands in.
+TEST_F(SavingSafety, SizesThatTheFileDoesNotHoldTakeNoMemory) {
+    const QByteArray list = "LIST" + Little(0xDA000000U) + "INFOIARTt  n";
+    const QString path = made_.Write(QStringLiteral("a.wav"), Wave(FormatChunk() + DataChunk() + list));
+    TagFields fields = FieldsOf(path);
+    fields.title = QStringLiteral("Song");
+    CountMemoryAnew();
+    const qint64 before = HighestMemoryBytes();
+    EXPECT_EQ(SaveFields(path, fields), Outcome::Ok);
+    EXPECT_LT(HighestMemoryBytes() - before, 100 * 1024 * 1024);
 }
 
 TEST_F(SavingSafety, AMissingFileIsNotMade) {
