@@ -21,7 +21,9 @@ public:
 
     int ChildIndex() const { return (row_ + 1) * view_->model()->columnCount() + column_; }
 
-    bool isValid() const override { return view_ != nullptr && (IsCaption() || Index().isValid()); }
+    bool isValid() const override {
+        return view_ != nullptr && view_->model() != nullptr && (IsCaption() || Index().isValid());
+    }
     QObject* object() const override { return nullptr; }
     QWindow* window() const override { return isValid() ? parent()->window() : nullptr; }
     QAccessibleInterface* childAt(int /*x*/, int /*y*/) const override { return nullptr; }
@@ -114,7 +116,8 @@ public:
         return isValid() && !IsCaption() && view_->selectionModel()->isSelected(Index());
     }
     QList<QAccessibleInterface*> columnHeaderCells() const override {
-        return {table()->tableInterface()->cellAt(-1, column_)};
+        return isValid() ? QList<QAccessibleInterface*>{table()->tableInterface()->cellAt(-1, column_)}
+                         : QList<QAccessibleInterface*>();
     }
     QList<QAccessibleInterface*> rowHeaderCells() const override { return {}; }
     int columnIndex() const override { return column_; }

@@ -28,11 +28,29 @@ def check_options(walk, button, what):
     walk.leave(dialog, what)
 
 
+def check_ticks(tree):
+    """A row's box is turned over by Toggle and by Press, and what the keyboard is on is told."""
+    def box():
+        return tree.find("tree item", "noise[.]wav")
+
+    harness.check("checked" in box().states, "the row that came from the playlist is not ticked")
+    box().node.act(access_tree.FOCUS_TAKING)
+    harness.wait_for(lambda: "focused" in box().states, "the keyboard on the row")
+    for action, on in (("Toggle", False), ("Press", True)):
+        tree.heard("StateChanged", "checked")
+        node = box().node
+        node.act(action)
+        harness.wait_for(lambda: ("checked" in box().states) == on, f"{action} to turn the tick over")
+        harness.wait_for(lambda: (node.path, int(on)) in tree.heard("StateChanged", "checked"),
+                         f"the news of what {action} did")
+
+
 def check_converter(walk):
     tree = walk.tree
     window = converter_window.ConverterWindow(walk.stage, walk.program, tree)
     window.open("Convert All Files")
     walk.judge(tree.find("dialog", "Convert audio files"), "the converter")
+    check_ticks(tree)
     walk.press("push button", "Show the events")
     tree.find("tree", "Events")
     walk.judge(tree.find("dialog", "Convert audio files"), "the converter with its events")
@@ -66,6 +84,7 @@ def test(program_path, *_):
         tree = access_tree.Tree(stage)
         program = stage.run_program(program_path)
         tree.follow(program.process.pid)
+        tree.hear("object:state-changed:checked")
         walk = accessible_walk.Walk(stage, program, tree)
         check_converter(walk)
         check_editors(walk)

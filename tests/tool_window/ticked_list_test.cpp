@@ -8,6 +8,7 @@
 #include <QtTest/QtTest>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <memory>
 
 namespace kestrune {
 namespace {
@@ -168,6 +169,24 @@ TEST_F(TickedListTest, ACellOfARowThatWentIsNotValid) {
     EXPECT_EQ(last->text(QAccessible::Name), "");
     Do(last, Toggle());
     EXPECT_THAT(byUser, IsEmpty());
+}
+
+TEST_F(TickedListTest, CellsOutliveTheirRowsAndTheirList) {
+    auto list = std::make_unique<TickedListView>();
+    auto tracks = std::make_unique<TickedTracks>();
+    tracks->tracks = {{QStringLiteral("One"), QStringLiteral("3:00"), false}};
+    list->setModel(tracks.get());
+    QAccessibleInterface* root = QAccessible::queryAccessibleInterface(list.get());
+    QAccessibleInterface* box = root->tableInterface()->cellAt(0, 0);
+    const QAccessible::Id id = QAccessible::uniqueId(box);
+    ASSERT_TRUE(box->isValid());
+    tracks.reset();
+    EXPECT_FALSE(box->isValid());
+    EXPECT_TRUE(box->state().invalid);
+    EXPECT_EQ(root->childCount(), 0);
+    EXPECT_TRUE(box->tableCellInterface()->columnHeaderCells().isEmpty());
+    list.reset();
+    EXPECT_EQ(QAccessible::accessibleInterface(id), nullptr) << "they go with the list";
 }
 
 TEST_F(TickedListTest, AScreenReaderHearsOfTheTickOfTheRowThatItIsOn) {
