@@ -28,9 +28,8 @@ constexpr qint64 mostMpegSearchBytes = 16 << 20;
 constexpr const char* recordedSound =
     "aac,ac3,act,adx,aea,aiff,amr,amrnb,amrwb,ape,apm,asf,ast,au,avi,avr,caf,dsf,dss,dts,dtshd,dv,eac3,epaf,"
     "flac,flv,g729,gsm,gxf,hcom,iff,ircam,kvag,loas,matroska,webm,mlp,mov,mp4,m4a,3gp,3g2,mj2,mp3,mpc,mpc8,"
-    "mpeg,"
-    "mpegts,mxf,nistsphere,nsv,nut,ogg,oma,pvf,rm,rso,sds,shn,sox,spdif,swf,tak,truehd,tta,voc,w64,wav,wtv,"
-    "wv,wve";
+    "mpeg,mpegts,mxf,nistsphere,nsv,nut,ogg,oma,pvf,rm,rso,sds,shn,sox,spdif,swf,tak,truehd,tta,voc,w64,wav,"
+    "wtv,wv,wve";
 
 bool HasAudioExtension(const QString& path) {
     static const QStringList extensions = {
@@ -57,7 +56,8 @@ Guessed Guess(ByteSource& source, const QString& path) {
     // The name without its folder is all that may be used to tell a kind.
     const QByteArray name = QFileInfo(path).fileName().toUtf8();
     Guessed guessed;
-    for (qint64 bytes = leastProbeBytes; guessed.score <= AVPROBE_SCORE_RETRY; bytes *= 4) {
+    for (qint64 bytes = leastProbeBytes; guessed.format == nullptr || guessed.score <= AVPROBE_SCORE_RETRY;
+         bytes *= 4) {
         const QByteArray head = source.ReadAt(start, bytes);
         QByteArray padded = head + QByteArray(AVPROBE_PADDING_SIZE, '\0');
         AVProbeData data = {};

@@ -90,13 +90,13 @@ OpenedSource OpenSource(const QString& path, const HeaderlessFormats& headerless
     if (!QFileInfo(path).isFile() || !file->open(QIODevice::ReadOnly)) {
         return {nullptr, Outcome::NotFound};
     }
-    if (file->size() == 0) {
+    DeviceBytes bytes(*file);
+    if (bytes.ReadAt(0, 1).isEmpty()) {
         return {nullptr, Outcome::NotDecodable};
     }
     if (std::unique_ptr<SampleSource> wave = OpenPlainWave(file)) {
         return Opened(std::move(wave));
     }
-    DeviceBytes bytes(*file);
     const FileMark mark = FindMark(bytes);
     if (mark.kind == FileKind::Musepack) {
         return Opened(MpcSource::Open(std::move(file), mark.start));

@@ -1,6 +1,8 @@
 // WAVE format numbers of codings.
 #pragma once
 
+#include <QtGlobal>
+
 extern "C" {
 #include <libavcodec/codec_id.h>
 }

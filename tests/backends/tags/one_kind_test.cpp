@@ -316,6 +316,9 @@ TEST_F(DoubtfulKind, TheNameCountsWhereTheContentSaysTooLittle) {
     const QByteArray little = Bytes({"a.ac3", "-", ""}).left(blockBytes);
     ExpectBothTell(QStringLiteral("AC3"), QStringLiteral("a.ac3"), little);
     ExpectBothTell(QStringLiteral("none"), QStringLiteral("a.dat"), little);
+    // A name that libavformat would believe.
+    ExpectBothTell(QStringLiteral("none"), QStringLiteral("a.eac3"),
+                   Bytes({"a.eac3", "-", ""}).left(blockBytes));
 }
 
 // As one with pictures.
