@@ -22,6 +22,19 @@ struct DecodedSound {
     QList<QByteArray> sums; // of each decoded frame
 };
 
+// Of an ID3v2 tag.
+inline qsizetype LeadingTagBytes(const QByteArray& bytes) {
+    constexpr qsizetype headBytes = 10;
+    if (!bytes.startsWith("ID3") || bytes.size() < headBytes) {
+        return 0;
+    }
+    qsizetype tagBytes = 0;
+    for (qsizetype at = 6; at < headBytes; ++at) {
+        tagBytes = tagBytes << 7 | (bytes[at] & 0x7F);
+    }
+    return headBytes + tagBytes;
+}
+
 class SoundDecoder {
 public:
     // A content that the library is not sure of is taken for one of `otherwise`, the name of a demuxer, as is
@@ -124,23 +137,11 @@ private:
         stream_ = input_->streams[index];
         return OpenCodec();
     }
-    // What stands behind the ID3v2 tag in front.
-    QByteArray BehindTag() const {
-        constexpr qsizetype headBytes = 10;
-        if (!bytes_.startsWith("ID3") || bytes_.size() < headBytes) {
-            return bytes_;
-        }
-        qsizetype tagBytes = 0;
-        for (qsizetype at = 6; at < headBytes; ++at) {
-            tagBytes = tagBytes << 7 | (bytes_[at] & 0x7F);
-        }
-        return bytes_.mid(headBytes + tagBytes);
-    }
     const AVInputFormat* Unsure() const {
         // A file of another kind may hold something like an MPEG frame; then it is not known by that.
         static constexpr std::array otherMarks = {"MP+",  "MPCK", "MAC ", "wvpk", "TTA1",
                                                   "fLaC", "OggS", "RIFF", "FORM"};
-        const QByteArray content = BehindTag();
+        const QByteArray content = bytes_.mid(LeadingTagBytes(bytes_));
         if (std::any_of(otherMarks.begin(), otherMarks.end(),
                         [&](const char* mark) { return content.startsWith(mark); })) {
             return nullptr;

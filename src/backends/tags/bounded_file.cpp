@@ -35,15 +35,13 @@ void BoundedFile::Seek(qint64 position) {
 qint64 BoundedFile::Read(char* out, qint64 bytes) {
     const qint64 left = std::min(sizeBytes_ - position_, budgetBytes_);
     const qint64 wanted = std::min(bytes, left);
-    if (wanted <= 0) {
-        return 0;
-    }
-    if (file_.pos() != position_ && !file_.seek(position_)) {
+    // A count in a broken file can ask for any number of things behind the end.
+    budgetBytes_ -= std::max(std::max<qint64>(wanted, 0), leastCostBytes_);
+    if (wanted <= 0 || (file_.pos() != position_ && !file_.seek(position_))) {
         return 0;
     }
     const qint64 got = std::max<qint64>(file_.read(out, wanted), 0);
     position_ += got;
-    budgetBytes_ -= std::max(got, leastCostBytes_);
     return got;
 }
 

@@ -105,6 +105,21 @@ TEST(BoundedFile, GivesNothingBeyondItsBudget) {
     EXPECT_EQ(file.ReadAt(0, 10).size(), 10);
 }
 
+TEST(BoundedFile, ReadsBehindTheEndCostToo) {
+    const MadeFiles made;
+    BoundedFile file(made.Write(QStringLiteral("short"), "0123456789"));
+    ASSERT_EQ(file.Open(), Outcome::Ok);
+    file.SetBudget(1000000);
+    for (int reads = 0; reads < 1000; ++reads) {
+        EXPECT_TRUE(file.ReadAt(10, 1).isEmpty());
+    }
+    EXPECT_EQ(file.ReadAt(0, 10).size(), 10);
+    for (int reads = 0; reads < 100000; ++reads) {
+        file.ReadAt(10, 1);
+    }
+    EXPECT_TRUE(file.ReadAt(0, 10).isEmpty());
+}
+
 TEST(BoundedFile, TinyReadsCostToo) {
     const MadeFiles made;
     const QString path = made.Path(QStringLiteral("large"));
