@@ -1,8 +1,8 @@
 // The chunks of a WAVE or AIFF file: finding them, and a file with some of them changed.
 #pragma once
 
-#include "backends/tags/bounded_file.h"
 #include "app/file_pieces.h"
+#include "backends/tags/bounded_file.h"
 
 #include <QByteArray>
 #include <QList>

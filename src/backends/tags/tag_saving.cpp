@@ -1,10 +1,10 @@
 #include "backends/tags/tag_saving.h"
 
 #include "app/failure_log.h"
+#include "app/file_replacement.h"
 #include "backends/tags/audio_probe.h"
 #include "backends/tags/bounded_file.h"
 #include "backends/tags/chunked_plan.h"
-#include "app/file_replacement.h"
 #include "backends/tags/flac_plan.h"
 #include "backends/tags/id3_plan.h"
 #include "backends/tags/id3v1_block.h"
