@@ -56,8 +56,8 @@ void CopyExtendedAttributes(int from, int to) {
 // Tries hidden names in the folder until `take` got one. Empty with errno after a failure.
 QByteArray TakeFreeName(const QByteArray& folder, const std::function<bool(const char*)>& take) {
     for (int number = 0; number < mostNames; ++number) {
-        const QByteArray name = folder + replacementPrefix + QByteArray::number(::getpid()) + '-' +
-                                QByteArray::number(number) + replacementSuffix;
+        QByteArray name = folder + replacementPrefix + QByteArray::number(::getpid()) + '-' +
+                          QByteArray::number(number) + replacementSuffix;
         if (take(name.constData())) {
             return name;
         }
