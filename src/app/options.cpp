@@ -1,5 +1,6 @@
 #include "app/options.h"
 
+#include "app/display_rates.h"
 #include "app/paths.h"
 #include "app/safe_file.h"
 
@@ -15,8 +16,6 @@ constexpr int useDefaultEntry = 9;
 constexpr int saveAsDefaultEntry = 10;
 constexpr int useOnStartupEntry = 12;
 constexpr int defaultColumnsEntry = 8;
-constexpr int meterIntervalMs = 30;
-constexpr int spectrumIntervalMs = 80;
 
 } // namespace
 

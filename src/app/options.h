@@ -39,7 +39,8 @@ public:
     const EqualizerGains& Bands() const { return bands_; }
 
     // --- The stored record. Nothing here reports a failure; a file that cannot be written stays as it is.
-    // ---
+    // Any bytes are taken: what is missing reads as zero, and a number out of its range leaves the choice as
+    // it was (of the play modes none is checked then). ---
 
     // save: writes the present choice, with an empty dialog folder. Otherwise reads and applies it; at
     // start-up only if "Use Default on Startup" was stored, else the initial choice is made.

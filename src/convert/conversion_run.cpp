@@ -178,14 +178,6 @@ void ConversionRun::Converter(const QString& name, int row) {
     state.Converting = false;
 }
 
-void ConversionRun::GetFileHead(const QString& path, QString& head, QString& extension) {
-    const qsizetype point = path.lastIndexOf(u'.');
-    if (point >= 0) {
-        head = path.left(point);
-        extension = path.mid(point + 1);
-    }
-}
-
 // Names what is about to be written to OutputFile, which may then code several files from one reading. False
 // when there is only one.
 bool ConversionRun::ExpectStages() {

@@ -75,8 +75,6 @@ public:
     void ConvertFile(const QString& source, const QString& target);
     // One stage of the chain. Nothing happens while Converting is false.
     void RunStage(Stage stage);
-    // What stands before and behind the last point of a path; both stay as they are without one.
-    static void GetFileHead(const QString& path, QString& head, QString& extension);
     qint16 FindAllCheck() const { return parts_.rows.CheckedCount(); }
     void DispFile();
     // Idle or running, for all controls at once.

@@ -168,6 +168,14 @@ Outcome CallBackStep(BackStep step, const ConverterState& state, KSTAudioFile2& 
     return Outcome::Ok;
 }
 
+void GetFileHead(const QString& path, QString& head, QString& extension) {
+    const qsizetype point = path.lastIndexOf(u'.');
+    if (point >= 0) {
+        head = path.left(point);
+        extension = path.mid(point + 1);
+    }
+}
+
 QString StageOutput(Stage stage, const ConverterState& state) {
     return state.OutputHead + OutputSuffix(stage, state);
 }

@@ -60,7 +60,12 @@ Outcome SetStageFormat(Stage stage, const ConverterState& state, AudioFormat& ou
 Outcome CallBackStep(BackStep step, const ConverterState& state, KSTAudioFile2& inputFile,
                      AudioFormat& outputFile);
 
-// What a stage writes, from OutputHead and, for WMA, the profile.
+// What stands before and behind the last point of a path; both stay as they are without one.
+void GetFileHead(const QString& path, QString& head, QString& extension);
+
+// The file that a stage writes: OutputHead, which is the head (GetFileHead) of the output folder with the
+// input's name and is set for each input by ConversionRun::Converter, then the ending of the format, which
+// for WMA holds the profile.
 QString StageOutput(Stage stage, const ConverterState& state);
 
 } // namespace kestrune

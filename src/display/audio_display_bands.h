@@ -12,7 +12,8 @@ inline constexpr double highestBand = 0.85;
 
 class DisplayBands {
 public:
-    // `bandCount` bands over blocks of `blockSize` samples.
+    // `bandCount` bands over blocks of `blockSize` samples; there are as many as the picture has room for
+    // (BandRoom of each).
     void Lay(int bandCount, int blockSize);
     int Count() const { return edges_.empty() ? 0 : static_cast<int>(edges_.size()) - 1; }
     // The band that a frequency, in parts of half the sample rate, falls into; -1 outside the axis.

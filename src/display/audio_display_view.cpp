@@ -1,5 +1,7 @@
 #include "display/audio_display_view.h"
 
+#include "app/display_rates.h"
+
 #include <QKeyEvent>
 #include <QPaintEvent>
 #include <QPainter>
@@ -10,9 +12,6 @@ namespace kestrune {
 
 namespace {
 
-constexpr int fallStepMs = 33;
-// Spectra come in wide steps; each is shown in two, so that it moves twice as smoothly.
-constexpr int secondStepMs = 40;
 constexpr double firstPart = 0.6;
 const QColor accent(128, 128, 255);
 

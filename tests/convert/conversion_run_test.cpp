@@ -415,19 +415,5 @@ TEST_F(RunTest, ASecondRunCountsAnew) {
     EXPECT_THAT(Messages(), ElementsAre("Done!", "Done!"));
 }
 
-TEST(GetFileHead, PartsAtTheLastPoint) {
-    QString head = QStringLiteral("head");
-    QString extension = QStringLiteral("extension");
-    ConversionRun::GetFileHead(QStringLiteral("/a.b/song"), head, extension);
-    EXPECT_EQ(Utf8(head), "/a");
-    EXPECT_EQ(Utf8(extension), "b/song");
-    ConversionRun::GetFileHead(QStringLiteral("/m/song.x.mp3"), head, extension);
-    EXPECT_EQ(Utf8(head), "/m/song.x");
-    EXPECT_EQ(Utf8(extension), "mp3");
-    ConversionRun::GetFileHead(QStringLiteral("/m/song"), head, extension);
-    EXPECT_EQ(Utf8(head), "/m/song.x");
-    EXPECT_EQ(Utf8(extension), "mp3");
-}
-
 } // namespace
 } // namespace kestrune::convert

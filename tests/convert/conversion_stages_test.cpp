@@ -259,5 +259,19 @@ TEST_F(StagesTest, TheyRunInTheirOwnOrder) {
                             "--> OGG", "--> GSM", "--> G.726", "--> G.723", "--> G.721", "--> A-LAW"));
 }
 
+TEST(GetFileHead, PartsAtTheLastPoint) {
+    QString head = QStringLiteral("head");
+    QString extension = QStringLiteral("extension");
+    GetFileHead(QStringLiteral("/a.b/song"), head, extension);
+    EXPECT_EQ(Utf8(head), "/a");
+    EXPECT_EQ(Utf8(extension), "b/song");
+    GetFileHead(QStringLiteral("/m/song.x.mp3"), head, extension);
+    EXPECT_EQ(Utf8(head), "/m/song.x");
+    EXPECT_EQ(Utf8(extension), "mp3");
+    GetFileHead(QStringLiteral("/m/song"), head, extension);
+    EXPECT_EQ(Utf8(head), "/m/song.x");
+    EXPECT_EQ(Utf8(extension), "mp3");
+}
+
 } // namespace
 } // namespace kestrune::convert
