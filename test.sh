@@ -77,12 +77,18 @@ trap EndAll EXIT
 trap 'exit 130' INT
 trap 'exit 143' TERM HUP
 
+# A command in the foreground would let a signal wait until it ends.
+Attended() {
+    "$@" &
+    wait $!
+}
+
 # Runs a noisy command and shows what it said only if it fails.
 Quietly() {
     local log=$1
     shift
     mkdir -p "$logs"
-    "$@" >"$log" 2>&1 || { local status=$?; tail -n 200 "$log"; return $status; }
+    Attended "$@" >"$log" 2>&1 || { local status=$?; tail -n 200 "$log"; return $status; }
 }
 
 SourceFiles() {
@@ -91,9 +97,13 @@ SourceFiles() {
 
 # RunTests PRESET LOG CTEST_OPTIONS...
 RunTests() {
+    mkdir -p "$logs"
+    Attended TestsToldTwice "$@"
+}
+
+TestsToldTwice() {
     local preset=$1 log=$2
     shift 2
-    mkdir -p "$logs"
     ctest --test-dir "build/$preset" --output-on-failure --no-tests=error --timeout "$testSeconds" -j 2 "$@" |
         tee "$logs/ctest-$log.log"
 }
