@@ -91,9 +91,14 @@ AVCodecID AsfCoding(const TagLib::ASF::Properties& asf) {
 void SetOggFrames(AudioFacts& facts, TagLib::Ogg::File& ogg, qint64 skippedFrames) {
     const TagLib::Ogg::PageHeader* first = ogg.firstPageHeader();
     const TagLib::Ogg::PageHeader* last = ogg.lastPageHeader();
-    if (first != nullptr && last != nullptr && last->absoluteGranularPosition() > 0) {
-        SetFrames(facts,
-                  last->absoluteGranularPosition() - first->absoluteGranularPosition() - skippedFrames);
+    if (first == nullptr || last == nullptr) {
+        return;
+    }
+    // A page where no packet ends has none, which is told by -1; a broken one has any.
+    const qint64 begin = std::max<qint64>(first->absoluteGranularPosition(), 0);
+    const qint64 end = last->absoluteGranularPosition();
+    if (end > begin) {
+        SetFrames(facts, end - begin - skippedFrames);
     }
 }
 

@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QtEndian>
 
 #include <random>
 
@@ -46,6 +47,25 @@ protected:
         return files;
     }
 };
+
+// Of the first page, at which the others are counted.
+TEST_F(BrokenFiles, AnOggPageWithoutAPlaceChangesNoLength) {
+    const char* const names[] = {"a.opus", "a.ogg"};
+    for (const char* name : names) {
+        const QString path = made_.Encode(QLatin1String(name), {});
+        ASSERT_EQ(info_->ReadTagFromFile(path), Outcome::Ok);
+        const qint64 samples = info_->Samples();
+        EXPECT_GT(samples, 0);
+        for (const quint64 place : {~quint64{0}, quint64{1} << 63U}) {
+            QByteArray content = ContentOf(path);
+            qToLittleEndian(place, content.data() + 6);
+            ASSERT_EQ(
+                info_->ReadTagFromFile(made_.Write(QLatin1String("broken_") + QLatin1String(name), content)),
+                Outcome::Ok);
+            EXPECT_EQ(info_->Samples(), samples) << name;
+        }
+    }
+}
 
 TEST_F(BrokenFiles, OtherKindsOfFilesAreNoAudioWhateverTheirName) {
     const QString picture = made_.Path(QStringLiteral("picture.png"));
